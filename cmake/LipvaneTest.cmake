@@ -1,0 +1,13 @@
+# One test program a folder of tests/, each of its tests known to ctest by name.
+#
+#   lipvane_test(NAME LINKS target... SOURCES file...)
+include(GoogleTest)
+function(lipvane_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "" "LINKS;SOURCES")
+  add_executable(${name}_test ${test_SOURCES})
+  target_link_libraries(${name}_test PRIVATE ${test_LINKS} lipvane_warnings GTest::gtest_main)
+  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR})
+  set_target_properties(${name}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
+                       PROPERTIES TIMEOUT 300)
+endfunction()

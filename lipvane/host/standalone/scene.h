@@ -1,0 +1,129 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lipvane/host/host.h"
+#include "lipvane/host/standalone/curve.h"
+#include "lipvane/host/standalone/transform.h"
+
+namespace lipvane::standalone {
+
+/// A scene that cannot be read: "FILE:LINE: reason" (no line when the file as a whole is at fault).
+class SceneError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The nine channels that a bone's curves drive, in the host's order.
+enum class Channel {
+  kTranslateX, kTranslateY, kTranslateZ,
+  kRotateX, kRotateY, kRotateZ,
+  kScaleX, kScaleY, kScaleZ,
+};
+inline constexpr std::size_t kChannelCount = 9;
+
+/// "translateX" and so on.
+const char* ChannelName(Channel channel);
+
+enum class NodeKind { kWorld, kTransform, kJoint, kShape };
+
+/// A DAG node by its number. Number 0 is the world.
+using NodeId = std::size_t;
+/// A path by its place in the walk. Path 0 is the world's.
+using PathId = std::size_t;
+
+/// Which input a channel or another transform attribute has.
+enum class Driver {
+  kNone,   ///< its own value
+  kCurve,  ///< a curve over time, directly or through a node that passes it on
+  kOther,  ///< something that is not evaluated here
+};
+
+/// A Maya ASCII scene in memory: what concerns DAG nodes, transform channels, curves, time and
+/// units is understood; everything else is kept as the bytes it was read as.
+class Scene {
+ public:
+  /// Throws SceneError. `progress`, when given, hears how many of how many bytes are done.
+  static Scene Open(const std::string& fileName,
+                    const std::function<void(std::size_t, std::size_t)>& progress = {});
+  /// The same from text in memory; `name` stands for the file in messages.
+  static Scene Parse(std::string text, const std::string& name);
+
+  Scene(Scene&&) noexcept;
+  Scene& operator=(Scene&&) noexcept;
+  ~Scene();
+
+  /// What was passed over while reading and a user should know: "FILE:LINE: text".
+  const std::vector<std::string>& ReadingNotes() const;
+  /// References to other files, which are not read: the file names as the scene gives them.
+  const std::vector<std::string>& References() const;
+
+  // Units.
+  const std::string& TimeUnit() const;     ///< as in the file: "film" when it says none
+  double FramesPerSecond() const;          ///< of the time unit
+  double CentimetresPerUnit() const;       ///< of the linear unit
+  /// The time that the file was saved at, in frames.
+  double StartTime() const;
+
+  // Nodes and paths. Paths are in the order of a depth-first walk, the world first, the default
+  // cameras next; a node with several parents has several paths.
+  std::size_t PathCount() const;
+  NodeId NodeOf(PathId path) const;
+  PathId ParentPath(PathId path) const;    ///< 0 for the world's own
+  std::string FullPath(PathId path) const;         ///< "|head|jaw"; empty for the world
+  std::string ShortestName(PathId path) const;     ///< "jaw", or as much of the path as makes it unique
+
+  std::size_t NodeCount() const;
+  const std::string& Name(NodeId node) const;      ///< the short name, "world" for the world
+  const std::string& Type(NodeId node) const;      ///< "joint", "transform", "mesh" ...
+  NodeKind Kind(NodeId node) const;
+  bool IsInFile(NodeId node) const;                ///< false for the world and implied default cameras
+  PathId FirstPath(NodeId node) const;
+  NodeId FirstParent(NodeId node) const;           ///< 0 for top-level nodes and for the world
+
+  // Values. Centimetres and radians.
+  /// All that makes the node's local matrix at a time in frames. `unread`, when given, is told the
+  /// long name of each attribute that counts and that something not evaluated here drives, and
+  /// the name of what drives it; the value stored in the file stands in for it.
+  TransformValues ValuesAt(
+      NodeId node, double frame,
+      const std::function<void(const std::string& attribute, const std::string& driver)>& unread = {})
+      const;
+
+  // Channels and their curves.
+  Driver DriverOf(NodeId node, Channel channel) const;
+  std::string DriverName(NodeId node, Channel channel) const;  ///< the node at the other end, or ""
+  bool IsLocked(NodeId node, Channel channel) const;
+  /// The curve that drives the channel, or null.
+  const Curve* CurveOf(NodeId node, Channel channel) const;
+  /// The curve that drives the channel, made when nothing drives it yet; false when the
+  /// channel is locked or something else drives it.
+  bool AttachCurve(NodeId node, Channel channel);
+  /// Adds or replaces a key (centimetres, radians). Needs an attached curve.
+  void SetKey(NodeId node, Channel channel, double frame, double value);
+
+  /// A curve and the channel it drives, by node path, then channel order.
+  struct DrivenChannel {
+    NodeId node;
+    Channel channel;
+    const Curve* curve;
+  };
+  std::vector<DrivenChannel> DrivenChannels() const;
+
+  /// The scene as a file: the bytes that were read, with the curves that were changed or added since.
+  void Write(std::ostream& out) const;
+
+ private:
+  struct Impl;
+  explicit Scene(std::unique_ptr<Impl> impl);
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace lipvane::standalone

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <fstream>
+#include <ostream>
+#include <string>
+
+namespace lipvane::text {
+
+/// No text file that we read is larger; more is a device or a mistake.
+inline constexpr std::size_t kMaxFileSize = std::size_t{4} << 30;
+
+/// The whole content of a file, byte for byte. False with a reason ("No such file or directory",
+/// "Is a directory" ...) when it cannot be read; then `content` is left alone.
+bool ReadFile(const std::string& fileName, std::string& content, std::string& reason);
+
+/// A file that is written whole or not at all: the bytes go to a temporary beside it, and `Commit`
+/// puts that in the file's place. Without a commit the destructor removes the temporary and an
+/// earlier file stays as it was. What is not a regular file (a device, a pipe) is written directly.
+class OutputFile {
+ public:
+  enum class Mode { kText, kBinary };
+
+  OutputFile() = default;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  ~OutputFile();
+
+  /// False with a reason when the file could not be written in the end (its folder is missing, it is
+  /// itself a folder or read-only ...).
+  bool Open(const std::string& fileName, Mode mode, std::string& reason);
+  std::ostream& Stream() { return stream_; }
+  /// Closes and puts the file in place. False with a reason when any write failed.
+  bool Commit(std::string& reason);
+  /// Closes and removes what was written so far.
+  void Discard();
+
+ private:
+  std::ofstream stream_;
+  std::string target_;
+  std::string temporary_;  ///< empty when the target is written directly
+};
+
+}  // namespace lipvane::text
