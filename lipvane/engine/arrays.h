@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace lipvane {
+
+/// Element `i` of an array that first grows with default elements to hold it. Reads at or past the
+/// end never fail; a negative position is std::out_of_range.
+template <typename T>
+T& Grown(std::vector<T>& array, int i) {
+  const auto index = static_cast<std::size_t>(i);
+  if (i >= 0 && index >= array.size()) {
+    array.resize(index + 1);
+  }
+  return array.at(index);
+}
+
+/// The weight of pose `j`. Deliberate: an array that is too short grows with zeros, but an empty
+/// one stays empty and means that every weight is 0.
+inline float WeightOfPose(std::vector<double>& weights, int j) {
+  return weights.empty() ? 0.0F : static_cast<float>(Grown(weights, j));
+}
+
+/// Destroys the elements of an array, the last first, one by one: the array's own destructor and
+/// clear() are noexcept and would not let a failure of an element's destructor out.
+template <typename T>
+void DestroyElements(std::vector<T>& array) {
+  while (!array.empty()) {
+    array.erase(array.end() - 1);
+  }
+}
+
+}  // namespace lipvane

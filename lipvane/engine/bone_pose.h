@@ -1,0 +1,93 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "lipvane/engine/math.h"
+#include "lipvane/engine/trail.h"
+
+namespace lipvane {
+
+/// One bone of one pose. There is no scale.
+struct TIndexedBone {
+  Vector3 translation;
+  Quaternion rotation;
+  /// The bone's position in the bone names; in a controller's output pose its outside identifier.
+  int boneIndex = 0;
+
+  TIndexedBone() {
+    Trail("TIndexedBone::TIndexedBone", [] {});
+  }
+};
+
+/// One pose: a bone transform for every bone, in bone order.
+class TBonePose {
+ public:
+  void AddBone(const TIndexedBone& bone);
+  /// Bone `i`. A pose that is too short grows with default bones; a negative position is
+  /// std::out_of_range. Valid until the pose grows.
+  TIndexedBone& GetBone(int i);
+  int BoneCount() const { return static_cast<int>(bones_.size()); }
+
+ private:
+  std::vector<TIndexedBone> bones_;
+};
+
+/// The bones of a rig, their poses and the result of the last blend. Pose 0 is the neutral pose,
+/// the speech targets' poses follow, then those of the expressions.
+///
+/// Copies are deep. References and pointers to elements are valid until their array grows.
+struct TBonePoseInfo {
+  int revision = 2;
+  /// A bone's position here is its index.
+  std::vector<std::string> boneNames;
+  /// Parallel to boneNames: what the outside calls each bone.
+  std::vector<int> boneIds;
+  std::vector<TBonePose> poses;
+  /// The result of the last Blend, one element a bone.
+  std::vector<TIndexedBone> blendedBones;
+
+  TBonePoseInfo() = default;
+  TBonePoseInfo(const TBonePoseInfo&) = default;
+  TBonePoseInfo(TBonePoseInfo&&) noexcept = default;
+  TBonePoseInfo& operator=(const TBonePoseInfo&) = default;
+  TBonePoseInfo& operator=(TBonePoseInfo&&) noexcept = default;
+  ~TBonePoseInfo() noexcept(false);
+
+  void AddBone(const std::string& name);
+  void AddPose(const TBonePose& pose);
+  /// Empties all four arrays.
+  void Clear();
+
+  /// The name of bone `i`; empty when there is no such bone.
+  std::string GetBoneName(int i) const;
+  /// The outside identifier of bone `i` (0 when it was given none), or -1 when there is no such
+  /// bone.
+  int GetBoneIndex(int i);
+  /// The position of the first bone with this identifier, or -1.
+  int FindBoneIndex(int id) const;
+  /// The blended bone of the first bone with this identifier, or null.
+  TIndexedBone* FindBone(int id);
+  /// Pose `i`. A list that is too short grows with empty poses; a negative position is
+  /// std::out_of_range.
+  TBonePose& GetPose(int i);
+
+  /// Gives every bone the identifier that its name has in the map, 0 when the map lacks it.
+  void AssignBoneIds(std::map<std::string, int> idByName);
+
+  /// Fills blendedBones: the neutral pose plus every pose's difference from it times the pose's
+  /// weight. Weights are in pose order, not clamped and not normalised. Missing poses, bones and
+  /// weights are made, by the same rules as those of the getters; an empty `weights` means 0 for
+  /// all and stays empty.
+  void Blend(std::vector<double>& weights);
+};
+
+/// One pose's contribution to one bone: adds `weight` times its difference from the neutral pose to
+/// the accumulator. `neutralInverse` is neutralR.Inverse(); poseR is a working copy and is aligned
+/// with neutralR and normalised in place.
+void _Blend(const Vector3& poseT, Quaternion& poseR,  // NOLINT(bugprone-reserved-identifier)
+            const Vector3& neutralT, const Quaternion& neutralR, const Quaternion& neutralInverse,
+            Vector3& accT, Quaternion& accR, float weight);
+
+}  // namespace lipvane

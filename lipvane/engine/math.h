@@ -1,0 +1,111 @@
+#pragma once
+
+/// The engine's small mathematics. Components are 32-bit floats. A rotation is stored scalar first
+/// (w, x, y, z). Matrices are row-major and work on row vectors: a point goes through as p * M, so
+/// the translation is the last row. Angles are radians.
+namespace lipvane {
+
+/// A point, a translation or a direction. By default (0, 0, 0).
+struct Vector3 {
+  float x = 0.0F;
+  float y = 0.0F;
+  float z = 0.0F;
+
+  constexpr Vector3() = default;
+  constexpr Vector3(float px, float py, float pz) : x(px), y(py), z(pz) {}
+
+  float Length() const;
+  /// Scales to the length given. A zero vector stays as it is.
+  void SetLength(float length);
+  /// A copy of length 1; the zero vector comes back as it is.
+  Vector3 Normalized() const;
+
+  /// Exactly equal, component by component.
+  friend constexpr bool operator==(const Vector3& a, const Vector3& b) {
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+  }
+  friend constexpr bool operator!=(const Vector3& a, const Vector3& b) { return !(a == b); }
+};
+
+struct Matrix4;
+
+/// A rotation, or any four components w, x, y, z. By default the identity (1, 0, 0, 0).
+struct Quaternion {
+  float w = 1.0F;
+  float x = 0.0F;
+  float y = 0.0F;
+  float z = 0.0F;
+
+  constexpr Quaternion() = default;
+  /// In storage order, stored unchanged.
+  constexpr Quaternion(float pw, float px, float py, float pz) : w(pw), x(px), y(py), z(pz) {}
+
+  /// The rotation by `angle` about an axis of any length, turning against the right-hand rule: the
+  /// half angle is negated. The identity when the axis is no longer than the epsilon of float.
+  static Quaternion FromAxisAngle(float angle, float ax, float ay, float az);
+  /// The Hamilton product.
+  static Quaternion Multiply(const Quaternion& a, const Quaternion& b);
+  /// From q1 (t = 0) to q2 (t = 1) the shorter way; the result is not renormalised.
+  static Quaternion Slerp(const Quaternion& q1, const Quaternion& q2, float t);
+  /// Negates `a` when that brings it nearer to `b`.
+  static void AlignHemisphere(Quaternion& a, const Quaternion& b);
+
+  /// Multiplies by `b` from the right: *this becomes Multiply(*this, b).
+  Quaternion& operator*=(const Quaternion& b);
+
+  /// To length 1. The identity when the length is 0 or not a number.
+  void Normalize();
+  /// Negates x, y and z in place.
+  void Conjugate();
+  /// The negated conjugate (-w, x, y, z): the same rotation as the conjugate.
+  Quaternion Inverse() const;
+  /// The exponential of the rotation vector in x, y, z, in place; w is not read.
+  void Exp();
+
+  /// The rotation matrix of a unit quaternion; the rest of `out` becomes that of the identity.
+  void ToMatrix4(Matrix4& out) const;
+  /// ToMatrix4 with rows and columns of the rotation exchanged.
+  void ToMatrix4Transposed(Matrix4& out) const;
+  /// Nine elements in the layout of ToMatrix4Transposed, except that each diagonal element adds its
+  /// second square.
+  void ToMatrix3(float out[9]) const;
+
+  /// Exactly equal, component by component: q and -q differ.
+  friend constexpr bool operator==(const Quaternion& a, const Quaternion& b) {
+    return a.w == b.w && a.x == b.x && a.y == b.y && a.z == b.z;
+  }
+  friend constexpr bool operator!=(const Quaternion& a, const Quaternion& b) { return !(a == b); }
+};
+
+/// A transform of row vectors. By default the identity.
+struct Matrix4 {
+  /// `flags`: this is the identity.
+  static constexpr int kIdentity = 1;
+  /// `flags`: elements 3, 7, 11 are 0 and element 15 is 1, so no projective divide is needed.
+  static constexpr int kAffine = 2;
+
+  /// Row by row; 12, 13, 14 are the translation, 3, 7, 11, 15 the projective column.
+  float m[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+  /// Shortcuts that the operations take. Whoever writes to `m` keeps them true.
+  int flags = kIdentity | kAffine;
+
+  /// The product a * b: first a, then b.
+  static Matrix4 Multiply(const Matrix4& a, const Matrix4& b);
+
+  void Translate(const Vector3& v);
+  void Scale(const Vector3& s);
+  void RotateX(float a);
+  void RotateY(float a);
+  void RotateZ(float a);
+
+  /// The inverse of an affine matrix; `out` may be this matrix. False, with `out` untouched, when
+  /// the determinant of the 3x3 part is below 1e-12.
+  bool Inverse(Matrix4& out) const;
+
+  /// p * M, divided by the projective coordinate when the matrix is not affine.
+  Vector3 TransformPoint(const Vector3& p) const;
+  /// The same without the translation.
+  Vector3 TransformVector(const Vector3& p) const;
+};
+
+}  // namespace lipvane
