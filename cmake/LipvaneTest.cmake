@@ -2,12 +2,23 @@
 #
 #   lipvane_test(NAME LINKS target... SOURCES file...)
 include(GoogleTest)
+
+# Tests reach each other as "tests/FOLDER/NAME.h", and the rooms only through what they link.
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH tree)
+set(LIPVANE_TEST_ROOT ${PROJECT_BINARY_DIR}/rooms/of_tests)
+file(MAKE_DIRECTORY ${LIPVANE_TEST_ROOT})
+file(CREATE_LINK ${tree}/tests ${LIPVANE_TEST_ROOT}/tests RESULT failed SYMBOLIC)
+if(failed)
+  set(LIPVANE_TEST_ROOT ${tree})
+endif()
+
 function(lipvane_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "" "" "LINKS;SOURCES")
   add_executable(${name}_test ${test_SOURCES})
   target_link_libraries(${name}_test PRIVATE ${test_LINKS} lipvane_warnings GTest::gtest_main)
-  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR})
-  set_target_properties(${name}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+  target_include_directories(${name}_test PRIVATE ${LIPVANE_TEST_ROOT})
+  set_target_properties(${name}_test PROPERTIES
+                        RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
                        PROPERTIES TIMEOUT 300)
 endfunction()

@@ -8,7 +8,14 @@ else()
                                -Woverloaded-virtual -Wold-style-cast
                                $<$<BOOL:${LIPVANE_WERROR}>:-Werror>)
 endif()
+
 if(LIPVANE_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
+  # float-cast-overflow is in no group: a count or a key time that does not fit must not pass.
+  set(sanitizers address,undefined,float-cast-overflow)
+  if(LIPVANE_BUILD_FUZZERS)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+  endif()
+  add_compile_options(-fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(-fsanitize=${sanitizers})
 endif()
