@@ -10,6 +10,9 @@ namespace lipvane::text {
 /// No text file that we read is larger; more is a device or a mistake.
 inline constexpr std::size_t kMaxFileSize = std::size_t{4} << 30;
 
+/// No pipe brings more text; more is a device that never ends.
+inline constexpr std::size_t kMaxPipeSize = std::size_t{256} << 20;
+
 /// The whole content of a file, byte for byte. False with a reason ("No such file or directory",
 /// "Is a directory" ...) when it cannot be read; then `content` is left alone.
 bool ReadFile(const std::string& fileName, std::string& content, std::string& reason);
@@ -26,13 +29,13 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();
 
-  /// False with a reason when the file could not be written in the end (its folder is missing, it is
-  /// itself a folder or read-only ...).
+  /// False with a reason when the file could not be written in the end (its folder is missing, it
+  /// is itself a folder or read-only ...).
   bool Open(const std::string& fileName, Mode mode, std::string& reason);
   std::ostream& Stream() { return stream_; }
   /// Closes and puts the file in place. False with a reason when any write failed.
   bool Commit(std::string& reason);
-  /// Closes and removes what was written so far.
+  /// Closes and removes what was written so far (of what is written directly, nothing).
   void Discard();
 
  private:

@@ -12,7 +12,8 @@ namespace lipvane::text {
 int IntegerPrefix(std::string_view token);
 
 /// The decimal real number that a token begins with, after white space; 0 when there is none (so
-/// for "inf", "nan" and the rest of "0x1p3" after its 0). Beyond the range of double: infinity or 0.
+/// for "inf", "nan" and the rest of "0x1p3" after its 0). Beyond the range of double: infinity or
+/// 0.
 double RealPrefix(std::string_view token);
 
 /// The number that is the whole token, or nothing. Also knows "inf", "nan" and their spellings

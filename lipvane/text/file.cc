@@ -1,0 +1,244 @@
+#include "lipvane/text/file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <locale>
+#include <memory>
+#include <new>
+#include <system_error>
+#include <utility>
+
+#ifdef _WIN32
+#include <process.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace lipvane::text {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kSmallestRead = std::size_t{64} << 10;
+constexpr int kMostLinks = 40;
+constexpr int kMostTemporaries = 1000;
+// Folders allow 255 bytes a name; what we put around it needs some of them.
+constexpr std::size_t kLongestNameInTemporary = 200;
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
+};
+using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+long ProcessId() {
+#ifdef _WIN32
+  return _getpid();
+#else
+  return getpid();
+#endif
+}
+
+std::string Words(int error) {
+  return std::generic_category().message(error);
+}
+
+std::string Words(std::errc error) {
+  return Words(static_cast<int>(error));
+}
+
+/// What the last call on a file left behind; a library that leaves nothing gets a general word.
+std::string LastError() {
+  return Words(errno != 0 ? errno : EIO);
+}
+
+/// Reads to the end, `expected` bytes in one go.
+bool ReadToEnd(std::FILE* file, std::size_t expected, std::size_t limit, std::string& bytes,
+               std::string& reason) {
+  std::size_t length = 0;
+  // One more than expected, so that the first read already meets the end.
+  std::size_t room = std::max(expected + 1, kSmallestRead);
+  for (;;) {
+    bytes.resize(room);
+    errno = 0;
+    length += std::fread(bytes.data() + length, 1, room - length, file);
+    if (std::ferror(file) != 0) {
+      reason = LastError();
+      return false;
+    }
+    if (length > limit) {
+      reason = Words(std::errc::file_too_large);
+      return false;
+    }
+    if (length < room) break;
+    room += room;
+  }
+  bytes.resize(length);
+  return true;
+}
+
+/// Whether a symbolic link is a name for an open file, as "/dev/stdout" leads to.
+bool NamesDescriptor(const std::string& link) {
+  return link.compare(0, 6, "/proc/") == 0 || link.compare(0, 8, "/dev/fd/") == 0;
+}
+
+/// Where the symbolic links of `path` end, there or not.
+bool FollowLinks(fs::path& path, bool& throughDescriptor, std::string& reason) {
+  std::error_code error;
+  throughDescriptor = false;
+  for (int links = 0; fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+    if (links == kMostLinks) {
+      reason = Words(std::errc::too_many_symbolic_link_levels);
+      return false;
+    }
+    throughDescriptor = throughDescriptor || NamesDescriptor(path.string());
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) {
+      reason = error.message();
+      return false;
+    }
+    path = path.parent_path() / next;  // an absolute `next` replaces all of it
+  }
+  return true;
+}
+
+/// Makes an empty file of a new name beside `target`; an empty path with a reason when it cannot.
+fs::path MakeTemporary(const fs::path& target, std::string& reason) {
+  const std::string name = target.filename().string().substr(0, kLongestNameInTemporary);
+  const std::string stem = "." + name + ".lipvane-" + std::to_string(ProcessId()) + "-";
+  for (int i = 0; i < kMostTemporaries; ++i) {
+    fs::path path = target.parent_path() / (stem + std::to_string(i) + ".tmp");
+    errno = 0;
+    if (FileHandle(std::fopen(path.string().c_str(), "wbx"))) return path;
+    if (errno != EEXIST) break;
+  }
+  reason = LastError();
+  return {};
+}
+
+}  // namespace
+
+bool ReadFile(const std::string& fileName, std::string& content, std::string& reason) {
+  std::error_code error;
+  const fs::file_status status = fs::status(fileName, error);
+  if (fs::is_directory(status)) {
+    reason = Words(std::errc::is_a_directory);
+    return false;
+  }
+  std::size_t expected = 0;
+  if (fs::is_regular_file(status)) {
+    const std::uintmax_t size = fs::file_size(fileName, error);
+    if (!error && size > kMaxFileSize) {
+      reason = Words(std::errc::file_too_large);
+      return false;
+    }
+    if (!error) expected = static_cast<std::size_t>(size);
+  }
+
+  errno = 0;
+  const FileHandle file(std::fopen(fileName.c_str(), "rb"));
+  if (!file) {
+    reason = LastError();
+    return false;
+  }
+  const std::size_t limit = fs::is_regular_file(status) ? kMaxFileSize : kMaxPipeSize;
+  std::string bytes;
+  try {
+    if (!ReadToEnd(file.get(), expected, limit, bytes, reason)) return false;
+  } catch (const std::bad_alloc&) {
+    reason = Words(std::errc::not_enough_memory);
+    return false;
+  }
+  content = std::move(bytes);
+  return true;
+}
+
+OutputFile::~OutputFile() {
+  Discard();
+}
+
+bool OutputFile::Open(const std::string& fileName, Mode mode, std::string& reason) {
+  Discard();
+  fs::path target(fileName);
+  bool throughDescriptor = false;
+  if (!FollowLinks(target, throughDescriptor, reason)) return false;
+
+  std::error_code error;
+  const fs::file_status status = fs::status(fileName, error);
+  if (fs::is_directory(status) || (!fileName.empty() && target.filename().empty())) {
+    reason = Words(std::errc::is_a_directory);
+    return false;
+  }
+  const std::ios::openmode kind = mode == Mode::kBinary ? std::ios::binary : std::ios::openmode();
+  const bool exists = fs::exists(status);
+  if (exists && (throughDescriptor || !fs::is_regular_file(status))) {
+    // Appending: what stands for our own output may be a file that others have written to.
+    errno = 0;
+    stream_.open(fileName, std::ios::out | std::ios::app | kind);
+    if (!stream_) reason = LastError();
+    return stream_.is_open();
+  }
+
+  errno = 0;
+  if (exists && !FileHandle(std::fopen(target.string().c_str(), "ab"))) {
+    reason = LastError();
+    return false;
+  }
+  const fs::path temporary = MakeTemporary(target, reason);
+  if (temporary.empty()) return false;
+  target_ = target.string();
+  temporary_ = temporary.string();
+  errno = 0;
+  stream_.open(temporary_, std::ios::out | std::ios::trunc | kind);
+  if (!stream_) {
+    reason = LastError();
+    Discard();
+    return false;
+  }
+  if (exists) fs::permissions(temporary, status.permissions(), error);
+  if (exists && error) {
+    reason = error.message();
+    Discard();
+    return false;
+  }
+  return true;
+}
+
+bool OutputFile::Commit(std::string& reason) {
+  if (!stream_.is_open()) {
+    reason = Words(std::errc::bad_file_descriptor);
+    return false;
+  }
+  const bool goodSoFar = stream_.good();
+  errno = 0;
+  stream_.close();
+  if (!stream_.good()) {
+    reason = goodSoFar ? LastError() : "Not all of it could be written; is the disk full?";
+    Discard();
+    return false;
+  }
+  std::error_code error;
+  if (!temporary_.empty()) fs::rename(temporary_, target_, error);
+  if (error) {
+    reason = error.message();
+    Discard();
+    return false;
+  }
+  temporary_.clear();
+  return true;
+}
+
+void OutputFile::Discard() {
+  if (stream_.is_open()) stream_.close();
+  stream_.clear();
+  // Numbers are ours to format; the process's locale has no say in them.
+  stream_.imbue(std::locale::classic());
+  if (temporary_.empty()) return;
+  std::error_code ignored;
+  fs::remove(temporary_, ignored);
+  temporary_.clear();
+}
+
+}  // namespace lipvane::text

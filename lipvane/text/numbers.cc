@@ -1,0 +1,136 @@
+#include "lipvane/text/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <cstddef>
+#include <limits>
+#include <system_error>
+
+namespace lipvane::text {
+namespace {
+
+constexpr int kStreamPrecision = 6;
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+std::string_view WithoutLeadingSpace(std::string_view text) {
+  const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
+  return start == std::string_view::npos ? std::string_view() : text.substr(start);
+}
+
+/// std::from_chars knows no plus sign.
+std::string_view WithoutPlus(std::string_view text) {
+  const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
+  return plus ? text.substr(1) : text;
+}
+
+/// Whether digits begin here, after a minus sign and perhaps a decimal point: no "inf", no "nan".
+bool BeginsWithDigits(std::string_view text) {
+  std::size_t i = 0;
+  if (i < text.size() && text[i] == '-') ++i;
+  if (i < text.size() && text[i] == '.') ++i;
+  return i < text.size() && IsDigit(text[i]);
+}
+
+/// What stands for a decimal number whose size is beyond double: infinity when it is large, zero
+/// when it is small, by the place of its first digit that counts.
+double OutOfRangeValue(std::string_view number) {
+  const bool negative = number[0] == '-';
+  if (negative) number.remove_prefix(1);
+  const std::size_t exponentMark = number.find_first_of("eE");
+  const std::string_view digits = number.substr(0, exponentMark);
+
+  const std::size_t first = digits.find_first_of("123456789");
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  long long place = static_cast<long long>(point) - static_cast<long long>(first);
+  if (exponentMark != std::string_view::npos)
+    place += IntegerPrefix(number.substr(exponentMark + 1));
+
+  const double value = place > 0 ? std::numeric_limits<double>::infinity() : 0.0;
+  return negative ? -value : value;
+}
+
+struct Parsed {
+  double value = 0.0;
+  std::size_t length = 0;  // 0: no number
+};
+
+Parsed Parse(std::string_view text) {
+  Parsed parsed;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, parsed.value);
+  if (error == std::errc::invalid_argument) return Parsed();
+  parsed.length = static_cast<std::size_t>(stop - text.data());
+  if (error == std::errc::result_out_of_range) {
+    parsed.value = OutOfRangeValue(text.substr(0, parsed.length));
+  }
+  return parsed;
+}
+
+/// "1.#INF", "-1.#IND", "1.#QNAN0": how some C libraries print what is not finite.
+std::optional<double> HashSpelling(std::string_view text) {
+  const bool negative = !text.empty() && text[0] == '-';
+  if (negative) text.remove_prefix(1);
+  if (text.substr(0, 3) != "1.#") return std::nullopt;
+  text.remove_prefix(3);
+
+  std::string name;
+  while (!text.empty() && std::isalpha(static_cast<unsigned char>(text[0])) != 0) {
+    name += static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+    text.remove_prefix(1);
+  }
+  if (text.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
+
+  using Limits = std::numeric_limits<double>;
+  if (name == "INF") return negative ? -Limits::infinity() : Limits::infinity();
+  if (name == "IND" || name == "NAN" || name == "QNAN" || name == "SNAN") {
+    return negative ? -Limits::quiet_NaN() : Limits::quiet_NaN();
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+int IntegerPrefix(std::string_view token) {
+  const std::string_view text = WithoutPlus(WithoutLeadingSpace(token));
+  int value = 0;
+  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  static_cast<void>(stop);
+  if (error == std::errc::result_out_of_range) {
+    return text[0] == '-' ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max();
+  }
+  return value;
+}
+
+double RealPrefix(std::string_view token) {
+  const std::string_view text = WithoutPlus(WithoutLeadingSpace(token));
+  return BeginsWithDigits(text) ? Parse(text).value : 0.0;
+}
+
+std::optional<double> WholeReal(std::string_view token) {
+  const std::string_view text = WithoutPlus(token);
+  const Parsed parsed = Parse(text);
+  if (parsed.length > 0 && parsed.length == text.size()) return parsed.value;
+  return HashSpelling(text);
+}
+
+void AppendReal(std::string& out, double value) {
+  std::array<char, 32> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                          std::chars_format::general, kStreamPrecision);
+  static_cast<void>(error);  // the longest, "-1.23457e-308", has room
+  out.append(buffer.data(), end);
+}
+
+std::string ExactReal(double value) {
+  std::array<char, 32> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  static_cast<void>(error);  // the shortest form never needs more than 24
+  return std::string(buffer.data(), end);
+}
+
+}  // namespace lipvane::text

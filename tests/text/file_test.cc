@@ -1,0 +1,191 @@
+#include "lipvane/text/file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace lipvane::text {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A folder of its own for each test.
+class FileTest : public testing::Test {
+ protected:
+  FileTest() {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    folder_ = fs::path(testing::TempDir()) / (std::string("lipvane_") + test->name());
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  ~FileTest() override { fs::remove_all(folder_); }
+
+  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+
+  std::string Make(const std::string& name, const std::string& bytes) const {
+    std::ofstream(Path(name), std::ios::binary) << bytes;
+    return Path(name);
+  }
+
+  static std::string Content(const std::string& path) {
+    std::string content;
+    std::string reason;
+    EXPECT_TRUE(ReadFile(path, content, reason)) << reason;
+    return content;
+  }
+
+  /// Every name in the folder, so that a temporary left behind shows.
+  std::ptrdiff_t Entries() const {
+    return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
+  }
+
+  static bool Write(const std::string& path, const std::string& bytes, std::string& reason) {
+    OutputFile file;
+    if (!file.Open(path, OutputFile::Mode::kBinary, reason)) return false;
+    file.Stream() << bytes;
+    return file.Commit(reason);
+  }
+
+  fs::path folder_;
+};
+
+using ReadFileTest = FileTest;
+using OutputFileTest = FileTest;
+
+TEST_F(ReadFileTest, KeepsEveryByte) {
+  const std::string bytes("a\r\n\0\x1a\xff b", 8);
+  EXPECT_EQ(Content(Make("small", bytes)), bytes);
+  EXPECT_EQ(Content(Make("empty", "")), "");
+  const std::string large(300001, 'x');
+  EXPECT_EQ(Content(Make("large", large)), large);
+}
+
+TEST_F(ReadFileTest, ReadsWhatHasNoSize) {
+  if (!fs::exists("/proc/self/status")) GTEST_SKIP() << "no such files here";
+  EXPECT_FALSE(Content("/proc/self/status").empty());
+}
+
+TEST_F(ReadFileTest, SaysWhyItCannot) {
+  std::string content = "before";
+  std::string reason;
+  EXPECT_FALSE(ReadFile(Path("missing"), content, reason));
+  EXPECT_EQ(reason, "No such file or directory");
+  EXPECT_FALSE(ReadFile(folder_.string(), content, reason));
+  EXPECT_EQ(reason, "Is a directory");
+  fs::resize_file(Make("vast", ""), kMaxFileSize + 1);  // sparse: takes no room
+  EXPECT_FALSE(ReadFile(Path("vast"), content, reason));
+  EXPECT_EQ(reason, "File too large");
+  EXPECT_FALSE(ReadFile("/dev/zero", content, reason));  // would never end
+  EXPECT_EQ(reason, "File too large");
+  EXPECT_EQ(content, "before");
+}
+
+TEST_F(OutputFileTest, ReplacesOnCommitAlone) {
+  const std::string path = Make("out", "old");
+  std::string reason;
+  {
+    OutputFile file;
+    ASSERT_TRUE(file.Open(path, OutputFile::Mode::kText, reason)) << reason;
+    file.Stream() << "new" << std::flush;
+    EXPECT_EQ(Content(path), "old");
+    ASSERT_TRUE(file.Commit(reason)) << reason;
+    EXPECT_EQ(Content(path), "new");
+  }
+  EXPECT_EQ(Content(path), "new");
+  EXPECT_EQ(Entries(), 1);
+}
+
+TEST_F(OutputFileTest, LeavesNothingWithoutCommit) {
+  const std::string path = Make("out", "old");
+  std::string reason;
+  {
+    OutputFile file;
+    ASSERT_TRUE(file.Open(path, OutputFile::Mode::kText, reason)) << reason;
+    file.Stream() << "half";
+    ASSERT_TRUE(file.Open(Path("other"), OutputFile::Mode::kText, reason)) << reason;
+    file.Discard();
+    EXPECT_FALSE(file.Commit(reason));
+    ASSERT_TRUE(file.Open(Path("third"), OutputFile::Mode::kText, reason)) << reason;
+  }
+  EXPECT_EQ(Content(path), "old");
+  EXPECT_EQ(Entries(), 1);
+}
+
+TEST_F(OutputFileTest, KeepsPermissionsAndLinks) {
+  const fs::perms narrow = fs::perms::owner_read | fs::perms::owner_write;
+  fs::permissions(Make("secret", "old"), narrow);
+  fs::create_symlink("secret", Path("link"));
+  fs::create_symlink("not_yet", Path("dangling"));
+  std::string reason;
+  EXPECT_TRUE(Write(Path("link"), "new", reason)) << reason;
+  EXPECT_TRUE(Write(Path("dangling"), "made", reason)) << reason;
+  EXPECT_TRUE(fs::is_symlink(Path("link")));
+  EXPECT_EQ(Content(Path("secret")), "new");
+  EXPECT_EQ(fs::status(Path("secret")).permissions(), narrow);
+  EXPECT_EQ(Content(Path("not_yet")), "made");
+}
+
+TEST_F(OutputFileTest, RefusesWhatCannotBeWritten) {
+  fs::create_symlink("round", Path("round"));
+  std::string reason;
+  EXPECT_FALSE(Write(Path("missing/out"), "x", reason));
+  EXPECT_EQ(reason, "No such file or directory");
+  EXPECT_FALSE(Write("", "x", reason));
+  EXPECT_EQ(reason, "No such file or directory");
+  EXPECT_FALSE(Write(folder_.string(), "x", reason));
+  EXPECT_EQ(reason, "Is a directory");
+  EXPECT_FALSE(Write(Path("missing/"), "x", reason));
+  EXPECT_EQ(reason, "Is a directory");
+  EXPECT_FALSE(Write(Path("round"), "x", reason));
+  EXPECT_EQ(reason, "Too many levels of symbolic links");
+  EXPECT_EQ(Entries(), 1);
+}
+
+TEST_F(OutputFileTest, RefusesAReadOnlyFile) {
+  const std::string path = Make("fixed", "old");
+  fs::permissions(path, fs::perms::owner_read);
+  if (std::ofstream(path, std::ios::app).is_open()) GTEST_SKIP() << "root may write everything";
+  std::string reason;
+  EXPECT_FALSE(Write(path, "new", reason));
+  EXPECT_EQ(reason, "Permission denied");
+}
+
+TEST_F(OutputFileTest, TellsOfAFullDisk) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full here";
+  std::string reason;
+  EXPECT_FALSE(Write("/dev/full", "x", reason));
+  EXPECT_EQ(reason, "No space left on device");
+  reason.clear();
+  EXPECT_FALSE(Write("/dev/full", std::string(1000000, 'x'), reason));
+  EXPECT_FALSE(reason.empty());
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(OutputFileTest, AppendsToAnOpenFile) {
+  const std::string path = Make("log", "earlier ");
+  const std::ofstream held(path, std::ios::app);
+  ASSERT_TRUE(held.is_open());
+  if (!fs::exists("/proc/self/fd")) GTEST_SKIP() << "open files have no names here";
+  for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
+    std::error_code error;
+    if (fs::read_symlink(entry.path(), error) != path) continue;
+    std::string reason;
+    EXPECT_TRUE(Write(entry.path().string(), "later", reason)) << reason;
+    break;
+  }
+  EXPECT_EQ(Content(path), "earlier later");
+}
+
+TEST_F(OutputFileTest, TakesLongNames) {
+  const std::string path = Path(std::string(255, 'n'));
+  std::string reason;
+  EXPECT_TRUE(Write(path, "x", reason)) << reason;
+  EXPECT_EQ(Content(path), "x");
+}
+
+}  // namespace
+}  // namespace lipvane::text
