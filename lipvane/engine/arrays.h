@@ -1,8 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
 #include <vector>
 
+/// How the engine handles its arrays: reads past the end grow them, look-ups answer null.
 namespace lipvane {
 
 /// Element `i` of an array that first grows with default elements to hold it. Reads at or past the
@@ -20,6 +23,21 @@ T& Grown(std::vector<T>& array, int i) {
 /// one stays empty and means that every weight is 0.
 inline float WeightOfPose(std::vector<double>& weights, int j) {
   return weights.empty() ? 0.0F : static_cast<float>(Grown(weights, j));
+}
+
+/// Element `i`, or null when there is none.
+template <typename T>
+T* ElementOrNull(std::vector<T>& array, int i) {
+  const auto index = static_cast<std::size_t>(i);
+  return i >= 0 && index < array.size() ? &array[index] : nullptr;
+}
+
+/// The first element of exactly this name, or null.
+template <typename T>
+T* FindNamed(std::vector<T>& array, const std::string& name) {
+  const auto found = std::find_if(array.begin(), array.end(),
+                                  [&](const T& element) { return element.name == name; });
+  return found == array.end() ? nullptr : &*found;
 }
 
 /// Destroys the elements of an array, the last first, one by one: the array's own destructor and

@@ -59,25 +59,33 @@ void _Blend(const Vector3& poseT, Quaternion& poseR,  // NOLINT(bugprone-reserve
 
 void TBonePoseInfo::Blend(std::vector<double>& weights) {
   Trail("TBonePoseInfo::Blend", [&] {
-    const int boneCount = static_cast<int>(boneNames.size());
     GetPose(0);
-    for (int i = 0; i < boneCount; ++i) {
+    for (int i = 0; i < static_cast<int>(boneNames.size()); ++i) {
       const TIndexedBone neutral = GetPose(0).GetBone(i);
-      const Quaternion inverse = neutral.rotation.Inverse();
-      Vector3 translation = neutral.translation;
-      Quaternion rotation = neutral.rotation;
-      // The neutral pose too: it moves nothing, but flips the sign of the rotation.
-      for (int j = 0; j < static_cast<int>(poses.size()); ++j) {
-        const float weight = WeightOfPose(weights, j);
-        TIndexedBone pose = GetPose(j).GetBone(i);
-        _Blend(pose.translation, pose.rotation, neutral.translation, neutral.rotation, inverse,
-               translation, rotation, weight);
-      }
-      TIndexedBone& blended = Grown(blendedBones, i);
-      blended.translation = translation;
-      blended.rotation = rotation;
+      BlendBone(i, neutral, weights);
     }
   });
+}
+
+void TBonePoseInfo::BlendBone(int i, const TIndexedBone& reference, std::vector<double>& weights) {
+  const Quaternion inverse = reference.rotation.Inverse();
+  Vector3 translation = reference.translation;
+  Quaternion rotation = reference.rotation;
+  // Deliberate: the neutral pose takes its turn too. It moves nothing, but flips the rotation's
+  // sign.
+  for (int j = 0; j < static_cast<int>(poses.size()); ++j) {
+    const float weight = WeightOfPose(weights, j);
+    TIndexedBone pose = GetPose(j).GetBone(i);
+    _Blend(pose.translation, pose.rotation, reference.translation, reference.rotation, inverse,
+           translation, rotation, weight);
+  }
+  StoreBlended(i, translation, rotation);
+}
+
+void TBonePoseInfo::StoreBlended(int i, const Vector3& translation, const Quaternion& rotation) {
+  TIndexedBone& blended = Grown(blendedBones, i);
+  blended.translation = translation;
+  blended.rotation = rotation;
 }
 
 }  // namespace lipvane

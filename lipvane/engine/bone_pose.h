@@ -81,6 +81,12 @@ struct TBonePoseInfo {
   /// weights are made, by the same rules as those of the getters; an empty `weights` means 0 for
   /// all and stays empty.
   void Blend(std::vector<double>& weights);
+
+ protected:
+  /// Blends bone `i` of every pose against a reference bone into blendedBones.
+  void BlendBone(int i, const TIndexedBone& reference, std::vector<double>& weights);
+  /// Sets the transform of blended bone `i`; its boneIndex stays.
+  void StoreBlended(int i, const Vector3& translation, const Quaternion& rotation);
 };
 
 /// One pose's contribution to one bone: adds `weight` times its difference from the neutral pose to

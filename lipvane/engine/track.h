@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace lipvane {
+
+/// A value at a time, on whatever scale the animation uses (files: usually milliseconds).
+struct TAnimationKey {
+  int time = 0;
+  double value = 0.0;
+};
+
+/// The weight of one speech target or one expression over time. Between keys the track eases with
+/// zero slope at both; outside them it holds the end values.
+class TAnimationTrack {
+ public:
+  /// The speech target or the expression that the track drives.
+  std::string name;
+
+  TAnimationTrack() = default;
+  TAnimationTrack(const TAnimationTrack&) = default;
+  TAnimationTrack(TAnimationTrack&&) noexcept = default;
+  TAnimationTrack& operator=(const TAnimationTrack&) = default;
+  TAnimationTrack& operator=(TAnimationTrack&&) noexcept = default;
+  ~TAnimationTrack() noexcept(false);
+
+  /// Appends a key. Sampling expects keys in ascending order of time; nothing here sorts them.
+  void AddKey(const TAnimationKey& key);
+  /// Key `i`, or null. Valid until a key is added or deleted.
+  const TAnimationKey* GetKey(int i) const;
+  /// Removes key `i`, which must exist: std::out_of_range otherwise.
+  void DeleteKey(int i);
+  int KeyCount() const { return static_cast<int>(keys_.size()); }
+
+  /// The value at a time; 0 without keys. Not a number at the time of the last two keys when they
+  /// share it.
+  double ValueAtTime(double t) const;
+
+ private:
+  std::vector<TAnimationKey> keys_;
+};
+
+}  // namespace lipvane
