@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "lipvane/host/host.h"
+
+namespace lipvane::scene {
+
+/// Finds nodes by short name: one walk over the scene serves any number of names, and each search
+/// tells what a walk of its own would have told.
+class DagSearch {
+ public:
+  using Visitor = std::function<void(const host::DagPath& path, const host::Node& node)>;
+
+  /// Walks the scene once, looking for any of these names (exact, case-sensitive). A walk
+  /// that cannot be begun is printed with the label "MItDag constructor".
+  DagSearch(host::Host& host, const std::vector<std::string>& names);
+
+  /// The outcome of beginning the walk.
+  const host::Status& status() const { return status_; }
+
+  /// Visits every node of that name in the order of the walk, and prints the nodes that could
+  /// not be read where they stand between them. True when a node was visited.
+  bool ForEach(const std::string& name, const Visitor& visit) const;
+
+ private:
+  struct Match {
+    std::size_t place;  // in the walk
+    host::DagPath path;
+    host::Node node;
+  };
+  struct Unreadable {
+    std::size_t place;
+    host::Status status;
+    const char* label;
+  };
+
+  void Walk(host::DagIterator& iterator);
+
+  host::Host& host_;
+  host::Status status_;
+  std::unordered_map<std::string, std::vector<Match>> matches_;
+  std::vector<Unreadable> unreadable_;
+};
+
+}  // namespace lipvane::scene
