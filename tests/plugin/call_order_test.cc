@@ -1,0 +1,148 @@
+// Which calls of the host the commands make, in which order, and what a failure of each one does.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "lipvane/plugin/export_poses_command.h"
+#include "lipvane/plugin/facial_anim_command.h"
+#include "tests/support/lbp_text.h"
+#include "tests/support/recording_host.h"
+#include "tests/support/temporary_folder.h"
+
+namespace lipvane::plugin {
+namespace {
+
+using test::RecordingHost;
+using test::Words;
+
+using Calls = std::vector<std::string>;
+
+test::SceneDescription TwoJoints() {
+  test::NodeDescription head, jaw;
+  head.path = "|head";
+  jaw.path = "|head|jaw";
+  return {head, jaw};
+}
+
+Calls operator+(Calls a, const Calls& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+Calls ForChannels(const std::string& call, const std::string& prefix, const Calls& kinds) {
+  Calls calls;
+  for (const std::string& kind : kinds) {
+    for (const char axis : {'X', 'Y', 'Z'})
+      calls.push_back(call + " " + prefix + kind + axis);
+  }
+  return calls;
+}
+
+const Calls kWalk = {
+    "NewDagIterator",      "GetPath ",          "AttachDagNode ",         "GetPath |head",
+    "AttachDagNode |head", "GetPath |head|jaw", "AttachDagNode |head|jaw"};
+
+class CallOrder : public testing::Test {
+ protected:
+  std::string File(const std::string& name) const { return folder_.Path() + "/" + name; }
+  std::string Lbp(const Calls& bones, std::size_t poses) {
+    std::ofstream(File("given.lbp"))
+        << test::LbpText(bones, std::vector<std::vector<test::BoneLine>>(
+                                    poses, std::vector<test::BoneLine>(bones.size())));
+    return File("given.lbp");
+  }
+  test::TemporaryFolder folder_;
+};
+
+TEST_F(CallOrder, ImportBindsThenKeysRotationBeforeTranslation) {
+  RecordingHost host(TwoJoints());
+  FacialAnimCommand(host).DoIt(Words({"-import", "-lbp", Lbp({"jaw"}, 2)}));
+  const auto keyed = Calls{"AttachJoint |head|jaw", "GetOrientation", "EulerAngles"} +
+                     ForChannels("AddKeyframe", "|head|jaw.", {"rotate", "translate"});
+  const Calls expected = Calls{"NewArgDatabase"} + kWalk +
+                         ForChannels("FindAttribute", "", {"translate", "rotate", "scale"}) +
+                         Calls{"TransformOf |head|jaw"} +
+                         ForChannels("Create", "|head|jaw.", {"translate", "rotate", "scale"}) +
+                         Calls{"SetCurrentTime 0"} + keyed + Calls{"SetCurrentTime 10"} + keyed;
+  EXPECT_EQ(host.Calls(), expected);
+}
+
+TEST_F(CallOrder, ExportWalksOnceForTheSkeletonAndOnceAPoseAfterItsTime) {
+  RecordingHost host(TwoJoints());
+  ExportPosesCommand(host).DoIt(
+      Words({"-bl", "jaw", "-hb", "head", "-lbp", File("out.lbp"), "-np", "2"}));
+  const Calls captured = {"TransformOf |head|jaw", "LocalMatrix |head|jaw", "Decompose",
+                          "TransformOf |head",     "LocalMatrix |head",     "Decompose"};
+  const Calls expected = Calls{"NewArgDatabase"} + kWalk +
+                         Calls{"ParentOf", "ParentOf", "SetCurrentTime 0"} + kWalk + captured +
+                         Calls{"SetCurrentTime 10"} + kWalk + captured + Calls{"SetCurrentTime 0"};
+  EXPECT_EQ(host.Calls(), expected);
+}
+
+TEST_F(CallOrder, SelectReadsTheSelectionAroundTheLastBone) {
+  RecordingHost host(TwoJoints());
+  FacialAnimCommand(host).DoIt(Words({"-select", "-lbp", Lbp({"jaw", "nobody"}, 0)}));
+  const Calls tail(host.Calls().end() - 6, host.Calls().end());
+  EXPECT_EQ(tail, (Calls{"DisplayWarning", "SelectByName jaw", "GetSelectionLength",
+                         "SelectByName nobody", "GetSelectionLength", "ClearSelection"}));
+}
+
+// Every call fails in turn; what was asked for goes on around it.
+TEST_F(CallOrder, ImportSurvivesTheFailureOfAnyCall) {
+  const std::string lbp = Lbp({"jaw", "head"}, 2);
+  RecordingHost whole(TwoJoints());
+  FacialAnimCommand(whole).DoIt(Words({"-import", "-lbp", lbp}));
+  ASSERT_GT(whole.CallsThatCanFail(), 50u);
+  for (std::size_t n = 0; n < whole.CallsThatCanFail(); ++n) {
+    RecordingHost host(TwoJoints());
+    host.FailCall(n);
+    EXPECT_TRUE(FacialAnimCommand(host).DoIt(Words({"-import", "-lbp", lbp})).ok()) << n;
+    // The time moves on whatever fails but itself.
+    EXPECT_TRUE(host.currentTime == 10.0 || host.currentTime == 0.0) << n;
+    std::size_t keys = 0;
+    for (const auto& [channel, curve] : host.curves)
+      keys += curve.size();
+    if (n == 0) {
+      EXPECT_EQ(host.shown.at(0).label, "MItDag constructor");
+      EXPECT_EQ(keys, 0u);
+    } else if (n <= 6) {
+      // An unreadable node is printed once a bone; the other bone is keyed all the same.
+      const std::string label = n % 2 == 1 ? "MItDag::getPath" : "MFnDagNode constructor";
+      EXPECT_EQ(std::count_if(host.shown.begin(), host.shown.end(),
+                              [&](const test::Shown& s) { return s.label == label; }),
+                2)
+          << n;
+      EXPECT_EQ(keys, n <= 2 ? 24u : 12u) << n;
+    } else {
+      EXPECT_LE(24u - keys, 12u) << n;
+      EXPECT_TRUE(host.shown.empty()) << n;
+    }
+  }
+}
+
+TEST_F(CallOrder, ExportSurvivesTheFailureOfAnyCall) {
+  const auto words = [&] {
+    return Words({"-bl", "jaw", "-hb", "head", "-lbp", File("out.lbp"), "-np", "2"});
+  };
+  RecordingHost whole(TwoJoints());
+  ExportPosesCommand(whole).DoIt(words());
+  for (std::size_t n = 0; n < whole.CallsThatCanFail(); ++n) {
+    RecordingHost host(TwoJoints());
+    host.FailCall(n);
+    EXPECT_TRUE(ExportPosesCommand(host).DoIt(words()).ok()) << n;
+    std::ostringstream text;
+    text << std::ifstream(File("out.lbp")).rdbuf();
+    // Where the skeleton cannot be walked the header ends with its title, and the poses follow.
+    EXPECT_EQ(text.str().find("head_bone=head") != std::string::npos, n != 0) << n;
+    EXPECT_NE(text.str().find("\n// Number of Bone Poses\n2\n\n// Bone Pose 0: Neutral\n"),
+              std::string::npos)
+        << n;
+    EXPECT_NE(text.str().find("\n\n// Bone Pose 1: Eat\n"), std::string::npos) << n;
+  }
+}
+
+}  // namespace
+}  // namespace lipvane::plugin

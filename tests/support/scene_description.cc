@@ -1,0 +1,64 @@
+#include "tests/support/scene_description.h"
+
+#include <sstream>
+
+namespace lipvane::test {
+namespace {
+
+void AppendCurve(std::ostringstream& out, const NodeDescription& node, std::size_t number,
+                 bool rotates, std::size_t axis) {
+  const char letter = "xyz"[axis];
+  const std::string curve =
+      NameOf(node) + std::to_string(number) + (rotates ? "_r" : "_t") + letter;
+  out << "createNode animCurveT" << (rotates ? 'A' : 'L') << " -n \"" << curve << "\";\n"
+      << "\tsetAttr \".tan\" 18;\n\tsetAttr \".wgt\" no;\n"
+      << "\tsetAttr -s " << node.frames.size() << " \".ktv[0:" << node.frames.size() - 1 << "]\" ";
+  for (const auto& [frame, stand] : node.frames) {
+    out << ' ' << frame << ' ' << (rotates ? stand.rotate : stand.translate)[axis];
+  }
+  out << ";\nconnectAttr \"" << curve << ".o\" \"" << node.path << (rotates ? ".r" : ".t") << letter
+      << "\";\n";
+}
+
+}  // namespace
+
+std::string NameOf(const NodeDescription& node) {
+  return node.path.substr(node.path.rfind('|') + 1);
+}
+
+std::string ParentPathOf(const NodeDescription& node) {
+  return node.path.substr(0, node.path.rfind('|'));
+}
+
+std::string MayaAscii(const SceneDescription& scene) {
+  std::ostringstream out;
+  out.precision(17);
+  out << "//Maya ASCII 2024 scene\nrequires maya \"2024\";\n"
+      << "currentUnit -l centimeter -a degree -t film;\n";
+  for (const NodeDescription& node : scene) {
+    out << "createNode " << node.type << " -n \"" << NameOf(node) << '"';
+    if (!ParentPathOf(node).empty()) out << " -p \"" << ParentPathOf(node) << '"';
+    out << ";\n";
+    if (node.type == "mesh") continue;
+    const auto triple = [&](const char* attribute, const Triple& v) {
+      out << "\tsetAttr \"." << attribute << "\" -type \"double3\" " << v[0] << ' ' << v[1] << ' '
+          << v[2] << " ;\n";
+    };
+    triple("t", node.stand.translate);
+    triple("r", node.stand.rotate);
+    if (node.type == "joint") triple("jo", node.orient);
+  }
+  std::size_t number = 0;
+  for (const NodeDescription& node : scene) {
+    ++number;
+    if (node.frames.empty()) continue;
+    for (std::size_t axis = 0; axis < 3; ++axis)
+      AppendCurve(out, node, number, false, axis);
+    for (std::size_t axis = 0; axis < 3; ++axis)
+      AppendCurve(out, node, number, true, axis);
+  }
+  out << "// End of scene.ma\n";
+  return out.str();
+}
+
+}  // namespace lipvane::test
