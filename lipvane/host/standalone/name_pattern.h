@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lipvane/host/standalone/scene.h"
+
+namespace lipvane::standalone {
+
+/// The name of nodes as a user writes it: a short name ("jaw"), the end of a path ("head|jaw") or a
+/// whole path ("|head|jaw"). `*` stands for any characters and `?` for one; as in the host
+/// neither reaches over a namespace's colon, and a leading colon is the root namespace.
+class NamePattern {
+ public:
+  explicit NamePattern(std::string_view pattern);
+
+  /// Without wildcards, so that a user means one node.
+  bool IsPlain() const;
+  /// The last part of the path, which the node's short name must match.
+  const std::string& ShortName() const { return parts_.back(); }
+  /// The world matches no pattern.
+  bool Matches(const Scene& scene, PathId path) const;
+
+ private:
+  std::vector<std::string> parts_;
+  bool wholePath_ = false;
+};
+
+}  // namespace lipvane::standalone

@@ -1,0 +1,300 @@
+#include "lipvane/host/standalone/standalone_host.h"
+
+#include <algorithm>
+#include <any>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "lipvane/host/standalone/words.h"
+
+namespace lipvane::standalone {
+namespace {
+
+// What the handles of the interface hold. Small enough for std::any to hold without allocating.
+struct PathHandle {
+  PathId id;
+};
+struct NodeHandle {
+  NodeId id;
+};
+struct AttributeHandle {
+  Channel channel;
+};
+
+std::optional<PathId> IdOf(const host::DagPath& path) {
+  const auto* handle = std::any_cast<PathHandle>(&path.object);
+  if (handle == nullptr) return std::nullopt;
+  return handle->id;
+}
+
+std::optional<NodeId> IdOf(const host::Node& node) {
+  const auto* handle = std::any_cast<NodeHandle>(&node.object);
+  if (handle == nullptr) return std::nullopt;
+  return handle->id;
+}
+
+bool HasChannels(NodeKind kind) {
+  return kind == NodeKind::kTransform || kind == NodeKind::kJoint;
+}
+
+class SceneIterator : public host::DagIterator {
+ public:
+  explicit SceneIterator(std::size_t pathCount) : pathCount_(pathCount) {}
+
+  bool IsDone() const override { return at_ >= pathCount_; }
+  void Next() override { ++at_; }
+  host::Status GetPath(host::DagPath& path) const override {
+    if (IsDone()) return host::StatusCode::kFailure;
+    path.object = PathHandle{at_};
+    return {};
+  }
+
+ private:
+  PathId at_ = 0;
+  std::size_t pathCount_;
+};
+
+}  // namespace
+
+/// Holds no part of the scene itself: a curve is found through the channel that it drives.
+class StandaloneHost::SceneCurve : public host::AnimCurve {
+ public:
+  explicit SceneCurve(StandaloneHost& host) : host_(host) {}
+
+  host::Status Create(const host::Node& node, const host::Attribute& attribute) override {
+    const auto id = IdOf(node);
+    const auto* handle = std::any_cast<AttributeHandle>(&attribute.object);
+    if (!id || handle == nullptr || !HasChannels(host_.scene_.Kind(*id))) {
+      return host::StatusCode::kInvalidParameter;
+    }
+    if (!host_.AttachCurve(*id, handle->channel)) return host::StatusCode::kFailure;
+    attached_ = true;
+    node_ = *id;
+    channel_ = handle->channel;
+    return {};
+  }
+
+  host::Status AddKeyframe(double frame, double value) override {
+    if (!attached_) return host::StatusCode::kFailure;
+    if (!std::isfinite(frame) || !std::isfinite(value)) return host::StatusCode::kInvalidParameter;
+    host_.scene_.SetKey(node_, channel_, frame, value);
+    return {};
+  }
+
+ private:
+  StandaloneHost& host_;
+  bool attached_ = false;
+  NodeId node_ = 0;
+  Channel channel_ = Channel::kTranslateX;
+};
+
+StandaloneHost::StandaloneHost(Scene& scene, MessageSink sink)
+    : scene_(scene), sink_(std::move(sink)), currentTime_(scene.StartTime()) {}
+
+std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
+  std::vector<PathId> found;
+  if (!pattern.IsPlain()) {
+    for (PathId path = 0; path < scene_.PathCount(); ++path) {
+      if (pattern.Matches(scene_, path)) found.push_back(path);
+    }
+    return found;
+  }
+  if (pathsByName_.empty()) {
+    for (PathId path = 0; path < scene_.PathCount(); ++path) {
+      pathsByName_[scene_.Name(scene_.NodeOf(path))].push_back(path);
+    }
+  }
+  const auto candidates = pathsByName_.find(pattern.ShortName());
+  if (candidates == pathsByName_.end()) return found;
+  for (const PathId path : candidates->second) {
+    if (pattern.Matches(scene_, path)) found.push_back(path);
+  }
+  return found;
+}
+
+void StandaloneHost::Select(const std::vector<PathId>& paths, host::ListAdjustment adjustment) {
+  if (adjustment == host::ListAdjustment::kReplaceList) ClearSelection();
+  for (const PathId path : paths) {
+    if (selected_.insert(path).second) selection_.push_back(path);
+  }
+}
+
+std::unique_ptr<host::DagIterator> StandaloneHost::NewDagIterator(host::Status& status) {
+  for (const std::string& file : scene_.References()) {
+    WarnOnce("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
+  }
+  status = {};
+  return std::make_unique<SceneIterator>(scene_.PathCount());
+}
+
+host::Status StandaloneHost::AttachDagNode(const host::DagPath& path, host::Node& node) {
+  const auto id = IdOf(path);
+  if (!id) return host::StatusCode::kInvalidParameter;
+  node.object = NodeHandle{scene_.NodeOf(*id)};
+  return {};
+}
+
+host::Status StandaloneHost::TransformOf(const host::DagPath& path, host::Node& transform) {
+  const auto id = IdOf(path);
+  if (!id) return host::StatusCode::kInvalidParameter;
+  PathId at = *id;
+  while (at != 0 && !HasChannels(scene_.Kind(scene_.NodeOf(at))))
+    at = scene_.ParentPath(at);
+  if (at == 0) return host::StatusCode::kInvalidParameter;
+  transform.object = NodeHandle{scene_.NodeOf(at)};
+  return {};
+}
+
+std::string StandaloneHost::NodeName(const host::Node& node) {
+  const auto id = IdOf(node);
+  return id ? scene_.Name(*id) : std::string();
+}
+
+host::Node StandaloneHost::ParentOf(const host::Node& node, unsigned index) {
+  const auto id = IdOf(node);
+  if (!id || *id == 0) return {};
+  if (index == 0) return {NodeHandle{scene_.FirstParent(*id)}};
+  std::vector<NodeId> parents;
+  for (PathId path = scene_.FirstPath(*id); path < scene_.PathCount(); ++path) {
+    if (scene_.NodeOf(path) != *id) continue;
+    const NodeId parent = scene_.NodeOf(scene_.ParentPath(path));
+    if (std::find(parents.begin(), parents.end(), parent) == parents.end()) {
+      parents.push_back(parent);
+    }
+  }
+  if (index >= parents.size()) return {};
+  return {NodeHandle{parents[index]}};
+}
+
+host::Attribute StandaloneHost::FindAttribute(const host::Node& node, const std::string& name) {
+  static constexpr const char* kShortNames[kChannelCount] = {"tx", "ty", "tz", "rx", "ry",
+                                                             "rz", "sx", "sy", "sz"};
+  const auto id = IdOf(node);
+  if (!id || !HasChannels(scene_.Kind(*id))) return {};
+  for (std::size_t i = 0; i < kChannelCount; ++i) {
+    const auto channel = static_cast<Channel>(i);
+    if (name == ChannelName(channel) || name == kShortNames[i]) return {AttributeHandle{channel}};
+  }
+  return {};
+}
+
+host::Status StandaloneHost::LocalMatrix(const host::Node& transform, host::Matrix& matrix) {
+  const auto id = IdOf(transform);
+  if (!id) return host::StatusCode::kInvalidParameter;
+  TransformValues values;
+  if (HasChannels(scene_.Kind(*id))) {
+    values = scene_.ValuesAt(*id, currentTime_,
+                             [&](const std::string& attribute, const std::string& driver) {
+                               WarnNotEvaluated(*id, attribute, driver);
+                             });
+  }
+  matrix = standalone::LocalMatrix(values);
+  return {};
+}
+
+host::Transformation StandaloneHost::Decompose(const host::Matrix& matrix) {
+  return standalone::Decompose(matrix);
+}
+
+std::array<double, 3> StandaloneHost::EulerAngles(const host::Matrix& matrix) {
+  return standalone::EulerAngles(matrix);
+}
+
+host::Status StandaloneHost::AttachJoint(const host::Node& node) {
+  const auto id = IdOf(node);
+  if (!id || scene_.Kind(*id) != NodeKind::kJoint) return host::StatusCode::kInvalidParameter;
+  return {};
+}
+
+host::Status StandaloneHost::GetOrientation(const host::Node& joint, host::Rotation& orientation) {
+  const host::Status attached = AttachJoint(joint);
+  if (!attached.ok()) return attached;
+  const NodeId id = *IdOf(joint);
+  const TransformValues values = scene_.ValuesAt(
+      id, currentTime_, [&](const std::string& attribute, const std::string& driver) {
+        if (attribute.rfind("jointOrient", 0) == 0) WarnNotEvaluated(id, attribute, driver);
+      });
+  orientation = RotationFromEuler(values.jointOrient, RotateOrder::kXyz);
+  return {};
+}
+
+std::unique_ptr<host::AnimCurve> StandaloneHost::NewAnimCurve() {
+  return std::make_unique<SceneCurve>(*this);
+}
+
+host::Status StandaloneHost::SetCurrentTime(double frame) {
+  if (!std::isfinite(frame)) return host::StatusCode::kInvalidParameter;
+  currentTime_ = frame;
+  return {};
+}
+
+host::Status StandaloneHost::SelectByName(const std::string& name,
+                                          host::ListAdjustment adjustment) {
+  const std::vector<PathId> paths = FindPaths(NamePattern(name));
+  if (paths.empty()) return host::StatusCode::kFailure;
+  Select(paths, adjustment);
+  return {};
+}
+
+host::Status StandaloneHost::GetSelectionLength(unsigned& length) {
+  length = static_cast<unsigned>(selection_.size());
+  return {};
+}
+
+host::Status StandaloneHost::ClearSelection() {
+  selection_.clear();
+  selected_.clear();
+  return {};
+}
+
+std::unique_ptr<host::ArgDatabase> StandaloneHost::NewArgDatabase(
+    const host::Syntax& syntax, const host::Arguments& arguments) {
+  return std::make_unique<WordArgDatabase>(syntax, arguments);
+}
+
+void StandaloneHost::DisplayError(const std::string& text) {
+  sink_({Message::Kind::kError, text, {}, {}});
+}
+
+void StandaloneHost::DisplayWarning(const std::string& text) {
+  sink_({Message::Kind::kWarning, text, {}, {}});
+}
+
+void StandaloneHost::PrintStatus(const host::Status& status, const std::string& label) {
+  sink_({Message::Kind::kDiagnostic, status.Description(), label, {}});
+}
+
+void StandaloneHost::ShowMessageBox(const std::string& text, const std::string& title,
+                                    host::BoxIcon /*icon*/) {
+  sink_({Message::Kind::kBox, text, {}, title});
+}
+
+void StandaloneHost::WarnOnce(const std::string& text) {
+  if (warned_.insert(text).second) DisplayWarning(text);
+}
+
+void StandaloneHost::WarnNotEvaluated(NodeId node, const std::string& attribute,
+                                      const std::string& driver) {
+  WarnOnce(AttributePath(node, attribute) + " is driven by " + driver +
+           ", which is not evaluated: its value in the file is used");
+}
+
+bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
+  if (scene_.AttachCurve(node, channel)) return true;
+  const std::string path = AttributePath(node, ChannelName(channel));
+  if (scene_.IsLocked(node, channel)) {
+    WarnOnce(path + " is locked: it gets no curve and no keys");
+  } else {
+    WarnOnce(path + " is driven by " + scene_.DriverName(node, channel) +
+             " (not a curve over time): it gets no curve and no keys");
+  }
+  return false;
+}
+
+std::string StandaloneHost::AttributePath(NodeId node, const std::string& attribute) const {
+  return scene_.FullPath(scene_.FirstPath(node)) + "." + attribute;
+}
+
+}  // namespace lipvane::standalone

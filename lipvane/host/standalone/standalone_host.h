@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "lipvane/host/host.h"
+#include "lipvane/host/standalone/message.h"
+#include "lipvane/host/standalone/name_pattern.h"
+#include "lipvane/host/standalone/scene.h"
+
+namespace lipvane::standalone {
+
+/// The embedded host: what the commands ask for, done on a scene in memory. What the scene cannot
+/// evaluate or will not take is a warning that names it, once a command.
+class StandaloneHost : public host::Host {
+ public:
+  /// The scene must outlive the host and keep its nodes.
+  StandaloneHost(Scene& scene, MessageSink sink);
+
+  /// Lets the warnings that come once a command come again.
+  void BeginCommand() { warned_.clear(); }
+
+  const Scene& GetScene() const { return scene_; }
+  double CurrentTime() const { return currentTime_; }
+  /// In the order in which they were selected.
+  const std::vector<PathId>& Selection() const { return selection_; }
+
+  /// Every path that the pattern names, in the order of the walk.
+  std::vector<PathId> FindPaths(const NamePattern& pattern);
+  /// Paths that are selected already stay where they are.
+  void Select(const std::vector<PathId>& paths, host::ListAdjustment adjustment);
+
+  std::unique_ptr<host::DagIterator> NewDagIterator(host::Status& status) override;
+  host::Status AttachDagNode(const host::DagPath& path, host::Node& node) override;
+  host::Status TransformOf(const host::DagPath& path, host::Node& transform) override;
+  std::string NodeName(const host::Node& node) override;
+  host::Node ParentOf(const host::Node& node, unsigned index) override;
+  host::Attribute FindAttribute(const host::Node& node, const std::string& name) override;
+
+  host::Status LocalMatrix(const host::Node& transform, host::Matrix& matrix) override;
+  host::Transformation Decompose(const host::Matrix& matrix) override;
+  std::array<double, 3> EulerAngles(const host::Matrix& matrix) override;
+  host::Status AttachJoint(const host::Node& node) override;
+  host::Status GetOrientation(const host::Node& joint, host::Rotation& orientation) override;
+
+  std::unique_ptr<host::AnimCurve> NewAnimCurve() override;
+  /// Fails, with the time left alone, when the frame is not finite.
+  host::Status SetCurrentTime(double frame) override;
+
+  /// The name is a pattern; fails when nothing matches, with the selection left alone.
+  host::Status SelectByName(const std::string& name, host::ListAdjustment adjustment) override;
+  host::Status GetSelectionLength(unsigned& length) override;
+  host::Status ClearSelection() override;
+
+  std::unique_ptr<host::ArgDatabase> NewArgDatabase(const host::Syntax& syntax,
+                                                    const host::Arguments& arguments) override;
+
+  void DisplayError(const std::string& text) override;
+  void DisplayWarning(const std::string& text) override;
+  void PrintStatus(const host::Status& status, const std::string& label) override;
+  void ShowMessageBox(const std::string& text, const std::string& title,
+                      host::BoxIcon icon) override;
+
+ private:
+  class SceneCurve;
+
+  void WarnOnce(const std::string& text);
+  void WarnNotEvaluated(NodeId node, const std::string& attribute, const std::string& driver);
+  /// Puts the curve on the channel, or warns why there is none.
+  bool AttachCurve(NodeId node, Channel channel);
+  std::string AttributePath(NodeId node, const std::string& attribute) const;
+
+  Scene& scene_;
+  MessageSink sink_;
+  double currentTime_;
+  std::vector<PathId> selection_;
+  std::set<PathId> selected_;  // the same paths
+  std::set<std::string> warned_;
+  std::unordered_map<std::string_view, std::vector<PathId>> pathsByName_;  // made when first needed
+};
+
+}  // namespace lipvane::standalone
