@@ -2,20 +2,19 @@
 # CMake package lipvane. It holds no absolute path, so the installed folder may be moved.
 include(CMakePackageConfigHelpers)
 
-# Of text, which formats are built on, only the headers that theirs include.
-set(LIPVANE_PACKAGE_ROOMS text engine formats)
+# Headers that no public one includes stay at home, among them all of text.
+set(internal_headers engine/arrays.h engine/trace.h formats/data_lines.h text/file.h text/numbers.h)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/lipvane)
 
-foreach(room IN LISTS LIPVANE_PACKAGE_ROOMS)
+foreach(room text engine formats)
   install(TARGETS lipvane_${room} EXPORT lipvaneTargets
           ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-  get_target_property(folder lipvane_${room} LIPVANE_FOLDER)
   get_target_property(headers lipvane_${room} LIPVANE_HEADERS)
-  if(room STREQUAL "text")
-    set(headers ${LIPVANE_PUBLIC_TEXT_HEADERS})
-  endif()
-  list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/${folder}/)
-  install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${folder} COMPONENT development)
+  list(TRANSFORM headers PREPEND ${room}/)
+  list(REMOVE_ITEM headers ${internal_headers})
+  list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/lipvane/)
+  install(FILES ${headers} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lipvane/${room}
+          COMPONENT development)
 endforeach()
 
 if(TARGET lipvane)

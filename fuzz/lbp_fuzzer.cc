@@ -1,0 +1,58 @@
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lipvane/engine/bone_pose.h"
+#include "lipvane/engine/exception.h"
+#include "lipvane/formats/lbp.h"
+#include "lipvane/formats/lbp_hierarchy.h"
+#include "lipvane/formats/phonemes.h"
+
+namespace {
+
+void Expect(bool held) {
+  if (!held) std::abort();
+}
+
+void ReadPoses(std::string_view text) {
+  lipvane::TBonePoseInfo info;
+  lipvane::PhonemeMapping mapping;
+  lipvane::ReadProblem problem;
+  if (!lipvane::ReadLbpText(text, info, mapping, problem)) {
+    Expect(!problem.reason.empty() && problem.line >= 0);
+    Expect(info.boneNames.empty() && info.poses.empty() && mapping.speechTargets.empty());
+    return;
+  }
+  // What was accepted can be blended, unless it is so large that doing so would only cost time.
+  if (info.boneNames.size() * info.poses.size() < 100000) {
+    std::vector<double> weights(info.poses.size(), 0.5);
+    info.Blend(weights);
+    Expect(info.blendedBones.size() >= info.boneNames.size());
+  }
+}
+
+void ReadHierarchy(std::string_view text) {
+  std::map<int, std::string> nameByNumber;
+  std::map<std::string, int> numberByName;
+  std::map<std::string, std::string> parentByName;
+  if (!lipvane::ReadLbpHierarchyText(text, nameByNumber, numberByName, parentByName)) {
+    Expect(nameByNumber.empty() && numberByName.empty() && parentByName.empty());
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string text(data, data + size);
+  try {
+    ReadPoses(text);
+    ReadHierarchy(text);
+  } catch (const lipvane::TamskException&) {
+    // The engine may refuse what the file asks of it.
+  }
+  return 0;
+}

@@ -1,0 +1,74 @@
+// Writes a bone pose file and an animation and reads both back.
+#include <cstdio>
+#include <fstream>
+#include <map>
+#include <string>
+
+#include "lipvane/engine/animation.h"
+#include "lipvane/engine/bone_pose.h"
+#include "lipvane/formats/lbp.h"
+#include "lipvane/formats/lbp_hierarchy.h"
+#include "lipvane/formats/ltf.h"
+#include "lipvane/formats/phonemes.h"
+
+namespace {
+
+int failures = 0;
+
+void Check(bool held, const char* what) {
+  if (!held) {
+    std::printf("Failed: %s\n", what);
+    ++failures;
+  }
+}
+
+void BonePoseFile() {
+  {
+    std::ofstream out("face.lbp", std::ios::binary);
+    lipvane::LbpHeader header;
+    header.boneCount = 1;
+    header.hierarchy = {{"jaw", "world"}};
+    header.headBoneName = "jaw";
+    Check(lipvane::WriteLbpHeader(out, header), "writing the header");
+    lipvane::WriteLbpPoseCount(out, 1);
+    lipvane::WriteLbpPoseLabel(out, 0, "Neutral");
+    lipvane::WritePoseBoneLines(out, {lipvane::LbpBone{}});
+    lipvane::WriteLbpBlankLine(out);
+  }
+  lipvane::TBonePoseInfo info;
+  lipvane::PhonemeMapping mapping;
+  Check(lipvane::ReadLbpFile("face.lbp", info, mapping), "reading the poses");
+  Check(info.boneNames.size() == 1 && info.poses.size() == 1, "one bone, one pose");
+  Check(mapping.SpeechTargetCount() == 15, "fifteen speech targets");
+  Check(std::string(lipvane::DefaultPhonemeTable).rfind("Iy ", 0) == 0, "the default table");
+
+  std::map<int, std::string> nameByNumber;
+  std::map<std::string, int> numberByName;
+  std::map<std::string, std::string> parentByName;
+  Check(lipvane::ReadLbpHierarchy("face.lbp", nameByNumber, numberByName, parentByName),
+        "reading the hierarchy");
+  Check(nameByNumber[1] == "jaw", "the jaw's number");
+}
+
+void AnimationFile() {
+  lipvane::TAnimationTrack track;
+  track.name = "Eat";
+  track.AddKey({0, 0.0});
+  track.AddKey({120, 1.0});
+  lipvane::TAnimation written;
+  written.AddTrack(track);
+  written.Digest();
+  Check(lipvane::WriteLtfFile("line.ltf", written), "writing the animation");
+
+  lipvane::TAnimation read;
+  Check(lipvane::LoadLtfFile("line.ltf", read), "reading the animation");
+  Check(read.length == 120 && read.tracks.size() == 1, "its length and its track");
+}
+
+}  // namespace
+
+int main() {
+  BonePoseFile();
+  AnimationFile();
+  return failures == 0 ? 0 : 1;
+}
