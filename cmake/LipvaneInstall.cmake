@@ -17,8 +17,8 @@ foreach(room text engine formats)
           COMPONENT development)
 endforeach()
 
-if(TARGET lipvane)
-  install(TARGETS lipvane RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
+if(TARGET lipvane_cli)
+  install(TARGETS lipvane_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
 endif()
 
 install(EXPORT lipvaneTargets NAMESPACE lipvane:: DESTINATION ${package_dir} COMPONENT development)

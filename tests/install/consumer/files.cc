@@ -1,14 +1,12 @@
-// Writes a bone pose file and an animation and reads both back.
+// Writes a bone pose file and reads it back.
 #include <cstdio>
 #include <fstream>
 #include <map>
 #include <string>
 
-#include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/lbp_hierarchy.h"
-#include "lipvane/formats/ltf.h"
 #include "lipvane/formats/phonemes.h"
 
 namespace {
@@ -50,25 +48,9 @@ void BonePoseFile() {
   Check(nameByNumber[1] == "jaw", "the jaw's number");
 }
 
-void AnimationFile() {
-  lipvane::TAnimationTrack track;
-  track.name = "Eat";
-  track.AddKey({0, 0.0});
-  track.AddKey({120, 1.0});
-  lipvane::TAnimation written;
-  written.AddTrack(track);
-  written.Digest();
-  Check(lipvane::WriteLtfFile("line.ltf", written), "writing the animation");
-
-  lipvane::TAnimation read;
-  Check(lipvane::LoadLtfFile("line.ltf", read), "reading the animation");
-  Check(read.length == 120 && read.tracks.size() == 1, "its length and its track");
-}
-
 }  // namespace
 
 int main() {
   BonePoseFile();
-  AnimationFile();
   return failures == 0 ? 0 : 1;
 }
