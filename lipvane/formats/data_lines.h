@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+/// Lines and tokens as every one of our text files has them: "//" begins a comment, empty lines
+/// mean nothing, tokens stand between single separators. Nothing is copied: lines and tokens are
+/// views into the text, which has to live as long.
+namespace lipvane {
+
+/// Takes one line off `remaining`: the text before the first "//" or line feed, or all of it. What
+/// remains starts after that line feed and those that follow it directly. Carriage returns at the
+/// end of a line are no part of it. Returns how many line feeds were passed.
+std::size_t NextDataLine(std::string_view& remaining, std::string_view& line);
+
+/// Goes through the tokens of a line. A separator at the very start of what is left ends the
+/// splitting: the rest is one token, so two separators in a row join all that follows. A trailing
+/// separator gives an empty last token; an empty line is one empty token.
+class TokenCursor {
+ public:
+  TokenCursor(std::string_view line, std::string_view separator)
+      : remaining_(line), separator_(separator) {}
+
+  /// The next token; the empty text when there is none.
+  std::string_view Next();
+  void Skip(int count);
+  bool Done() const { return done_; }
+
+ private:
+  std::string_view remaining_;
+  std::string_view separator_;
+  bool done_ = false;
+};
+
+/// All tokens of a line, by the rules of the cursor.
+std::vector<std::string_view> SplitTokens(std::string_view line, std::string_view separator);
+std::vector<std::string_view> SplitTokens(std::string_view line, char separator);
+
+/// Gives the lines of a text that hold data, and where they stand.
+class DataLineReader {
+ public:
+  explicit DataLineReader(std::string_view text) : remaining_(text) {}
+
+  /// The next line that is not empty (blanks alone are not empty). False at the end of the text; a
+  /// lone slash there is a comment that was cut short, not data.
+  bool Next(std::string_view& line);
+  /// The number, from 1, of the line that `Next` gave last; 0 before the first.
+  std::size_t LineNumber() const { return lineNumber_; }
+
+ private:
+  std::string_view remaining_;
+  std::size_t lineNumber_ = 0;
+  std::size_t nextLineNumber_ = 1;
+};
+
+}  // namespace lipvane

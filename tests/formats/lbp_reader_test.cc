@@ -1,0 +1,235 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdio>
+#include <fstream>
+#include <initializer_list>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "lipvane/formats/lbp.h"
+#include "lipvane/formats/limits.h"
+#include "tests/formats/sample_lbp.h"
+#include "tests/support/comma_locale.h"
+
+namespace lipvane {
+namespace {
+
+using Names = std::vector<std::string>;
+using Replacements = std::vector<std::pair<std::string, std::string>>;
+using test::SampleLbp;
+
+/// Both objects, not empty before, so that appending shows and so does a refusal that changes them.
+struct Rig {
+  Rig() {
+    poseInfo.AddBone("earlier");
+    poseInfo.AddPose(TBonePose());
+    mapping.AddSpeechTarget("earlier");
+    mapping.AddPhoneme("earlier", {1.0F});
+  }
+
+  bool Read(const std::string& text) { return ReadLbpText(text, poseInfo, mapping, problem); }
+
+  bool Untouched() const {
+    return poseInfo.boneNames == Names{"earlier"} && poseInfo.poses.size() == 1 &&
+           mapping.speechTargets == Names{"earlier"} && mapping.phonemes == Names{"earlier"} &&
+           mapping.weights == std::vector<std::vector<float>>{{1.0F}};
+  }
+
+  /// Whether all that the sample's counts announce has been added.
+  bool Complete() {
+    bool complete = poseInfo.boneNames.size() == 3 && poseInfo.poses.size() == 3 &&
+                    mapping.speechTargets.size() == 3 && mapping.phonemes.size() == 44 &&
+                    mapping.weights.size() == 44;
+    for (int p = 1; complete && p < 3; ++p)
+      complete = poseInfo.GetPose(p).BoneCount() == 2;
+    return complete;
+  }
+
+  TIndexedBone Bone(int pose, int bone) { return poseInfo.GetPose(pose + 1).GetBone(bone); }
+  std::vector<float> Row(int phoneme) {
+    return mapping.weights.at(1 + static_cast<std::size_t>(phoneme));
+  }
+
+  TBonePoseInfo poseInfo;
+  PhonemeMapping mapping;
+  ReadProblem problem;
+};
+
+void ExpectSample(Rig& rig) {
+  ASSERT_TRUE(rig.Complete());
+  EXPECT_EQ(rig.poseInfo.boneNames, (Names{"earlier", "jaw", "head"}));
+  EXPECT_EQ(rig.mapping.speechTargets, (Names{"earlier", "Eat", "Ox"}));
+  EXPECT_EQ(rig.mapping.phonemes[43], "P42");
+  EXPECT_EQ(rig.Row(42), (std::vector<float>{0.42F, 0.5F}));
+  for (int p = 0; p < 2; ++p) {
+    for (int b = 0; b < 2; ++b) {
+      const TIndexedBone bone = rig.Bone(p, b);
+      EXPECT_EQ(bone.translation, Vector3(static_cast<float>(p), static_cast<float>(b), 0.5F));
+      EXPECT_EQ(bone.rotation, Quaternion(1.0F, 2.0F, 3.0F, 4.0F));
+      EXPECT_EQ(bone.boneIndex, b);
+    }
+  }
+}
+
+TEST(ReadLbp, AppendsAllThatItReads) {
+  Rig rig;
+  ASSERT_TRUE(rig.Read(SampleLbp())) << rig.problem.reason;
+  ExpectSample(rig);
+}
+
+TEST(ReadLbp, AcceptsBothLineEnds) {
+  std::string text;
+  for (const char c : SampleLbp())
+    text += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  Rig rig;
+  ASSERT_TRUE(rig.Read(text)) << rig.problem.reason;
+  ExpectSample(rig);
+}
+
+TEST(ReadLbp, IgnoresTheLocale) {
+  const test::CommaLocale comma;
+  Rig rig;
+  ASSERT_TRUE(rig.Read(SampleLbp())) << rig.problem.reason;
+  ExpectSample(rig);
+}
+
+TEST(ReadLbp, TakesTheVersionByItsIntegerPrefix) {
+  EXPECT_TRUE(Rig().Read(SampleLbp({{"// Version\n2", "// Version\n2.5 x"}})));
+  for (const char* version : {"3", "-2", "x2", "20", " "}) {
+    Rig rig;
+    EXPECT_FALSE(rig.Read(SampleLbp({{"// Version\n2", std::string("\n") + version}}))) << version;
+    EXPECT_TRUE(rig.Untouched());
+    EXPECT_EQ(rig.problem.line, 2);
+  }
+  Rig rig;
+  EXPECT_FALSE(rig.Read(SampleLbp({{"// Version\n2", "3"}})));
+  EXPECT_EQ(rig.problem.reason, "the version is 3, not 2");
+}
+
+TEST(ReadLbp, FillsShortLinesUp) {
+  Rig rig;
+  ASSERT_TRUE(rig.Read(SampleLbp({{"Eat Ox", "Eat"},
+                                  {"P7 0.07 0.50", "P7 0.07"},
+                                  {"P8 0.08 0.50", "P8  0.08 0.50"},
+                                  {"P9 0.09 0.50", "P9 x .25y 0.75"},
+                                  {"jaw -> head", "jaw"},
+                                  {"0 1 0.5 1 1 1 1 2 3 4\n\n// Bone Pose 1", "5 6"}})))
+      << rig.problem.reason;
+  EXPECT_EQ(rig.mapping.speechTargets, (Names{"earlier", "Eat", ""}));
+  EXPECT_EQ(rig.Row(7), (std::vector<float>{0.07F, 0.0F}));
+  EXPECT_EQ(rig.Row(8), (std::vector<float>{0.08F, 0.0F}));
+  EXPECT_EQ(rig.Row(9), (std::vector<float>{0.0F, 0.25F}));
+  EXPECT_EQ(rig.poseInfo.boneNames[1], "jaw");
+  EXPECT_EQ(rig.Bone(0, 1).translation, Vector3(5.0F, 6.0F, 0.0F));
+  EXPECT_EQ(rig.Bone(0, 1).rotation, Quaternion(0.0F, 0.0F, 0.0F, 0.0F));
+}
+
+TEST(ReadLbp, JoinsTheRestOfALineAfterTwoBlanks) {
+  Rig rig;
+  ASSERT_TRUE(rig.Read(SampleLbp({{" 1 1 0.5 ", " 1  1 0.5 "}})));
+  EXPECT_EQ(rig.Bone(1, 1).translation, Vector3(1.0F, 1.0F, 0.0F));
+  EXPECT_EQ(rig.Bone(1, 1).rotation, Quaternion(0.0F, 0.0F, 0.0F, 0.0F));
+}
+
+TEST(ReadLbp, DoesNotLoopForCountsBelowOne) {
+  Rig rig;
+  ASSERT_TRUE(rig.Read(
+      SampleLbp({{"// Number of Speech Targets\n2", "-1"}, {"2 // poses", "-2147483648"}})));
+  EXPECT_EQ(rig.mapping.speechTargets.size(), 1U);
+  EXPECT_TRUE(rig.Row(42).empty());
+  EXPECT_EQ(rig.poseInfo.poses.size(), 1U);
+}
+
+TEST(ReadLbp, RefusesHostileCounts) {
+  const std::string targets = "// Number of Speech Targets\n";
+  for (const std::string& count :
+       {std::string("2147483647"), std::string("99999999999999999999")}) {
+    for (const Replacements& replacements :
+         {Replacements{{targets + "2", count}}, Replacements{{"2 // bones", count}},
+          Replacements{{"2 // poses", count}},
+          Replacements{
+              {"2 // bones", "0"}, {"jaw -> head\nhead -> world\n", ""}, {"2 // poses", count}}}) {
+      Rig rig;
+      EXPECT_FALSE(rig.Read(SampleLbp(replacements)));
+      EXPECT_TRUE(rig.Untouched());
+      EXPECT_FALSE(rig.problem.reason.empty());
+    }
+  }
+}
+
+TEST(ReadLbp, AcceptsCountsUpToTheLimits) {
+  const std::string targets = "// Number of Speech Targets\n";
+  Rig rig;
+  ASSERT_TRUE(rig.Read(SampleLbp({{targets + "2", std::to_string(kMaxSpeechTargets)},
+                                  {"2 // bones", "0"},
+                                  {"jaw -> head\nhead -> world\n", ""},
+                                  {"2 // poses", std::to_string(kMaxPoses)}})))
+      << rig.problem.reason;
+  EXPECT_EQ(rig.mapping.SpeechTargetCount(), 1 + kMaxSpeechTargets);
+  EXPECT_EQ(rig.Row(0).size(), static_cast<std::size_t>(kMaxSpeechTargets));
+  EXPECT_EQ(rig.poseInfo.poses.size(), 1U + kMaxPoses);
+  EXPECT_FALSE(rig.Read(SampleLbp({{targets + "2", std::to_string(kMaxSpeechTargets + 1)}})));
+  EXPECT_EQ(rig.problem.reason,
+            "65537 speech targets are more than the 65536 that a file may have");
+}
+
+TEST(ReadLbp, RefusesTextThatEndsEarly) {
+  const std::string text = SampleLbp();
+  const std::size_t lastLine = text.rfind("\n1 0 0") + 1;
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    Rig rig;
+    const bool read = rig.Read(text.substr(0, length));
+    // A line cut short still counts as a line.
+    ASSERT_EQ(read, length > lastLine) << length;
+    ASSERT_TRUE(read ? rig.Complete() : rig.Untouched()) << length;
+  }
+  Rig rig;
+  EXPECT_FALSE(rig.Read(text.substr(0, text.find("// Number of Bones"))));
+  EXPECT_EQ(rig.problem.line, 53);
+  EXPECT_EQ(rig.problem.reason, "the file ends where the number of bones is expected");
+}
+
+TEST(ReadLbp, IsAllOrNothingWithAnyByteChanged) {
+  const std::string text = SampleLbp();
+  for (const char byte : {'\n', ' ', '9', '-', '/', '\0', '\xff'}) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      std::string changed = text;
+      changed[i] = byte;
+      Rig rig;
+      if (!rig.Read(changed)) {
+        ASSERT_TRUE(rig.Untouched()) << i;
+        continue;
+      }
+      const auto bones = static_cast<int>(rig.poseInfo.boneNames.size()) - 1;
+      for (std::size_t p = 1; p < rig.poseInfo.poses.size(); ++p) {
+        ASSERT_EQ(rig.poseInfo.poses[p].BoneCount(), bones) << i;
+      }
+      ASSERT_EQ(rig.mapping.phonemes.size(), 44U) << i;
+    }
+  }
+}
+
+TEST(ReadLbp, NarrowsWithoutLimits) {
+  Rig rig;
+  ASSERT_TRUE(rig.Read(SampleLbp({{" 1 1 0.5 ", " 1e39 -1e999 1e-400 "}})));
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  EXPECT_EQ(rig.Bone(1, 1).translation, Vector3(kInfinity, -kInfinity, 0.0F));
+}
+
+TEST(ReadLbpFile, ReadsTheFileOrSaysWhyNot) {
+  const std::string path = testing::TempDir() + "lipvane_lbp_reader_test.lbp";
+  std::ofstream(path, std::ios::binary) << SampleLbp();
+  Rig rig;
+  EXPECT_FALSE(ReadLbpFile(path + ".missing", rig.poseInfo, rig.mapping, rig.problem));
+  EXPECT_TRUE(rig.Untouched());
+  EXPECT_EQ(rig.problem.line, 0);
+  EXPECT_EQ(rig.problem.reason, "No such file or directory");
+  EXPECT_TRUE(ReadLbpFile(path, rig.poseInfo, rig.mapping));
+  ExpectSample(rig);
+  std::remove(path.c_str());
+}
+
+}  // namespace
+}  // namespace lipvane
