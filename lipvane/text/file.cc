@@ -161,13 +161,17 @@ OutputFile::~OutputFile() {
 
 bool OutputFile::Open(const std::string& fileName, Mode mode, std::string& reason) {
   Discard();
+  if (fileName.empty()) {
+    reason = Words(std::errc::no_such_file_or_directory);
+    return false;
+  }
   fs::path target(fileName);
   bool throughDescriptor = false;
   if (!FollowLinks(target, throughDescriptor, reason)) return false;
 
   std::error_code error;
   const fs::file_status status = fs::status(fileName, error);
-  if (fs::is_directory(status) || (!fileName.empty() && target.filename().empty())) {
+  if (fs::is_directory(status) || target.filename().empty()) {
     reason = Words(std::errc::is_a_directory);
     return false;
   }

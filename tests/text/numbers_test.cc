@@ -27,9 +27,7 @@ TEST(IntegerPrefix, TakesTheLongestPrefix) {
 }
 
 TEST(IntegerPrefix, IsZeroWithoutOne) {
-  for (const char* token : {"", " ", "-", "+", "+-3", "- 3", "x2", ".5",
-                            "\xc2\xa0"
-                            "5"}) {
+  for (const char* token : {"", " ", "-", "+", "+-3", "- 3", "x2", ".5", "\xc2\xa0 5"}) {
     EXPECT_EQ(IntegerPrefix(token), 0) << token;
   }
 }
