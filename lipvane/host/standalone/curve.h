@@ -10,18 +10,18 @@ enum class Tangent {
   kLinear = 2,
   kFlat = 3,
   kStep = 5,
-  kSpline = 9,
-  kClamped = 10,
-  kPlateau = 16,
-  kStepNext = 17,
-  kAuto = 18,
+  kSpline = 9,     ///< along the chord between the neighbours
+  kClamped = 10,   ///< spline, but linear towards a level neighbour
+  kPlateau = 16,   ///< kept apart from kAuto for the file's sake: evaluated alike
+  kStepNext = 17,  ///< the right key's value at once after the left key
+  kAuto = 18,      ///< smooth, flat at ends and extremes, never beyond the neighbours
 };
 
 /// What a curve does outside its keys; the numbers are those of a scene file.
 enum class Infinity { kConstant = 0, kLinear = 1, kCycle = 3, kCycleOffset = 4, kOscillate = 5 };
 
-/// The direction of a fixed tangent: x in seconds, y in the curve's internal unit. Its length counts
-/// only in a weighted curve.
+/// The direction of a fixed tangent: x in seconds, y in the curve's internal unit. Its length
+/// counts only in a weighted curve.
 struct TangentVector {
   double x = 1.0;
   double y = 0.0;
@@ -36,17 +36,20 @@ struct CurveKey {
   TangentVector outTangent;  ///< used when outType is kFixed
 };
 
-/// A curve over time, evaluated as the host evaluates it.
+/// A curve over time, evaluated as the host evaluates it. A segment follows the out type of its
+/// left key and the in type of its right key; step and step next leave no say to the other end.
 struct Curve {
   std::vector<CurveKey> keys;  ///< strictly ascending in time
   Infinity before = Infinity::kConstant;
   Infinity after = Infinity::kConstant;
-  bool weighted = true;
+  bool weighted = true;  ///< whether the length of a fixed tangent counts
   double framesPerSecond = 24.0;
 
-  /// The value at a time in frames; 0 without keys.
+  /// The value at a time in frames: exactly a key's at that key, 0 without keys, one key's own
+  /// always. Not NaN while times, values and tangents are finite.
   double ValueAt(double time) const;
-  /// Adds a key in its place, or gives the key at that time the value.
+  /// Adds a key with automatic tangents in its place, or gives the key at exactly that time the
+  /// value and leaves its tangents.
   void SetKey(double time, double value);
 };
 

@@ -23,7 +23,8 @@ struct TransformValues {
   Vector rotateAxis{0, 0, 0};
   // Joints only.
   Vector jointOrient{0, 0, 0};
-  Vector inverseScale{1, 1, 1};  ///< the parent's scale, divided out when compensating
+  /// The parent's scale, divided out when compensating; an axis of scale 0 is left alone.
+  Vector inverseScale{1, 1, 1};
   bool segmentScaleCompensate = true;
   // Pivots: transforms only.
   Vector rotatePivot{0, 0, 0};
@@ -33,17 +34,18 @@ struct TransformValues {
 };
 
 /// Row vectors. A joint is S * RA * R * JO * IS * T; a transform is
-/// SP^-1 * S * SH * SP * SPT * RP^-1 * RA * R * RP * RPT * T.
+/// SP^-1 * S * SH * SP * SPT * RP^-1 * RA * R * RP * RPT * T, with RA and JO about x first.
 host::Matrix LocalMatrix(const TransformValues& values);
 
 /// The unit quaternion of Euler angles, scalar first.
 host::Rotation RotationFromEuler(const Vector& angles, RotateOrder order);
 
 /// Splits a matrix as the host's transformation matrix does: scale and shear by orthogonalising the
-/// rows, a mirrored matrix having a negative z scale.
+/// rows, x first, a mirrored matrix having a negative z scale. A flattened axis has scale 0.
 host::Transformation Decompose(const host::Matrix& matrix);
 
-/// Euler angles (x, then y, then z) of the matrix once scale and shear are taken out.
+/// Euler angles (x, then y, then z) of the matrix once scale and shear are taken out. At the gimbal
+/// lock z is 0; axes that were scaled to 0 get whatever directions complete a rotation.
 Vector EulerAngles(const host::Matrix& matrix);
 
 }  // namespace lipvane::standalone
