@@ -15,9 +15,6 @@ namespace lipvane {
 /// To play: fill the rig, add expressions and animations, call InitializeBones once with the pose
 /// that is to hold the results, then UpdateFacialAnim for every frame. Pointers that it returns are
 /// valid until something is added to or deleted from the same list. Copies are deep.
-///
-/// A class with a virtual, so noexcept, destructor that holds a controller must declare its own
-/// destructor noexcept: the controller's may let a TamskException out.
 class TController {
  public:
   int revision = 2;

@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+
+#include <Imath/ImathQuat.h>
+#include <Imath/ImathVec.h>
+
+#include <cmath>
+#include <random>
+
+#include "lipvane/engine/bone_pose.h"
+
+namespace lipvane {
+namespace {
+
+Imath::V3d Wide(const Vector3& v) {
+  return {v.x, v.y, v.z};
+}
+Imath::Quatd Wide(const Quaternion& q) {
+  return {q.w, q.x, q.y, q.z};
+}
+
+enum Branch { kSame, kLinear, kArc };
+
+/// The blend as it is on paper, in double precision and by Imath's quaternions.
+struct Reference {
+  Imath::V3d translation;
+  Imath::Quatd rotation;
+  int taken[3] = {0, 0, 0};
+
+  void Add(const TIndexedBone& pose, const TIndexedBone& neutral, double weight) {
+    translation += (Wide(pose.translation) - Wide(neutral.translation)) * weight;
+    const Imath::Quatd from = Wide(neutral.rotation);
+    Imath::Quatd to = Wide(pose.rotation).normalized();
+    double cosine = from ^ to;
+    if (cosine < 0) {
+      to = -to;
+      cosine = -cosine;
+    }
+    Imath::Quatd between = from;
+    if (cosine > 0.9999999) {
+      ++taken[kSame];
+    } else if (cosine > 0.55) {
+      between = (from * (1 - weight) + to * weight).normalized();
+      ++taken[kLinear];
+    } else {
+      const double angle = std::acos(cosine);
+      between =
+          (from * std::sin((1 - weight) * angle) + to * std::sin(weight * angle)).normalized();
+      ++taken[kArc];
+    }
+    rotation *= -(~from) * between;
+  }
+};
+
+void ExpectBone(const TIndexedBone& actual, const Imath::V3d& translation,
+                const Imath::Quatd& rotation) {
+  constexpr double kClose = 2e-5;
+  EXPECT_NEAR(actual.translation.x, translation.x, kClose);
+  EXPECT_NEAR(actual.translation.y, translation.y, kClose);
+  EXPECT_NEAR(actual.translation.z, translation.z, kClose);
+  EXPECT_NEAR(actual.rotation.w, rotation.r, kClose);
+  EXPECT_NEAR(actual.rotation.x, rotation.v.x, kClose);
+  EXPECT_NEAR(actual.rotation.y, rotation.v.y, kClose);
+  EXPECT_NEAR(actual.rotation.z, rotation.v.z, kClose);
+}
+
+TEST(BlendTest, AgreesWithDoublePrecisionInAllBranches) {
+  std::mt19937 engine(64);
+  const auto random = [&](float low, float high) {
+    return std::uniform_real_distribution<float>(low, high)(engine);
+  };
+  const auto rotation = [&](float halfAngle) {
+    return Quaternion::FromAxisAngle(2 * halfAngle, random(-1, 1), random(-1, 1), random(-1, 1));
+  };
+  constexpr int kBones = 40;
+  constexpr int kPoses = 9;
+  TBonePoseInfo info;
+  for (int i = 0; i < kBones; ++i) {
+    info.AddBone("bone");
+    TIndexedBone& neutral = info.GetPose(0).GetBone(i);
+    neutral.translation = {random(-5, 5), random(-5, 5), random(-5, 5)};
+    neutral.rotation = rotation(random(0, 3));
+    for (int j = 1; j < kPoses; ++j) {
+      // Half angles well inside the three branches; either sign, any length.
+      const float halfAngle = j % 3 == 0 ? 0.0F : j % 3 == 1 ? random(0.1F, 0.9F) : random(1, 1.5F);
+      const float length = random(0.5F, 2) * (random(-1, 1) < 0 ? -1.0F : 1.0F);
+      TIndexedBone& bone = info.GetPose(j).GetBone(i);
+      bone.translation = {random(-5, 5), random(-5, 5), random(-5, 5)};
+      const Quaternion q = Quaternion::Multiply(rotation(halfAngle), neutral.rotation);
+      bone.rotation = {q.w * length, q.x * length, q.y * length, q.z * length};
+    }
+  }
+  std::vector<double> weights;
+  for (int j = 0; j < kPoses; ++j) {
+    weights.push_back(random(-0.7F, 1.6F));
+  }
+  info.Blend(weights);
+
+  ASSERT_EQ(info.blendedBones.size(), std::size_t{kBones});
+  int taken[3] = {0, 0, 0};
+  for (int i = 0; i < kBones; ++i) {
+    const TIndexedBone neutral = info.GetPose(0).GetBone(i);
+    Reference reference{Wide(neutral.translation), Wide(neutral.rotation)};
+    for (int j = 0; j < kPoses; ++j) {
+      reference.Add(info.GetPose(j).GetBone(i), neutral, weights[static_cast<std::size_t>(j)]);
+    }
+    ExpectBone(info.blendedBones[static_cast<std::size_t>(i)], reference.translation,
+               reference.rotation);
+    for (const Branch branch : {kSame, kLinear, kArc}) {
+      taken[branch] += reference.taken[branch];
+    }
+  }
+  EXPECT_GE(taken[kSame], kBones);
+  EXPECT_GE(taken[kLinear], kBones);
+  EXPECT_GE(taken[kArc], kBones);
+}
+
+/// What one pose does to a bone that has not moved yet.
+Quaternion Step(Quaternion pose, const Quaternion& neutral, float weight) {
+  Vector3 translation;
+  Quaternion rotation;
+  _Blend({}, pose, {}, neutral, neutral.Inverse(), translation, rotation, weight);
+  return rotation;
+}
+
+TEST(BlendTest, RotationsOfTheSameWayAreIgnored) {
+  EXPECT_EQ(Step({1, 2e-4F, 0, 0}, {}, 1), Quaternion(-1, 0, 0, 0));
+  EXPECT_NEAR(Step({1, 2e-3F, 0, 0}, {}, 1).x, -2e-3F, 1e-6F);
+}
+
+TEST(BlendTest, ThresholdBetweenChordAndArc) {
+  // A quarter of the way along chord and arc differ visibly.
+  const auto angle = [](float cosine) {
+    const Quaternion q = Step({cosine, std::sqrt(1 - cosine * cosine), 0, 0}, {}, 0.25F);
+    return std::atan2(std::abs(q.x), std::abs(q.w));
+  };
+  EXPECT_NEAR(angle(0.5501F), std::atan2(0.25 * 0.83510, 0.75 + 0.25 * 0.5501), 1e-4);
+  EXPECT_NEAR(angle(0.5499F), std::acos(0.5499) / 4, 1e-4);
+}
+
+TEST(BlendTest, VanishingRotationFallsBack) {
+  // Only a neutral rotation that is far from unit length comes to it.
+  const Quaternion neutral(1e-3F, 0, 0, 0);
+  const Quaternion q = Step(Quaternion(), neutral, 0);
+  EXPECT_EQ(q, Quaternion(0, 0, 0, -1e-3F * 0.1F));
+  EXPECT_EQ(Step(Quaternion(), {4e-3F, 0, 0, 0}, 0).z, 0);
+}
+
+TEST(BlendTest, PoseIsAlignedAndNormalisedInPlace) {
+  Quaternion pose(-3, 0, 4, 0);
+  Vector3 translation(1, 1, 1);
+  Quaternion rotation;
+  _Blend({5, 6, 7}, pose, {1, 2, 3}, {}, Quaternion().Inverse(), translation, rotation, -0.5F);
+  EXPECT_EQ(pose, Quaternion(0.6F, 0, -0.8F, 0));
+  EXPECT_EQ(translation, Vector3(-1, -1, -1));
+}
+
+TEST(BlendTest, WithoutPosesTheNeutralPoseIsMade) {
+  TBonePoseInfo info;
+  info.AddBone("jaw");
+  info.AddBone("lid");
+  TIndexedBone kept;
+  kept.boneIndex = 6;
+  info.blendedBones.push_back(kept);
+  std::vector<double> weights;
+  info.Blend(weights);
+  ASSERT_EQ(info.poses.size(), 1U);
+  EXPECT_EQ(info.GetPose(0).BoneCount(), 2);
+  ASSERT_EQ(info.blendedBones.size(), 2U);
+  EXPECT_EQ(info.blendedBones[1].rotation, Quaternion(-1, 0, 0, 0));
+  EXPECT_EQ(info.blendedBones[0].boneIndex, 6);
+}
+
+TEST(BlendTest, WeightsGrowOnlyWhenThereAreSome) {
+  TBonePoseInfo info;
+  info.AddBone("jaw");
+  info.GetPose(2).GetBone(0).translation = {1, 0, 0};
+  std::vector<double> weights;
+  info.Blend(weights);
+  EXPECT_TRUE(weights.empty());
+  EXPECT_EQ(info.blendedBones[0].translation, Vector3());
+  weights = {0.25};
+  info.Blend(weights);
+  EXPECT_EQ(weights, (std::vector<double>{0.25, 0, 0}));
+  weights = {0, 0, 2, 8};
+  info.Blend(weights);
+  EXPECT_EQ(info.blendedBones[0].translation, Vector3(2, 0, 0));
+  EXPECT_EQ(weights.size(), 4U);
+}
+
+}  // namespace
+}  // namespace lipvane

@@ -1,0 +1,248 @@
+#include "lipvane/engine/controller.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+
+namespace lipvane {
+namespace {
+
+TIndexedBone Bone(float x, const Quaternion& rotation = {}) {
+  TIndexedBone bone;
+  bone.translation = {x, 0, 0};
+  bone.rotation = rotation;
+  return bone;
+}
+
+/// An expression that puts the bones of these identifiers to x, in one pose.
+TExpressionInfo Expression(const std::string& name, std::initializer_list<int> ids, float x) {
+  TExpressionInfo expression;
+  expression.name = name;
+  expression.boneIds = ids;
+  for (int i = 0; i < static_cast<int>(ids.size()); ++i) {
+    expression.AddBone("bone");
+    expression.GetPose(0).AddBone(Bone(x));
+  }
+  return expression;
+}
+
+TAnimationTrack Constant(const std::string& name, double value) {
+  TAnimationTrack track;
+  track.name = name;
+  track.AddKey({0, value});
+  return track;
+}
+
+/// Bones 1 and 2 rest at 10 and 20; the only speech target puts them to 11 and 22.
+class ControllerTest : public testing::Test {
+ protected:
+  ControllerTest() {
+    TBonePoseInfo& rig = *controller_.BonePoseInfo();
+    rig.AddBone("jaw");
+    rig.AddBone("lid");
+    rig.boneIds = {1, 2};
+    rig.GetPose(0).AddBone(Bone(10));
+    rig.GetPose(0).AddBone(Bone(20));
+    rig.GetPose(1).AddBone(Bone(11));
+    rig.GetPose(1).AddBone(Bone(22));
+    animation_.AddTrack(Constant("Eat", 1.0));
+  }
+  ~ControllerTest() noexcept override = default;
+
+  void AddExpression(const TExpressionInfo& expression, double weight) {
+    controller_.AddExpression(expression);
+    animation_.AddExpressionTrack(Constant(expression.name, weight));
+  }
+  /// The frame at time 0.
+  void Play() {
+    controller_.InitializeBones(out_);
+    EXPECT_FALSE(controller_.UpdateFacialAnim(animation_, 0, values_, out_));
+  }
+  float X(int i) { return out_.GetBone(i).translation.x; }
+
+  TController controller_;
+  TAnimation animation_;
+  TBonePose out_;
+  std::vector<double> values_;
+};
+
+TEST_F(ControllerTest, ListOfExpressions) {
+  for (const int id : {5, 6, 7}) {
+    controller_.AddExpression(Expression(id == 6 ? "Squint" : "Blink", {id}, 0));
+  }
+  EXPECT_FALSE(controller_.AnimationsChanged());
+  EXPECT_EQ(controller_.GetExpression("Blink"), controller_.GetExpression(0));
+  EXPECT_EQ(controller_.GetExpression("blink"), nullptr);
+  EXPECT_EQ(controller_.GetExpression(3), nullptr);
+  EXPECT_EQ(controller_.GetExpression(-1), nullptr);
+
+  controller_.DeleteExpression("Frown");
+  EXPECT_FALSE(controller_.AnimationsChanged());
+  controller_.DeleteExpression("Blink");
+  EXPECT_TRUE(controller_.AnimationsChanged());
+  ASSERT_EQ(controller_.ExpressionCount(), 2);
+  EXPECT_EQ(controller_.GetExpression(0)->boneIds[0], 6);
+  EXPECT_EQ(controller_.GetExpression("Blink")->boneIds[0], 7);
+}
+
+TEST_F(ControllerTest, ListOfAnimations) {
+  EXPECT_EQ(controller_.TotalAnimTime(), 0.0);
+  TController kept = controller_;
+  for (const int end : {40, 50}) {
+    TAnimationTrack track;
+    track.AddKey({end, 1.0});
+    TAnimation animation;
+    animation.AddTrack(track);
+    controller_.AddAnimation(animation);
+  }
+  EXPECT_TRUE(controller_.AnimationsChanged());
+  EXPECT_EQ(controller_.TotalAnimTime(), 90.0);  // both were digested
+  EXPECT_EQ(controller_.GetAnimation(-1), nullptr);
+  EXPECT_EQ(controller_.GetAnimation(2), nullptr);
+  controller_.DeleteAnimation(0);
+  ASSERT_EQ(controller_.AnimationCount(), 1);
+  EXPECT_EQ(controller_.GetAnimation(0)->length, 50);
+
+  for (const int i : {-1, 0}) {
+    kept.DeleteAnimation(i);
+    EXPECT_FALSE(kept.AnimationsChanged());
+  }
+}
+
+TEST_F(ControllerTest, OutputBonesInOrderOfFirstSight) {
+  AddExpression(Expression("Blink", {2, 8, 5}, 0), 0);
+  AddExpression(Expression("Squint", {5, 1, 4}, 0), 0);
+  out_.GetBone(9).translation = {1, 2, 3};
+  controller_.InitializeBones(out_);
+  std::vector<int> ids;
+  for (int i = 0; i < out_.BoneCount(); ++i) {
+    ids.push_back(out_.GetBone(i).boneIndex);
+    EXPECT_EQ(out_.GetBone(i).translation, Vector3());
+  }
+  EXPECT_EQ(ids, (std::vector<int>{1, 2, 8, 5, 4}));
+}
+
+TEST_F(ControllerTest, SpeechAlone) {
+  Play();
+  EXPECT_EQ(values_, (std::vector<double>{0, 1}));
+  EXPECT_EQ(X(0), 11);
+  EXPECT_EQ(X(1), 22);
+  // Outside of the animation the frame is made from the weights as they stand.
+  values_[1] = 0.5;
+  EXPECT_TRUE(controller_.UpdateFacialAnim(animation_, 7, values_, out_));
+  EXPECT_EQ(X(1), 21);
+}
+
+TEST_F(ControllerTest, SpeechFillsWhatAnExpressionLeaves) {
+  AddExpression(Expression("Blink", {2}, 120), 0.3);
+  Play();
+  EXPECT_EQ(X(0), 11);
+  EXPECT_NEAR(X(1), 20 + 0.3 * 100 + 0.7 * 2, 1e-4);
+}
+
+TEST_F(ControllerTest, WeightsAreNormalisedOnlyAboveOne) {
+  AddExpression(Expression("Blink", {2}, 120), 0.8);
+  AddExpression(Expression("Squint", {2}, 30), 0.8);
+  AddExpression(Expression("Frown", {1}, 50), 5.0);  // of no concern to bone 2
+  Play();
+  EXPECT_EQ(X(0), 50);
+  EXPECT_FLOAT_EQ(X(1), 20 + 0.5F * 100 + 0.5F * 10);
+
+  animation_.expressionTracks[1] = Constant("Squint", 0.2);
+  Play();
+  EXPECT_NEAR(X(1), 20 + 0.8 * 100 + 0.2 * 10, 1e-4);
+  // A negative weight leaves more than the whole to the speech.
+  animation_.expressionTracks[1] = Constant("Squint", -1.0);
+  Play();
+  EXPECT_NEAR(X(1), 20 + 0.8 * 100 - 10 + 1.2 * 2, 1e-4);
+}
+
+TEST_F(ControllerTest, SumsAreInSinglePrecision) {
+  // The sum exceeds 1 by less than a float can tell: no normalisation, and nothing left for speech.
+  AddExpression(Expression("Blink", {2}, 20 + 3e7F), 0.5);
+  AddExpression(Expression("Squint", {2}, 20), 0.5 + 2e-8);
+  Play();
+  EXPECT_EQ(X(1), 20 + 1.5e7F);
+  // In double the sum would exceed 1 here and the first weight shrink.
+  controller_.DeleteExpression("Blink");
+  controller_.GetExpression(0)->weight = 1 - 1e-9;
+  controller_.BonePoseInfo()->blendedBones[1].translation.x = 3e9F;
+  controller_.FinalBlend(out_);
+  EXPECT_EQ(X(1), 20);  // a remainder of 1e-9 would show
+}
+
+TEST_F(ControllerTest, WeightOfZeroSkipsTheExpression) {
+  AddExpression(Expression("Blink", {2}, 120), 0.0);
+  controller_.GetExpression(0)->weight = 0.5;
+  Play();
+  EXPECT_EQ(controller_.GetExpression(0)->weight, 0.0);
+  EXPECT_TRUE(controller_.GetExpression(0)->blendedBones.empty());
+  EXPECT_EQ(X(1), 22);
+}
+
+TEST_F(ControllerTest, SeveralPosesOfAnExpressionGetTheSpeechWeights) {
+  TExpressionInfo expression = Expression("Blink", {2}, 100);
+  expression.GetPose(1).AddBone(Bone(104));
+  AddExpression(expression, 1.0);
+  animation_.tracks[0] = Constant("Eat", 0.5);
+  Play();
+  EXPECT_EQ(X(1), 102);  // measured from its own first pose
+}
+
+TEST_F(ControllerTest, BonesThatTheRigLacks) {
+  AddExpression(Expression("Blink", {8}, 6), 0.5);
+  AddExpression(Expression("Squint", {9}, 6), 0.0);
+  controller_.InitializeBones(out_);
+  out_.GetBone(3).translation.x = 77;
+  controller_.UpdateFacialAnim(animation_, 0, values_, out_);
+  ASSERT_EQ(out_.BoneCount(), 4);
+  EXPECT_EQ(X(2), 3);  // half of the way from 0
+  EXPECT_EQ(out_.GetBone(2).rotation, Quaternion(0, 0, 0, 0));
+  EXPECT_EQ(X(3), 77);  // nothing moves it
+}
+
+TEST_F(ControllerTest, FinalBlendWithoutNeutralPose) {
+  Play();
+  controller_.BonePoseInfo()->poses.clear();
+  out_.GetBone(0).translation.x = 77;
+  controller_.FinalBlend(out_);
+  EXPECT_EQ(X(0), 77);
+}
+
+TEST_F(ControllerTest, RotationsAreComposedLikeTranslations) {
+  const float angle = 0.8F;
+  TExpressionInfo expression = Expression("Blink", {2}, 20);
+  expression.GetPose(0).GetBone(0).rotation = Quaternion::FromAxisAngle(angle, 0, 1, 0);
+  AddExpression(expression, 0.5);
+  Play();
+  // Two steps were taken, so the sign is back.
+  const Quaternion half = Quaternion::FromAxisAngle(angle / 2, 0, 1, 0);
+  EXPECT_NEAR(out_.GetBone(1).rotation.w, half.w, 1e-6F);
+  EXPECT_NEAR(out_.GetBone(1).rotation.y, half.y, 1e-6F);
+  EXPECT_EQ(out_.GetBone(0).rotation, Quaternion(-1, 0, 0, 0));
+}
+
+TEST_F(ControllerTest, NeutralPose) {
+  Play();
+  TBonePose neutral = controller_.GetNeutralPose();
+  ASSERT_EQ(neutral.BoneCount(), 2);
+  EXPECT_EQ(neutral.GetBone(1).translation.x, 20);
+  TBonePose headless = controller_.GetNeutralPoseWithoutHeadBone();
+  ASSERT_EQ(headless.BoneCount(), 1);
+  EXPECT_EQ(headless.GetBone(0).translation.x, 10);
+  EXPECT_EQ(TController().GetNeutralPoseWithoutHeadBone().BoneCount(), 0);
+}
+
+TEST_F(ControllerTest, RigIsReplacedByACopy) {
+  TBonePoseInfo rig;
+  rig.AddBone("head");
+  const TBonePoseInfo* place = controller_.BonePoseInfo();
+  controller_.SetBonePoseInfo(rig);
+  rig.AddBone("tail");
+  EXPECT_EQ(controller_.BonePoseInfo(), place);
+  EXPECT_EQ(place->boneNames, std::vector<std::string>{"head"});
+  EXPECT_TRUE(place->poses.empty());
+}
+
+}  // namespace
+}  // namespace lipvane
