@@ -1,0 +1,173 @@
+#include "lipvane/host/standalone/curve_keys.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "lipvane/host/standalone/attributes.h"
+#include "lipvane/host/standalone/limits.h"
+#include "lipvane/host/standalone/ma_set_attr.h"
+#include "lipvane/text/numbers.h"
+
+namespace lipvane::standalone {
+namespace {
+
+struct Names {
+  const char* longName;
+  const char* shortName;
+};
+constexpr std::array<Names, kKeyAttributeCount> kNames{{
+    {"keyTimeValue", "ktv"},
+    {"keyTanInType", "kit"},
+    {"keyTanOutType", "kot"},
+    {"keyTanInX", "kix"},
+    {"keyTanInY", "kiy"},
+    {"keyTanOutX", "kox"},
+    {"keyTanOutY", "koy"},
+    {"keyTanLocked", "ktl"},
+    {"keyWeightLocked", "kwl"},
+    {"keyBreakdown", "kbd"},
+    {"keyTickDrawSpecial", "ktds"},
+}};
+
+bool IsReal(std::string_view word) {
+  return text::WholeReal(word).has_value();
+}
+
+bool IsFinite(std::string_view word) {
+  const auto value = text::WholeReal(word);
+  return value && std::isfinite(*value);
+}
+
+/// A word with escapes in it would not outlive the reading of its statement.
+bool IsWithin(std::string_view text, const std::vector<std::string_view>& words) {
+  return std::all_of(words.begin(), words.end(), [text](std::string_view word) {
+    return !std::less<>()(word.data(), text.data()) &&
+           !std::less<>()(text.data() + text.size(), word.data());
+  });
+}
+
+bool IsUnderstood(KeyAttribute attribute, std::string_view word) {
+  return attribute >= KeyAttribute::kTangentLock ? BooleanOf(word).has_value() : IsReal(word);
+}
+
+template <class T>
+void KeepLastOfEach(std::vector<T>& rows) {
+  const auto isLess = [](const T& a, const T& b) { return a.index < b.index; };
+  if (!std::is_sorted(rows.begin(), rows.end(), isLess)) {
+    std::stable_sort(rows.begin(), rows.end(), isLess);
+  }
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (i + 1 < rows.size() && rows[i + 1].index == rows[i].index) continue;
+    rows[kept++] = rows[i];
+  }
+  rows.resize(kept, T{});
+}
+
+double RealOf(std::string_view word) {
+  return text::WholeReal(word).value_or(0.0);
+}
+
+}  // namespace
+
+std::optional<KeyAttribute> FindKeyAttribute(std::string_view name) {
+  for (std::size_t i = 0; i < kNames.size(); ++i) {
+    if (name == kNames[i].shortName || name == kNames[i].longName) {
+      return static_cast<KeyAttribute>(i);
+    }
+  }
+  return std::nullopt;
+}
+
+const char* ShortNameOf(KeyAttribute attribute) {
+  return kNames[static_cast<std::size_t>(attribute)].shortName;
+}
+
+std::optional<std::string_view> KeyTable::Find(KeyAttribute attribute, std::uint32_t index) const {
+  const auto& rows = entries[static_cast<std::size_t>(attribute)];
+  const auto found = std::lower_bound(
+      rows.begin(), rows.end(), index,
+      [](const Entry& entry, std::uint32_t wanted) { return entry.index < wanted; });
+  if (found == rows.end() || found->index != index) return std::nullopt;
+  return found->word;
+}
+
+bool AddKeyStatement(std::string_view statement, KeyTable& table) {
+  TokenReader reader(statement);
+  const SetAttr parsed = ReadSetAttr(reader);
+  const auto indexed = SplitIndex(SplitPlug(parsed.plug).attribute);
+  if (!indexed || !indexed->hasIndex) return false;
+  const auto attribute = FindKeyAttribute(indexed->name);
+  if (!attribute) return false;
+  const std::vector<std::string_view> words = ReadValues(reader).words;
+  if (words.size() > kMaxIndex - indexed->first || !IsWithin(statement, words)) return false;
+
+  std::uint32_t index = indexed->first;
+  if (*attribute == KeyAttribute::kTimeValue) {
+    if (words.size() % 2 != 0) return false;
+    for (std::size_t i = 0; i < words.size(); i += 2) {
+      if (!IsFinite(words[i]) || !IsReal(words[i + 1])) return false;
+    }
+    for (std::size_t i = 0; i < words.size(); i += 2) {
+      table.keys.push_back({index++, words[i], words[i + 1]});
+    }
+    return true;
+  }
+  for (const std::string_view word : words) {
+    if (!IsUnderstood(*attribute, word)) return false;
+  }
+  auto& rows = table.entries[static_cast<std::size_t>(*attribute)];
+  for (const std::string_view word : words)
+    rows.push_back({index++, word});
+  return true;
+}
+
+void SortKeys(KeyTable& table) {
+  KeepLastOfEach(table.keys);
+  for (auto& rows : table.entries)
+    KeepLastOfEach(rows);
+}
+
+std::vector<CurveKey> MakeKeys(const KeyTable& table, double factor, Tangent tangent) {
+  std::vector<CurveKey> keys;
+  keys.reserve(table.keys.size());
+  for (const KeyTable::Key& row : table.keys) {
+    CurveKey key;
+    key.time = RealOf(row.time);
+    key.value = RealOf(row.value) * factor;
+    const auto read = [&](KeyAttribute attribute, double standard) {
+      const auto word = table.Find(attribute, row.index);
+      return word ? RealOf(*word) : standard;
+    };
+    const auto standardType = static_cast<double>(tangent);
+    key.inType = TangentOf(read(KeyAttribute::kInType, standardType));
+    key.outType = TangentOf(read(KeyAttribute::kOutType, standardType));
+    key.inTangent = {read(KeyAttribute::kInX, 1.0), read(KeyAttribute::kInY, 0.0)};
+    key.outTangent = {read(KeyAttribute::kOutX, 1.0), read(KeyAttribute::kOutY, 0.0)};
+    keys.push_back(key);
+  }
+  const auto isEarlier = [](const CurveKey& a, const CurveKey& b) { return a.time < b.time; };
+  if (!std::is_sorted(keys.begin(), keys.end(), isEarlier)) {
+    std::stable_sort(keys.begin(), keys.end(), isEarlier);
+  }
+  // Of two keys at one time the one with the greater index stays.
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    if (i + 1 < keys.size() && keys[i + 1].time == keys[i].time) continue;
+    keys[kept++] = keys[i];
+  }
+  keys.resize(kept);
+  return keys;
+}
+
+Tangent TangentOf(double number) {
+  for (const Tangent tangent :
+       {Tangent::kFixed, Tangent::kLinear, Tangent::kFlat, Tangent::kStep, Tangent::kSpline,
+        Tangent::kClamped, Tangent::kPlateau, Tangent::kStepNext, Tangent::kAuto}) {
+    if (number == static_cast<double>(tangent)) return tangent;
+  }
+  return Tangent::kSpline;  // old files have smooth tangents of other numbers
+}
+
+}  // namespace lipvane::standalone

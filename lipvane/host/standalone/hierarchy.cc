@@ -1,0 +1,161 @@
+#include "lipvane/host/standalone/hierarchy.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace lipvane::standalone {
+namespace {
+
+constexpr std::uint32_t kUnnumbered = 0xFFFFFFFF;
+
+/// The children of every node, in order.
+class Children {
+ public:
+  explicit Children(const SceneData& data) : begins_(data.items.size() + 1) {
+    for (const Edge& edge : data.edges) {
+      if (edge.parent != kNoItem) ++begins_[edge.parent + 1];
+    }
+    for (std::size_t i = 1; i < begins_.size(); ++i)
+      begins_[i] += begins_[i - 1];
+    rows_.resize(begins_.back());
+    std::vector<std::uint32_t> ends(begins_.begin(), begins_.end() - 1);
+    for (const Edge& edge : data.edges) {
+      if (edge.parent != kNoItem) rows_[ends[edge.parent]++] = {edge.order, edge.child};
+    }
+    const auto isEarlier = [](const Row& a, const Row& b) { return a.order < b.order; };
+    for (ItemId item = 0; item < data.items.size(); ++item) {
+      const auto first = rows_.begin() + begins_[item];
+      const auto last = rows_.begin() + begins_[item + 1];
+      if (!std::is_sorted(first, last, isEarlier)) std::stable_sort(first, last, isEarlier);
+    }
+  }
+
+  std::size_t Count(ItemId parent) const { return begins_[parent + 1] - begins_[parent]; }
+  ItemId At(ItemId parent, std::size_t i) const { return rows_[begins_[parent] + i].child; }
+
+ private:
+  struct Row {
+    std::uint32_t order = 0;
+    ItemId child = kNoItem;
+  };
+  std::vector<std::uint32_t> begins_;
+  std::vector<Row> rows_;
+};
+
+/// Takes nodes off from the world down; what is never free of parents stands in a ring or below
+/// one.
+void RefuseRings(const SceneData& data, const Children& children) {
+  std::vector<std::uint32_t> parents(data.items.size());
+  for (const Edge& edge : data.edges) {
+    if (edge.parent != kNoItem) ++parents[edge.child];
+  }
+  std::vector<ItemId> free{kWorldItem};
+  while (!free.empty()) {
+    const ItemId item = free.back();
+    free.pop_back();
+    for (std::size_t i = 0; i < children.Count(item); ++i) {
+      const ItemId child = children.At(item, i);
+      if (--parents[child] == 0) free.push_back(child);
+    }
+  }
+  for (ItemId item = 0; item < data.items.size(); ++item) {
+    if (parents[item] != 0) {
+      throw std::runtime_error("\"" + data.items[item].name + "\" is parented in a ring");
+    }
+  }
+}
+
+NodeKind KindOf(const SceneData& data, const Children& children, ItemId item) {
+  if (item == kWorldItem) return NodeKind::kWorld;
+  const TypeInfo& type = data.TypeOf(item);
+  if (type.isJoint) return NodeKind::kJoint;
+  return type.isTransform || children.Count(item) > 0 ? NodeKind::kTransform : NodeKind::kShape;
+}
+
+}  // namespace
+
+Hierarchy MakeHierarchy(SceneData& data) {
+  const Children children(data);
+  RefuseRings(data, children);
+  Hierarchy result;
+  for (Item& item : data.items)
+    item.node = kUnnumbered;
+
+  struct Step {
+    ItemId item;
+    std::uint32_t parentPath;
+  };
+  std::vector<Step> ahead{{kWorldItem, 0}};
+  while (!ahead.empty()) {
+    const Step step = ahead.back();
+    ahead.pop_back();
+    // Those ahead become paths as well.
+    if (result.paths.size() + ahead.size() >= kMaxPaths) {
+      throw std::runtime_error("instances make more than " + std::to_string(kMaxPaths) + " paths");
+    }
+    const auto path = static_cast<std::uint32_t>(result.paths.size());
+    std::uint32_t& node = data.items[step.item].node;
+    if (node == kUnnumbered) {
+      node = static_cast<std::uint32_t>(result.nodes.size());
+      result.nodes.push_back({step.item, path, path, KindOf(data, children, step.item)});
+    } else {
+      result.paths[result.nodes[node].lastPath].nextOfNode = path;
+      result.nodes[node].lastPath = path;
+    }
+    result.paths.push_back({node, step.parentPath, 0});
+    for (std::size_t i = children.Count(step.item); i > 0; --i) {
+      ahead.push_back({children.At(step.item, i - 1), path});
+    }
+  }
+  return result;
+}
+
+std::string FullPathOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
+  std::vector<const std::string*> names;
+  std::size_t length = 0;
+  for (std::size_t at = path; at != 0; at = hierarchy.paths[at].parent) {
+    names.push_back(&data.items[hierarchy.nodes[hierarchy.paths[at].node].item].name);
+    length += names.back()->size() + 1;
+  }
+  std::string result;
+  result.reserve(length);
+  for (auto name = names.rbegin(); name != names.rend(); ++name)
+    (result += '|') += **name;
+  return result;
+}
+
+std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
+  const auto nameAt = [&](std::size_t at) -> const std::string& {
+    return data.items[hierarchy.nodes[hierarchy.paths[at].node].item].name;
+  };
+  if (path == 0) return nameAt(0);
+  // Places in other paths that all names so far agree with; they move up with this one.
+  std::vector<std::uint32_t> rivals;
+  for (ItemId item = data.FirstOfName(nameAt(path)); item != kNoItem;
+       item = data.items[item].nextOfName) {
+    if (data.items[item].node == kUnnumbered) continue;
+    std::uint32_t at = hierarchy.nodes[data.items[item].node].firstPath;
+    do {
+      if (at != path) rivals.push_back(at);
+      at = hierarchy.paths[at].nextOfNode;
+    } while (at != 0);
+  }
+  std::string result = nameAt(path);
+  std::size_t at = path;
+  while (!rivals.empty()) {
+    at = hierarchy.paths[at].parent;
+    // At the top only the leading '|' tells it from paths that go on.
+    if (at == 0) return "|" + result;
+    const std::string& name = nameAt(at);
+    std::vector<std::uint32_t> left;
+    for (const std::uint32_t rival : rivals) {
+      const std::uint32_t above = hierarchy.paths[rival].parent;
+      if (above != 0 && nameAt(above) == name) left.push_back(above);
+    }
+    rivals = std::move(left);
+    result = name + "|" + result;
+  }
+  return result;
+}
+
+}  // namespace lipvane::standalone

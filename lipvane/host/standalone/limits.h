@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// Bounds against hostile files, all far above any real scene.
+namespace lipvane::standalone {
+
+/// Nodes of one scene: their numbers are kept in 32 bits, and the upper half means names that no
+/// node of the file bears.
+inline constexpr std::size_t kMaxNodes = std::size_t{1} << 28;
+
+/// Paths of one scene: n instances one below the other make 2^n of them.
+inline constexpr std::size_t kMaxPaths = std::size_t{1} << 24;
+
+/// Greatest index of an array attribute, so that an index and a kind of attribute fit one number.
+inline constexpr std::uint64_t kMaxIndex = (std::uint64_t{1} << 28) - 1;
+
+/// Nodes that the value of one channel may come through; connections may form a ring.
+inline constexpr int kMaxDriverSteps = 256;
+
+/// Reading notes kept; what follows is only counted.
+inline constexpr std::size_t kMaxNotes = 100;
+
+}  // namespace lipvane::standalone

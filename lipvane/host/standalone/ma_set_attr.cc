@@ -1,0 +1,66 @@
+#include "lipvane/host/standalone/ma_set_attr.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "lipvane/text/numbers.h"
+
+namespace lipvane::standalone {
+namespace {
+
+/// Takes a flag's value off the reader. `reader` stands behind the flag.
+void ReadFlag(std::string_view flag, TokenReader& reader, std::optional<bool>& lock,
+              std::string_view& type) {
+  if (flag == "-av" || flag == "-alteredValue" || flag == "-c" || flag == "-clamp") return;
+  const Token value = reader.Peek();
+  if (flag == "-type" || flag == "-typ") {
+    type = reader.Next().text;
+    return;
+  }
+  // The others take a number or a boolean; a script may leave it out before the attribute.
+  if (value.kind != Token::Kind::kWord || value.IsFlag()) return;
+  reader.Next();
+  if (flag == "-l" || flag == "-lock") lock = BooleanOf(value.text);
+}
+
+}  // namespace
+
+PlugName SplitPlug(std::string_view plug) {
+  const std::size_t dot = std::min(plug.find('.'), plug.size());
+  return {plug.substr(0, dot), plug.substr(std::min(dot + 1, plug.size()))};
+}
+
+SetAttr ReadSetAttr(TokenReader& reader) {
+  SetAttr result;
+  reader.Next();  // setAttr itself
+  for (Token token = reader.Next(); token.kind != Token::Kind::kEnd; token = reader.Next()) {
+    if (!token.IsFlag()) {
+      result.plug = token.text;
+      break;
+    }
+    ReadFlag(token.text, reader, result.lock, result.type);
+  }
+  return result;
+}
+
+SetAttrValues ReadValues(TokenReader& reader) {
+  SetAttrValues result;
+  for (Token token = reader.Next(); token.kind != Token::Kind::kEnd; token = reader.Next()) {
+    if (token.IsFlag()) {
+      ReadFlag(token.text, reader, result.lock, result.type);
+    } else {
+      result.words.push_back(token.text);
+    }
+  }
+  return result;
+}
+
+std::optional<bool> BooleanOf(std::string_view word) {
+  if (word == "yes" || word == "on" || word == "true") return true;
+  if (word == "no" || word == "off" || word == "false") return false;
+  const auto number = text::WholeReal(word);
+  if (!number) return std::nullopt;
+  return *number != 0.0;
+}
+
+}  // namespace lipvane::standalone

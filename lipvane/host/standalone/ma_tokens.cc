@@ -1,0 +1,130 @@
+#include "lipvane/host/standalone/ma_tokens.h"
+
+#include <algorithm>
+
+#include "lipvane/host/standalone/ma_statements.h"
+
+namespace lipvane::standalone {
+namespace {
+
+constexpr std::size_t kNpos = std::string_view::npos;
+
+std::string Unescaped(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char c = text[i];
+    if (c == '\\' && i + 1 < text.size()) {
+      c = text[++i];
+      if (c == 'n')
+        c = '\n';
+      else if (c == 't')
+        c = '\t';
+      else if (c == 'r')
+        c = '\r';
+    }
+    result += c;
+  }
+  return result;
+}
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+}  // namespace
+
+bool Token::IsFlag() const {
+  return kind == Kind::kWord && text.size() > 1 && text[0] == '-' && IsLetter(text[1]) &&
+         text.substr(0, 4) != "-inf" && text.substr(0, 4) != "-nan";
+}
+
+Token TokenReader::Next() {
+  position_ = std::min(SkipBlank(statement_, position_), statement_.size());
+  if (position_ == statement_.size()) return {};
+  if (statement_[position_] == '"') return ReadString();
+  if (statement_[position_] == '(') return ReadParentheses();
+  std::size_t end = statement_.find_first_of(" \t\r\n\f\v\"(", position_ + 1);
+  end = std::min(end, statement_.size());
+  // A comment may touch the word before it.
+  for (const char* comment : {"//", "/*"}) {
+    end = std::min(end, statement_.substr(0, end).find(comment, position_));
+  }
+  const std::string_view text = statement_.substr(position_, end - position_);
+  position_ = end;
+  return {Token::Kind::kWord, text};
+}
+
+Token TokenReader::Peek() {
+  const std::size_t position = position_;
+  const Token token = Next();
+  position_ = position;
+  return token;
+}
+
+Token TokenReader::ReadString() {
+  const std::size_t begin = position_ + 1;
+  std::size_t end = begin;
+  while (end < statement_.size() && statement_[end] != '"')
+    end += statement_[end] == '\\' ? 2 : 1;
+  end = std::min(end, statement_.size());
+  position_ = std::min(end + 1, statement_.size());
+  const std::string_view text = statement_.substr(begin, end - begin);
+  if (text.find('\\') == kNpos) return {Token::Kind::kString, text};
+  made_.push_back(Unescaped(text));
+  return {Token::Kind::kString, made_.back()};
+}
+
+Token TokenReader::ReadParentheses() {
+  const std::size_t begin = position_;
+  std::string joined;
+  bool isJoin = true;
+  std::size_t depth = 0;
+  while (position_ < statement_.size()) {
+    const std::size_t at = SkipBlank(statement_, position_);
+    if (at == kNpos || at >= statement_.size()) break;
+    position_ = at;
+    const char c = statement_[position_];
+    if (c == '"') {
+      joined += ReadString().text;
+      continue;
+    }
+    ++position_;
+    if (c == '(') {
+      ++depth;
+    } else if (c == ')') {
+      if (--depth == 0) break;
+    } else if (c != '+') {
+      isJoin = false;
+    }
+  }
+  if (!isJoin) return {Token::Kind::kExpression, statement_.substr(begin, position_ - begin)};
+  made_.push_back(std::move(joined));
+  return {Token::Kind::kString, made_.back()};
+}
+
+std::string Quoted(std::string_view text) {
+  std::string result = "\"";
+  for (const char c : text) {
+    switch (c) {
+      case '\n':
+        result += "\\n";
+        break;
+      case '\t':
+        result += "\\t";
+        break;
+      case '\r':
+        result += "\\r";
+        break;
+      case '"':
+      case '\\':
+        result += '\\';
+        [[fallthrough]];
+      default:
+        result += c;
+    }
+  }
+  return result += '"';
+}
+
+}  // namespace lipvane::standalone

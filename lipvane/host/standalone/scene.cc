@@ -1,0 +1,311 @@
+#include "lipvane/host/standalone/scene.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <stdexcept>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+
+#include "lipvane/host/standalone/drivers.h"
+#include "lipvane/host/standalone/hierarchy.h"
+#include "lipvane/host/standalone/ma_reader.h"
+#include "lipvane/host/standalone/scene_data.h"
+#include "lipvane/host/standalone/scene_writer.h"
+#include "lipvane/text/file.h"
+
+namespace lipvane::standalone {
+namespace {
+
+PlugCode CodeOf(Channel channel) {
+  return static_cast<PlugCode>(channel);
+}
+
+/// Does the attribute have a part in the local matrix of such a node?
+bool Counts(const TransformValues& values, PlugCode code) {
+  const bool isPivot = code >= plug::kRotatePivot;
+  const bool isOfJoints = code >= plug::kJointOrient && !isPivot;
+  const bool isShear = code >= plug::kShear && code < plug::kRotateOrder;
+  const bool isInverseScale = code >= plug::kInverseScale && code < plug::kSegmentScaleCompensate;
+  if (!values.isJoint) return !isOfJoints;
+  return !isPivot && !isShear && (!isInverseScale || values.segmentScaleCompensate);
+}
+
+std::string CurveNameOf(const std::string& node, Channel channel) {
+  std::string name = node + "_" + ChannelName(channel);
+  for (char& c : name) {
+    if (c == ':' || c == '|') c = '_';
+  }
+  return name;
+}
+
+const char* ShortNameOf(Channel channel) {
+  constexpr std::array<const char*, kChannelCount> kNames{"tx", "ty", "tz", "rx", "ry",
+                                                          "rz", "sx", "sy", "sz"};
+  return kNames[static_cast<std::size_t>(channel)];
+}
+
+}  // namespace
+
+struct Scene::Impl {
+  explicit Impl(SceneData read)
+      : data(std::move(read)), hierarchy(MakeHierarchy(data)), drivers(data, hierarchy) {}
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+
+  ItemId ItemOf(NodeId node) const { return hierarchy.nodes[node].item; }
+  const Item& At(NodeId node) const { return data.items[ItemOf(node)]; }
+  Plug PlugOf(NodeId node, Channel channel) const { return {ItemOf(node), CodeOf(channel)}; }
+
+  bool HasChannels(NodeId node) const {
+    const NodeKind kind = hierarchy.nodes[node].kind;
+    return kind == NodeKind::kTransform || kind == NodeKind::kJoint;
+  }
+
+  Drivers::Source SourceOf(NodeId node, Channel channel) const {
+    return HasChannels(node) ? drivers.Find(PlugOf(node, channel)) : Drivers::Source{};
+  }
+
+  /// A curve whose values reach their channel through a factor, as the channel meets it.
+  struct Converted {
+    Curve curve;
+    unsigned revision = 0;
+    bool isMade = false;
+  };
+  const Curve* Convert(Plug plug, const CurveRecord& record, double factor) {
+    Converted& converted = conversions[plug];
+    if (!converted.isMade || converted.revision != record.revision) {
+      converted = {record.curve, record.revision, true};
+      for (CurveKey& key : converted.curve.keys) {
+        key.value *= factor;
+        key.inTangent.y *= factor;
+        key.outTangent.y *= factor;
+      }
+    }
+    return &converted.curve;
+  }
+
+  SceneData data;
+  Hierarchy hierarchy;
+  Drivers drivers;
+  std::unordered_map<Plug, Converted, PlugHash> conversions;
+  std::vector<NewCurve> newCurves;
+};
+
+Scene::Scene(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+Scene::Scene(Scene&&) noexcept = default;
+Scene& Scene::operator=(Scene&&) noexcept = default;
+Scene::~Scene() = default;
+
+namespace {
+
+/// What is wrong with the scene as a whole is said of the file.
+template <class Make>
+auto Named(const std::string& name, Make make) {
+  try {
+    return make();
+  } catch (const SceneError&) {
+    throw;
+  } catch (const std::runtime_error& error) {
+    throw SceneError(name + ": " + error.what());
+  }
+}
+
+}  // namespace
+
+Scene Scene::Open(const std::string& fileName,
+                  const std::function<void(std::size_t, std::size_t)>& progress) {
+  std::string text;
+  std::string reason;
+  if (!text::ReadFile(fileName, text, reason)) throw SceneError(fileName + ": " + reason);
+  return Named(fileName, [&] {
+    return Scene(std::make_unique<Impl>(ReadScene(std::move(text), fileName, progress)));
+  });
+}
+
+Scene Scene::Parse(std::string text, const std::string& name) {
+  return Named(name,
+               [&] { return Scene(std::make_unique<Impl>(ReadScene(std::move(text), name, {}))); });
+}
+
+const std::vector<std::string>& Scene::ReadingNotes() const {
+  return impl_->data.notes;
+}
+const std::vector<std::string>& Scene::References() const {
+  return impl_->data.references;
+}
+
+const std::string& Scene::TimeUnit() const {
+  return impl_->data.timeUnit;
+}
+double Scene::FramesPerSecond() const {
+  return impl_->data.framesPerSecond;
+}
+double Scene::CentimetresPerUnit() const {
+  return impl_->data.centimetresPerUnit;
+}
+double Scene::StartTime() const {
+  return impl_->data.startTime;
+}
+
+std::size_t Scene::PathCount() const {
+  return impl_->hierarchy.paths.size();
+}
+NodeId Scene::NodeOf(PathId path) const {
+  return impl_->hierarchy.paths[path].node;
+}
+PathId Scene::ParentPath(PathId path) const {
+  return impl_->hierarchy.paths[path].parent;
+}
+std::string Scene::FullPath(PathId path) const {
+  return FullPathOf(impl_->data, impl_->hierarchy, path);
+}
+std::string Scene::ShortestName(PathId path) const {
+  return ShortestNameOf(impl_->data, impl_->hierarchy, path);
+}
+
+std::size_t Scene::NodeCount() const {
+  return impl_->hierarchy.nodes.size();
+}
+const std::string& Scene::Name(NodeId node) const {
+  return impl_->At(node).name;
+}
+const std::string& Scene::Type(NodeId node) const {
+  return impl_->data.TypeOf(impl_->ItemOf(node)).name;
+}
+NodeKind Scene::Kind(NodeId node) const {
+  return impl_->hierarchy.nodes[node].kind;
+}
+bool Scene::IsInFile(NodeId node) const {
+  return impl_->At(node).isInFile;
+}
+PathId Scene::FirstPath(NodeId node) const {
+  return impl_->hierarchy.nodes[node].firstPath;
+}
+NodeId Scene::FirstParent(NodeId node) const {
+  return NodeOf(ParentPath(FirstPath(node)));
+}
+
+TransformValues Scene::ValuesAt(
+    NodeId node, double frame,
+    const std::function<void(const std::string&, const std::string&)>& unread) const {
+  if (!impl_->HasChannels(node)) return {};
+  const ItemId item = impl_->ItemOf(node);
+  const Drivers::Plan& plan = impl_->drivers.PlanOf(item);
+  TransformValues values = plan.values;
+  const auto read = [&](const Drivers::Plan::Input& input) {
+    if (input.curve != nullptr) {
+      const Curve& curve = input.curve->curve;
+      // A curve that was just made drives nothing before its first key.
+      if (input.curve->isNew && curve.keys.empty()) return;
+      SetComponent(values, input.code, curve.ValueAt(frame) * input.factor);
+      return;
+    }
+    const Drivers::Value value = impl_->drivers.Evaluate({item, input.code}, frame);
+    SetComponent(values, input.code, value.value);
+    if (unread && value.unread != kNoItem) {
+      unread(TransformAttributeName(input.code), impl_->data.NameOf(value.unread));
+    }
+  };
+  // Whether a joint compensates decides whether its parent's scale is asked for.
+  const auto isSwitch = [](const Drivers::Plan::Input& input) {
+    return input.code == plug::kSegmentScaleCompensate;
+  };
+  for (const Drivers::Plan::Input& input : plan.inputs) {
+    if (isSwitch(input) && Counts(values, input.code)) read(input);
+  }
+  for (const Drivers::Plan::Input& input : plan.inputs) {
+    if (!isSwitch(input) && Counts(values, input.code)) read(input);
+  }
+  return values;
+}
+
+Driver Scene::DriverOf(NodeId node, Channel channel) const {
+  return impl_->SourceOf(node, channel).driver;
+}
+
+std::string Scene::DriverName(NodeId node, Channel channel) const {
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  return source.item == kNoItem ? std::string() : impl_->data.NameOf(source.item);
+}
+
+bool Scene::IsLocked(NodeId node, Channel channel) const {
+  const std::size_t own = CodeOf(channel);
+  const std::size_t compound = kChannelCount + own / 3;
+  return (impl_->At(node).locks >> own & 1) != 0 || (impl_->At(node).locks >> compound & 1) != 0;
+}
+
+const Curve* Scene::CurveOf(NodeId node, Channel channel) const {
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  if (source.driver != Driver::kCurve) return nullptr;
+  const CurveRecord& record = impl_->drivers.Load(impl_->data.curves[source.item]);
+  if (source.factor == 1.0) return &record.curve;
+  return impl_->Convert(impl_->PlugOf(node, channel), record, source.factor);
+}
+
+bool Scene::AttachCurve(NodeId node, Channel channel) {
+  if (!impl_->HasChannels(node) || IsLocked(node, channel)) return false;
+  const Driver driver = DriverOf(node, channel);
+  if (driver != Driver::kNone) return driver == Driver::kCurve;
+
+  SceneData& data = impl_->data;
+  const Plug plug = impl_->PlugOf(node, channel);
+  const Unit unit = UnitOf(plug.code);
+  const std::uint32_t type = data.InternType(unit == Unit::kLength  ? "animCurveTL"
+                                             : unit == Unit::kAngle ? "animCurveTA"
+                                                                    : "animCurveTU");
+  const ItemId item = data.AddItem(CurveNameOf(Name(node), channel), type, kNoItem);
+  data.items[item].isInFile = false;
+  CurveRecord& record = data.curves[item];
+  record.isNew = record.isLoaded = true;
+  record.tangent = Tangent::kAuto;
+  record.curve.weighted = false;
+  record.curve.framesPerSecond = data.framesPerSecond;
+  if (unit == Unit::kLength) record.valueFactor = data.centimetresPerUnit;
+  if (unit == Unit::kAngle) record.valueFactor = data.radiansPerUnit;
+  data.connections[plug] = {item, plug::kOutput};
+  impl_->newCurves.push_back({item, ShortestName(FirstPath(node)) + "." + ShortNameOf(channel)});
+  impl_->drivers.ForgetPlans();
+  return true;
+}
+
+void Scene::SetKey(NodeId node, Channel channel, double frame, double value) {
+  if (!std::isfinite(frame)) throw std::invalid_argument("a key must have a finite time");
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  if (source.driver != Driver::kCurve) {
+    throw std::logic_error(Name(node) + "." + ChannelName(channel) + " has no curve");
+  }
+  CurveRecord& record = impl_->drivers.Load(impl_->data.curves[source.item]);
+  record.curve.SetKey(frame, value / source.factor);
+  ++record.revision;
+}
+
+std::vector<Scene::DrivenChannel> Scene::DrivenChannels() const {
+  struct Row {
+    std::string path;
+    DrivenChannel channel;
+  };
+  std::vector<Row> rows;
+  for (const auto& [destination, source] : impl_->data.connections) {
+    if (destination.code >= kChannelCount || !impl_->data.IsDag(destination.item)) continue;
+    const NodeId node = impl_->data.items[destination.item].node;
+    const auto channel = static_cast<Channel>(destination.code);
+    if (const Curve* const curve = CurveOf(node, channel)) {
+      rows.push_back({FullPath(FirstPath(node)), {node, channel, curve}});
+    }
+  }
+  std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+    return std::tie(a.path, a.channel.channel) < std::tie(b.path, b.channel.channel);
+  });
+  std::vector<DrivenChannel> result;
+  for (const Row& row : rows)
+    result.push_back(row.channel);
+  return result;
+}
+
+void Scene::Write(std::ostream& out) const {
+  WriteScene(impl_->data, impl_->newCurves, out);
+}
+
+}  // namespace lipvane::standalone

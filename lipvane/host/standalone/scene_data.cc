@@ -1,0 +1,268 @@
+#include "lipvane/host/standalone/scene_data.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <functional>
+#include <stdexcept>
+#include <tuple>
+#include <utility>
+
+namespace lipvane::standalone {
+namespace {
+
+constexpr std::size_t kNpos = std::string_view::npos;
+
+/// Types that are transforms wherever they stand; others are when something is parented to them.
+constexpr std::array<std::string_view, 13> kTransformTypes{
+    "transform",      "joint",          "ikHandle",           "ikEffector", "lookAt",
+    "place3dTexture", "dagContainer",   "fosterParent",       "assembly",   "assemblyReference",
+    "hikFKJoint",     "hikGroundPlane", "stereoRigTransform",
+};
+
+bool EndsWith(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+TypeInfo MakeType(std::string_view name) {
+  TypeInfo info;
+  info.name = name;
+  info.isJoint = name == "joint" || name == "hikFKJoint";
+  info.isTransform =
+      EndsWith(name, "Constraint") ||
+      std::find(kTransformTypes.begin(), kTransformTypes.end(), name) != kTransformTypes.end();
+  constexpr std::string_view kCurve = "animCurve";
+  if (name.size() == kCurve.size() + 2 && name.substr(0, kCurve.size()) == kCurve) {
+    info.nodeClass = NodeClass::kCurve;
+    info.isTimeCurve = name[kCurve.size()] == 'T';
+    info.curveKind = name.back();
+  } else if (name == "character") {
+    info.nodeClass = NodeClass::kCharacter;
+  } else if (name == "unitConversion") {
+    info.nodeClass = NodeClass::kUnitConversion;
+  } else if (name == "pairBlend") {
+    info.nodeClass = NodeClass::kPairBlend;
+  }
+  return info;
+}
+
+std::size_t Hash(std::string_view name) {
+  return std::hash<std::string_view>()(name);
+}
+
+bool IsLess(const StoredValue& a, const StoredValue& b) {
+  return std::tie(a.item, a.code) < std::tie(b.item, b.code);
+}
+
+}  // namespace
+
+SceneData::SceneData() {
+  Item world;
+  world.name = "world";
+  world.type = InternType("world");
+  world.isInFile = false;
+  world.edge = 0;
+  items.push_back(std::move(world));
+  edges.push_back({kNoItem, kWorldItem, 0});
+
+  const std::uint32_t transform = InternType("transform");
+  const std::uint32_t camera = InternType("camera");
+  for (const std::string name : {"persp", "top", "front", "side"}) {
+    const ItemId view = AddItem(name, transform, kWorldItem);
+    const ItemId shape = AddItem(name + "Shape", camera, view);
+    items[view].isInFile = items[shape].isInFile = false;
+  }
+}
+
+std::uint32_t SceneData::InternType(std::string_view name) {
+  const auto [place, isNew] =
+      typeByName_.try_emplace(std::string(name), static_cast<std::uint32_t>(types.size()));
+  if (isNew) types.push_back(MakeType(name));
+  return place->second;
+}
+
+ItemId SceneData::AddItem(std::string_view name, std::uint32_t type, ItemId parent) {
+  if (items.size() >= kMaxNodes) throw std::length_error("there are too many nodes");
+  const auto item = static_cast<ItemId>(items.size());
+  Item made;
+  made.name = FreeName(parent, name);
+  made.type = type;
+  made.order = nextOrder_++;
+  items.push_back(std::move(made));
+  LinkName(item);
+  if (parent != kNoItem) items[item].edge = AddEdge(parent, item, items[item].order);
+  return item;
+}
+
+void SceneData::MakeDag(ItemId item) {
+  if (!IsDag(item)) items[item].edge = AddEdge(kWorldItem, item, items[item].order);
+}
+
+void SceneData::Rename(ItemId item, std::string_view name) {
+  if (items[item].name == name) return;
+  const std::uint32_t edge = items[item].edge;
+  const ItemId parent = IsDag(item) ? edges[edge].parent : kNoItem;
+  if (IsDag(item)) edgesByName_.Replace(EdgeHash(parent, items[item].name), edge, HashIndex::kNone);
+  UnlinkName(item);
+  items[item].name = FreeName(parent, name);
+  LinkName(item);
+  if (IsDag(item)) edgesByName_.Insert(EdgeHash(parent, items[item].name), edge);
+}
+
+void SceneData::Reparent(ItemId item, ItemId parent) {
+  MakeDag(item);
+  const std::uint32_t edge = items[item].edge;
+  if (edges[edge].parent == parent) return;
+  edgesByName_.Replace(EdgeHash(edges[edge].parent, items[item].name), edge, HashIndex::kNone);
+  UnlinkName(item);
+  items[item].name = FreeName(parent, items[item].name);
+  LinkName(item);
+  edges[edge].parent = parent;
+  edges[edge].order = nextOrder_++;
+  edgesByName_.Insert(EdgeHash(parent, items[item].name), edge);
+}
+
+void SceneData::AddInstance(ItemId item, ItemId parent) {
+  MakeDag(item);
+  if (ChildOf(parent, items[item].name) == item) return;
+  AddEdge(parent, item, nextOrder_++);
+}
+
+ItemId SceneData::ChildOf(ItemId parent, std::string_view name) const {
+  const std::uint32_t edge =
+      edgesByName_.Find(EdgeHash(parent, name), [&](std::uint32_t candidate) {
+        return edges[candidate].parent == parent && items[edges[candidate].child].name == name;
+      });
+  return edge == HashIndex::kNone ? kNoItem : edges[edge].child;
+}
+
+ItemId SceneData::FirstOfName(std::string_view name) const {
+  return itemsByName_.Find(Hash(name), [&](ItemId item) { return items[item].name == name; });
+}
+
+ItemId SceneData::FindItem(std::string_view path, bool* isAmbiguous) const {
+  const auto dropRoot = [](std::string_view& name) {  // a leading ':' is the root namespace
+    if (!name.empty() && name[0] == ':') name.remove_prefix(1);
+  };
+  const auto descend = [&](ItemId item, std::string_view rest) {
+    while (item != kNoItem && !rest.empty()) {
+      const std::size_t bar = std::min(rest.find('|'), rest.size());
+      std::string_view name = rest.substr(0, bar);
+      dropRoot(name);
+      item = ChildOf(item, name);
+      rest.remove_prefix(std::min(bar + 1, rest.size()));
+    }
+    return item;
+  };
+  dropRoot(path);
+  if (path.empty() || path == "|") return kNoItem;
+  if (path[0] == '|') return descend(kWorldItem, path.substr(1));
+  const std::size_t bar = path.find('|');
+  const std::string_view below = bar == kNpos ? std::string_view() : path.substr(bar + 1);
+  ItemId found = kNoItem;
+  for (ItemId item = FirstOfName(path.substr(0, bar)); item != kNoItem;
+       item = items[item].nextOfName) {
+    const ItemId match = descend(item, below);
+    if (match == kNoItem || match == found) continue;
+    if (found != kNoItem) {
+      if (isAmbiguous != nullptr) *isAmbiguous = true;
+      break;
+    }
+    found = match;
+    if (isAmbiguous == nullptr) break;
+  }
+  return found;
+}
+
+ItemId SceneData::MissingItem(std::string_view name) {
+  const auto [place, isNew] = missingByName_.try_emplace(
+      std::string(name), static_cast<ItemId>(kMaxNodes + missing_.size()));
+  if (isNew) missing_.emplace_back(name);
+  return place->second;
+}
+
+const std::string& SceneData::NameOf(ItemId item) const {
+  return IsMissing(item) ? missing_[item - kMaxNodes] : items[item].name;
+}
+
+void SceneData::SortValues() {
+  if (!std::is_sorted(values.begin(), values.end(), IsLess)) {
+    std::stable_sort(values.begin(), values.end(), IsLess);
+  }
+}
+
+double SceneData::ValueOf(Plug plug) const {
+  const StoredValue key{plug.item, plug.code, 0.0};
+  const auto behind = std::upper_bound(values.begin(), values.end(), key, IsLess);
+  if (behind == values.begin()) return DefaultOf(plug.code);
+  const StoredValue& last = *(behind - 1);
+  return last.item == plug.item && last.code == plug.code ? last.value : DefaultOf(plug.code);
+}
+
+CurveRecord* SceneData::CurveOf(ItemId item) {
+  const auto found = curves.find(item);
+  return found == curves.end() ? nullptr : &found->second;
+}
+
+bool SceneData::IsTaken(ItemId parent, std::string_view name) const {
+  const ItemId first = FirstOfName(name);
+  if (first == kNoItem) return false;
+  // Only nodes of the DAG may share a name.
+  if (parent == kNoItem || !IsDag(first)) return true;
+  return ChildOf(parent, name) != kNoItem;
+}
+
+std::string SceneData::FreeName(ItemId parent, std::string_view name) {
+  if (!IsTaken(parent, name)) return std::string(name);
+  std::string_view base = name;
+  while (!base.empty() && base.back() >= '0' && base.back() <= '9')
+    base.remove_suffix(1);
+  std::uint64_t suffix = 0;
+  std::from_chars(name.data() + base.size(), name.data() + name.size(), suffix);
+  // Where the last search under this parent ended, so that many nodes of one name stay cheap.
+  std::uint64_t& last = lastSuffix_[std::to_string(parent) + "|" + std::string(base)];
+  suffix = std::max(suffix, last);
+  std::string candidate;
+  do {
+    candidate = std::string(base) + std::to_string(++suffix);
+  } while (IsTaken(parent, candidate));
+  last = suffix;
+  return candidate;
+}
+
+void SceneData::LinkName(ItemId item) {
+  const std::string& name = items[item].name;
+  const ItemId first = FirstOfName(name);
+  items[item].nextOfName = first;
+  items[item].previousOfName = kNoItem;
+  if (first == kNoItem) {
+    itemsByName_.Insert(Hash(name), item);
+  } else {
+    items[first].previousOfName = item;
+    itemsByName_.Replace(Hash(name), first, item);
+  }
+}
+
+void SceneData::UnlinkName(ItemId item) {
+  const ItemId next = items[item].nextOfName;
+  const ItemId previous = items[item].previousOfName;
+  if (next != kNoItem) items[next].previousOfName = previous;
+  if (previous != kNoItem) {
+    items[previous].nextOfName = next;
+  } else {
+    itemsByName_.Replace(Hash(items[item].name), item, next);
+  }
+}
+
+std::uint32_t SceneData::AddEdge(ItemId parent, ItemId child, std::uint32_t order) {
+  const auto edge = static_cast<std::uint32_t>(edges.size());
+  edges.push_back({parent, child, order});
+  edgesByName_.Insert(EdgeHash(parent, items[child].name), edge);
+  return edge;
+}
+
+std::size_t SceneData::EdgeHash(ItemId parent, std::string_view name) {
+  return Hash(name) ^ (std::size_t{parent} + 1) * 0x9E3779B97F4A7C15u;
+}
+
+}  // namespace lipvane::standalone
