@@ -83,8 +83,10 @@ class Splitter {
         ++at_;
         return word;
       }
-      if (c == '\n' || c == '\r') break;
-      word += c == '\\' && at_ + 1 < text_.size() ? Unescaped(text_[++at_]) : c;
+      const bool isEscape = c == '\\' && at_ + 1 < text_.size();
+      if (isEscape) ++at_;
+      if (text_[at_] == '\n' || text_[at_] == '\r') break;
+      word += isEscape ? Unescaped(text_[at_]) : c;
     }
     Fail("a string is not closed on its line");
   }

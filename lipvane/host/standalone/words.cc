@@ -184,7 +184,7 @@ std::string CheckWords(const std::string& command, const CommandSyntax& syntax,
 bool ParseInteger(const std::string& word, int& value) {
   const char* begin = word.data();
   const char* end = begin + word.size();
-  if (begin != end && *begin == '+') ++begin;
+  if (word.size() > 1 && word[0] == '+' && word[1] != '-') ++begin;
   int parsed = 0;
   const auto [stop, error] = std::from_chars(begin, end, parsed);
   if (error != std::errc() || stop != end) return false;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace lipvane::test {
+
+struct ProcessResult {
+  int status = -1;  ///< the exit status; -1 when the program did not end by itself
+  std::string out;
+  std::string err;
+};
+
+/// Runs a program to its end with an empty standard input. Throws std::system_error when it
+/// cannot be started.
+ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& arguments);
+
+}  // namespace lipvane::test
