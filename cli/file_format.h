@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lipvane::cli {
+
+enum class FileFormat { kUnknown, kScene, kLbp, kLtf };
+
+/// The format of a file by its content; the ending of its name helps where that says nothing.
+FileFormat GuessFormat(std::string_view text, const std::string& fileName);
+
+}  // namespace lipvane::cli

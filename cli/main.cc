@@ -1,0 +1,109 @@
+#include <CLI/CLI.hpp>
+#include <cstddef>
+#include <exception>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/inspect.h"
+#include "cli/messages.h"
+#include "cli/run.h"
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+/// Adds a subcommand, and to `work` what it does once the arguments are read.
+using Work = std::function<int()>;
+
+void AddRun(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand("run", "Open a scene, run command lines, save it");
+  struct Values {
+    lipvane::cli::RunOptions options;
+    std::vector<std::string> lines;
+    std::vector<std::string> files;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("SCENE", values->options.scene, "Maya ASCII scene (.ma)")->required();
+  CLI::Option* lines = command->add_option(
+      "-e", values->lines,
+      "Command lines, separated by \";\". They run in the order of all -e and -f");
+  lines->allow_extra_args(false)->type_name("MEL");
+  CLI::Option* files = command->add_option("-f", values->files, "File of command lines");
+  files->allow_extra_args(false)->type_name("FILE");
+  command->add_option("-o", values->options.output, "Save the scene here")->type_name("OUT");
+  command
+      ->add_option("--report", values->options.report,
+                   "Write what happened as JSON here; - is standard output")
+      ->type_name("FILE");
+  command->footer("The commands are facialAnim, demBonesExportPoses, select and currentTime.");
+
+  command->callback([=, &work] {
+    lipvane::cli::RunOptions& options = values->options;
+    std::size_t line = 0;
+    std::size_t file = 0;
+    for (const CLI::Option* option : command->parse_order()) {
+      if (option == lines) {
+        const std::string& text = values->lines[line++];
+        options.scripts.push_back({false, text, "-e " + std::to_string(line)});
+      } else if (option == files) {
+        const std::string& name = values->files[file++];
+        options.scripts.push_back({true, name, name});
+      }
+    }
+    work = [values] { return lipvane::cli::Run(values->options); };
+  });
+}
+
+void AddInspect(CLI::App& app, Work& work) {
+  CLI::App* command =
+      app.add_subcommand("inspect", "Say what is in a bone pose file (LBP) or a scene");
+  struct Values {
+    std::string file;
+    bool asJson = false;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("FILE", values->file, "File to read")->required();
+  command->add_flag("--json", values->asJson, "Everything, as JSON");
+  command->callback([=, &work] {
+    work = [values] { return lipvane::cli::Inspect(values->file, values->asJson); };
+  });
+}
+
+int Main(int argc, char** argv) {
+  CLI::App app("Lip-sync poses for faces rigged with joints.", "lipvane");
+  app.set_version_flag("--version", "lipvane " LIPVANE_VERSION);
+  app.require_subcommand(0, 1);
+  Work work;
+  AddRun(app, work);
+  AddInspect(app, work);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+    lipvane::cli::PrintError(error.what());
+    std::cerr << "Run with --help for more information.\n";
+    return kWrongUsage;
+  }
+  if (!work) {
+    std::cerr << app.help();
+    return kWrongUsage;
+  }
+  return work();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Main(argc, argv);
+  } catch (const std::exception& error) {
+    lipvane::cli::PrintError(error.what());
+  } catch (...) {
+    lipvane::cli::PrintError("an unknown exception");
+  }
+  return kFailed;
+}

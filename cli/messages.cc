@@ -1,0 +1,42 @@
+#include "cli/messages.h"
+
+#include <iostream>
+
+namespace lipvane::cli {
+
+void PrintLine(const std::string& text) {
+  std::cerr << text;
+  if (text.empty() || text.back() != '\n') std::cerr << '\n';
+  std::cerr << std::flush;
+}
+
+void PrintError(const std::string& text) {
+  PrintLine("Error: " + text);
+}
+
+void PrintWarning(const std::string& text) {
+  PrintLine("Warning: " + text);
+}
+
+void PrintMessage(const standalone::Message& message) {
+  using Kind = standalone::Message::Kind;
+  switch (message.kind) {
+    case Kind::kError:
+      return PrintError(message.text);
+    case Kind::kWarning:
+      return PrintWarning(message.text);
+    case Kind::kDiagnostic:
+      return PrintLine(message.label + ": " + message.text);
+    case Kind::kBox:
+      return PrintLine("[" + message.title + "] " + message.text);
+  }
+}
+
+bool PrintResult(const std::string& text) {
+  std::cout << text << std::flush;
+  if (std::cout) return true;
+  PrintError("standard output: it could not be written");
+  return false;
+}
+
+}  // namespace lipvane::cli

@@ -1,0 +1,164 @@
+#include "cli/report.h"
+
+#include <cstddef>
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "lipvane/formats/lbp.h"
+#include "lipvane/formats/lbp_hierarchy.h"
+
+namespace lipvane::cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using standalone::Channel;
+using standalone::Message;
+using standalone::PathId;
+using standalone::Scene;
+
+std::string Line(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+/// One member a line, and one element a line where a member is a list of lists or objects: long
+/// lists stay readable, and a comparison of two reports shows what changed.
+std::string Document(const Json& object) {
+  std::string text = "{\n";
+  std::size_t membersLeft = object.size();
+  for (const auto& [name, value] : object.items()) {
+    text += "  " + Line(name) + ": ";
+    if (value.is_array() && !value.empty() && value.front().is_structured()) {
+      text += "[\n";
+      for (std::size_t i = 0; i < value.size(); ++i) {
+        text += "    " + Line(value[i]) + (i + 1 < value.size() ? ",\n" : "\n");
+      }
+      text += "  ]";
+    } else {
+      text += Line(value);
+    }
+    text += --membersLeft > 0 ? ",\n" : "\n";
+  }
+  return text + "}\n";
+}
+
+const char* KindName(Message::Kind kind) {
+  switch (kind) {
+    case Message::Kind::kError:
+      break;
+    case Message::Kind::kWarning:
+      return "warning";
+    case Message::Kind::kDiagnostic:
+      return "diagnostic";
+    case Message::Kind::kBox:
+      return "box";
+  }
+  return "error";
+}
+
+Json MessageJson(const Message& message) {
+  Json json = {{"kind", KindName(message.kind)}};
+  if (message.kind == Message::Kind::kDiagnostic) json["label"] = message.label;
+  if (message.kind == Message::Kind::kBox) json["title"] = message.title;
+  json["text"] = message.text;
+  return json;
+}
+
+Json CommandJson(const CommandRecord& command) {
+  Json messages = Json::array();
+  for (const Message& message : command.outcome.messages) {
+    messages.push_back(MessageJson(message));
+  }
+  return {{"line", command.line},
+          {"status", command.outcome.status.ok() ? "success" : "failure"},
+          {"messages", std::move(messages)}};
+}
+
+Json CurvesJson(const Scene& scene) {
+  Json curves = Json::array();
+  for (const Scene::DrivenChannel& driven : scene.DrivenChannels()) {
+    const bool isLength = driven.channel <= Channel::kTranslateZ;
+    const double unit = isLength ? scene.CentimetresPerUnit() : 1.0;
+    Json keys = Json::array();
+    for (const standalone::CurveKey& key : driven.curve->keys) {
+      keys.push_back(Json::array({key.time, key.value / unit}));
+    }
+    curves.push_back({{"node", scene.FullPath(scene.FirstPath(driven.node))},
+                      {"attribute", standalone::ChannelName(driven.channel)},
+                      {"keys", std::move(keys)}});
+  }
+  return curves;
+}
+
+Json BoneJson(const TIndexedBone& bone) {
+  const Vector3& t = bone.translation;
+  const Quaternion& r = bone.rotation;
+  return {{"index", bone.boneIndex},
+          {"translation", Json::array({t.x, t.y, t.z})},
+          {"rotation", Json::array({r.w, r.x, r.y, r.z})}};
+}
+
+Json HierarchyJson(const std::string& text) {
+  std::map<int, std::string> nameByNumber;
+  std::map<std::string, int> numberByName;
+  std::map<std::string, std::string> parentByName;
+  ReadLbpHierarchyText(text, nameByNumber, numberByName, parentByName);
+  Json names = Json::object();
+  for (const auto& [number, name] : nameByNumber)
+    names[std::to_string(number)] = name;
+  return {{"nameByNumber", std::move(names)},
+          {"numberByName", numberByName},
+          {"parentByName", parentByName}};
+}
+
+}  // namespace
+
+std::string RunReport(const std::vector<CommandRecord>& commands, const Scene& scene,
+                      const standalone::StandaloneHost& host) {
+  Json report = {{"commands", Json::array()}, {"selection", Json::array()}};
+  for (const CommandRecord& command : commands) {
+    report["commands"].push_back(CommandJson(command));
+  }
+  for (const PathId path : host.Selection()) {
+    report["selection"].push_back(scene.ShortestName(path));
+  }
+  report["currentTime"] = host.CurrentTime();
+  report["curves"] = CurvesJson(scene);
+  return Document(report);
+}
+
+std::string SceneReport(const Scene& scene) {
+  Json nodes = Json::array();
+  for (PathId path = 0; path < scene.PathCount(); ++path) {
+    const standalone::NodeId node = scene.NodeOf(path);
+    if (!scene.IsInFile(node)) continue;
+    nodes.push_back({{"path", scene.FullPath(path)}, {"type", scene.Type(node)}});
+  }
+  return Document({{"format", "ma"},
+                   {"timeUnit", scene.TimeUnit()},
+                   {"nodes", std::move(nodes)},
+                   {"curves", CurvesJson(scene)}});
+}
+
+std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
+                      const PhonemeMapping& mapping) {
+  Json phonemes = Json::array();
+  for (std::size_t i = 0; i < mapping.phonemes.size(); ++i) {
+    phonemes.push_back({{"name", mapping.phonemes[i]}, {"weights", mapping.weights[i]}});
+  }
+  Json poses = Json::array();
+  for (TBonePose& pose : poseInfo.poses) {
+    Json bones = Json::array();
+    for (int i = 0; i < pose.BoneCount(); ++i)
+      bones.push_back(BoneJson(pose.GetBone(i)));
+    poses.push_back(std::move(bones));
+  }
+  return Document({{"format", "lbp"},
+                   {"version", LBP_FORMAT_VERSION},
+                   {"speechTargets", mapping.speechTargets},
+                   {"phonemes", std::move(phonemes)},
+                   {"bones", poseInfo.boneNames},
+                   {"hierarchy", HierarchyJson(text)},
+                   {"poses", std::move(poses)}});
+}
+
+}  // namespace lipvane::cli

@@ -1,0 +1,144 @@
+#include "cli/run.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+#include <optional>
+#include <ostream>
+#include <system_error>
+#include <utility>
+
+#include "cli/messages.h"
+#include "cli/progress.h"
+#include "cli/report.h"
+#include "lipvane/host/standalone/interpreter.h"
+#include "lipvane/host/standalone/mel.h"
+#include "lipvane/host/standalone/scene.h"
+#include "lipvane/plugin/registration.h"
+#include "lipvane/text/file.h"
+
+namespace lipvane::cli {
+namespace {
+
+using standalone::Interpreter;
+using standalone::MelCommand;
+using standalone::Message;
+using standalone::Scene;
+
+constexpr char kStandardOutput[] = "-";
+
+/// Tells before the work rather than after it that a result cannot be written.
+bool FolderExists(const std::string& fileName) {
+  const std::filesystem::path folder = std::filesystem::path(fileName).parent_path();
+  std::error_code error;
+  if (folder.empty() || std::filesystem::is_directory(folder, error)) return true;
+  PrintError(fileName + ": there is no folder " + folder.string());
+  return false;
+}
+
+bool ReadScript(const Script& script, standalone::MelSource& source) {
+  source = {script.text, script.name, script.isFile};
+  if (!script.isFile) return true;
+  std::string reason;
+  if (text::ReadFile(script.text, source.text, reason)) return true;
+  PrintError(script.text + ": " + reason);
+  return false;
+}
+
+/// Reads every command line before the first runs, so that a slip in the last one costs nothing.
+/// One that cannot be read is recorded as a command that failed.
+bool ReadCommands(const std::vector<Script>& scripts, const Interpreter& interpreter,
+                  std::vector<MelCommand>& commands, std::vector<CommandRecord>& records) {
+  for (const Script& script : scripts) {
+    standalone::MelSource source;
+    if (!ReadScript(script, source)) return false;
+    try {
+      auto more = standalone::SplitMel(
+          source, [&](const std::string& word) { return interpreter.Knows(word); });
+      std::move(more.begin(), more.end(), std::back_inserter(commands));
+    } catch (const standalone::MelError& error) {
+      const Message message{Message::Kind::kError, error.what(), {}, {}};
+      PrintMessage(message);
+      records.push_back({error.line, {host::StatusCode::kFailure, {message}}});
+      return false;
+    }
+  }
+  return true;
+}
+
+bool RunCommands(Interpreter& interpreter, const std::vector<MelCommand>& commands,
+                 std::vector<CommandRecord>& records, Progress& progress) {
+  for (std::size_t i = 0; i < commands.size(); ++i) {
+    progress.Show("Running", i, commands.size());
+    records.push_back({commands[i].line, interpreter.Run(commands[i].words)});
+    const standalone::CommandOutcome& outcome = records.back().outcome;
+    if (!outcome.Failed()) continue;
+    if (outcome.messages.empty()) {
+      progress.Erase();
+      PrintError(commands[i].place + ": the command failed without a message: " + commands[i].line);
+    }
+    return false;
+  }
+  return true;
+}
+
+/// Writes a file whole or not at all.
+template <typename Writer>
+bool WriteFile(const std::string& fileName, const Writer& write) {
+  text::OutputFile file;
+  std::string reason;
+  if (file.Open(fileName, text::OutputFile::Mode::kBinary, reason)) {
+    write(file.Stream());
+    if (file.Commit(reason)) return true;
+  }
+  PrintError(fileName + ": " + reason);
+  return false;
+}
+
+bool WriteReport(const std::string& fileName, const std::string& report) {
+  if (fileName == kStandardOutput) return PrintResult(report);
+  return WriteFile(fileName, [&](std::ostream& out) { out << report; });
+}
+
+}  // namespace
+
+int Run(const RunOptions& options) {
+  if (!FolderExists(options.output) || !FolderExists(options.report)) return 1;
+
+  Progress progress;
+  std::optional<Scene> scene;
+  try {
+    scene = Scene::Open(options.scene, [&](std::size_t done, std::size_t total) {
+      progress.Show("Opening", done, total);
+    });
+  } catch (const standalone::SceneError& error) {
+    progress.Erase();
+    PrintError(error.what());
+    return 1;
+  }
+  progress.Erase();
+  for (const std::string& note : scene->ReadingNotes())
+    PrintWarning(note);
+
+  Interpreter interpreter(*scene, [&](const Message& message) {
+    progress.Erase();
+    PrintMessage(message);
+  });
+  plugin::InitializePlugin(interpreter);
+  std::vector<MelCommand> commands;
+  std::vector<CommandRecord> records;
+  bool ok = ReadCommands(options.scripts, interpreter, commands, records) &&
+            RunCommands(interpreter, commands, records, progress);
+  plugin::UninitializePlugin(interpreter);
+
+  progress.Erase();
+  if (ok && !options.output.empty()) {
+    ok = WriteFile(options.output, [&](std::ostream& out) { scene->Write(out); });
+  }
+  if (!options.report.empty()) {
+    ok = WriteReport(options.report, RunReport(records, *scene, interpreter.GetHost())) && ok;
+  }
+  return ok ? 0 : 1;
+}
+
+}  // namespace lipvane::cli

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/support/process.h"
+#include "tests/support/temporary_folder.h"
+
+namespace lipvane::test {
+
+/// A small face: jaw and lip under head, animated jaw.
+inline constexpr char kFaceScene[] = R"(//Maya ASCII 2024 scene
+requires maya "2024";
+currentUnit -l meter -a degree -t ntsc;
+createNode transform -n "head";
+createNode joint -n "jaw" -p "head";
+	setAttr ".t" -type "double3" 1 2 3 ;
+	setAttr ".jo" -type "double3" 0 0 90 ;
+createNode joint -n "lip" -p "jaw";
+createNode transform -n "left";
+createNode joint -n "eye" -p "left";
+createNode transform -n "right";
+createNode joint -n "eye" -p "right";
+createNode animCurveTL -n "jaw_translateX";
+	setAttr ".tan" 18;
+	setAttr ".wgt" no;
+	setAttr -s 2 ".ktv[0:1]"  0 1.5 10 2;
+createNode animCurveTA -n "jaw_rotateY";
+	setAttr ".tan" 2;
+	setAttr -s 1 ".ktv[0]"  0.5 180;
+connectAttr "jaw_translateX.o" "jaw.tx";
+connectAttr "jaw_rotateY.o" "jaw.ry";
+select -ne :time1;
+	setAttr ".o" 5;
+	setAttr ".unw" 5;
+// End of face.ma
+)";
+
+class CliTest : public testing::Test {
+ protected:
+  static ProcessResult Lipvane(const std::vector<std::string>& arguments) {
+    return RunProcess(LIPVANE_BINARY, arguments);
+  }
+  static bool Has(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+  }
+
+  TemporaryFolder folder_;
+};
+
+}  // namespace lipvane::test

@@ -1,0 +1,93 @@
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/cli_test.h"
+#include "tests/support/lbp_text.h"
+
+namespace lipvane::test {
+namespace {
+
+using nlohmann::json;
+
+TEST_F(CliTest, InspectPrintsAllOfAnLbpFile) {
+  BoneLine bone;
+  bone.translation = {0.1, -2, 3};
+  bone.rotation = {-0.5, 0.5, 0.25, 1e-7};
+  const std::string file = folder_.Make("face", LbpText({"jaw", "lip"}, {{bone, bone}, {{}, {}}}));
+  const ProcessResult result = Lipvane({"inspect", file, "--json"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  const json read = json::parse(result.out);
+  EXPECT_EQ(read["format"], "lbp");
+  EXPECT_EQ(read["version"], 2);
+  EXPECT_EQ(read["speechTargets"], json::parse(R"(["Eat"])"));
+  EXPECT_EQ(read["phonemes"].size(), 43U);
+  EXPECT_EQ(read["phonemes"][42], json::parse(R"({"name": "P42", "weights": [0.5]})"));
+  EXPECT_EQ(read["bones"], json::parse(R"(["jaw", "lip"])"));
+  EXPECT_EQ(read["hierarchy"], json::parse(R"({"nameByNumber": {"1": "jaw", "2": "lip"},
+      "numberByName": {"jaw": 1, "lip": 2}, "parentByName": {"jaw": "parent", "lip": "parent"}})"));
+  ASSERT_EQ(read["poses"].size(), 2U);
+  const json second = read["poses"][0][1];
+  EXPECT_EQ(second["index"], 1);
+  // The numbers are the single-precision ones, to the last bit.
+  EXPECT_EQ(second["translation"][0].get<double>(), static_cast<double>(0.1F));
+  EXPECT_EQ(second["rotation"][3].get<double>(), static_cast<double>(1e-7F));
+  EXPECT_EQ(second["rotation"][0], -0.5);
+  EXPECT_EQ(read["poses"][1][0]["rotation"], json::parse("[1.0, 0.0, 0.0, 0.0]"));
+}
+
+TEST_F(CliTest, InspectPrintsAllOfAScene) {
+  const std::string file = folder_.Make("face", kFaceScene);
+  const ProcessResult result = Lipvane({"inspect", "--json", file});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(json::parse(result.out), json::parse(R"({"format": "ma", "timeUnit": "ntsc",
+      "nodes": [{"path": "|head", "type": "transform"}, {"path": "|head|jaw", "type": "joint"},
+                {"path": "|head|jaw|lip", "type": "joint"}, {"path": "|left", "type": "transform"},
+                {"path": "|left|eye", "type": "joint"}, {"path": "|right", "type": "transform"},
+                {"path": "|right|eye", "type": "joint"}],
+      "curves": [{"node": "|head|jaw", "attribute": "translateX", "keys": [[0, 1.5], [10, 2]]},
+                 {"node": "|head|jaw", "attribute": "rotateY",
+                  "keys": [[0.5, 3.141592653589793]]}]})"))
+      << result.out;
+}
+
+TEST_F(CliTest, InspectSummarisesForPeople) {
+  const ProcessResult scene = Lipvane({"inspect", folder_.Make("face.ma", kFaceScene)});
+  EXPECT_EQ(scene.status, 0) << scene.err;
+  for (const char* part : {"ntsc (30 frames a second), saved at frame 5", "Linear unit: 100 cm",
+                           "Nodes: 7 (4 joint, 3 transform)", "\n  jaw\n    lip\n  eye\n  eye\n",
+                           "Animated channels: 2, keys from frame 0 to 10"}) {
+    EXPECT_TRUE(Has(scene.out, part)) << part << "\n" << scene.out;
+  }
+  const ProcessResult lbp = Lipvane({"inspect", folder_.Make("f.lbp", LbpText({"jaw"}, {{{}}}))});
+  EXPECT_EQ(lbp.status, 0) << lbp.err;
+  for (const char* part : {"Speech targets: 1\n  Eat\n", "Phonemes: 43", "Bones: 1", "Poses: 1"}) {
+    EXPECT_TRUE(Has(lbp.out, part)) << part << "\n" << lbp.out;
+  }
+}
+
+TEST_F(CliTest, InspectRefusesWithAPlaceAndAReason) {
+  const std::vector<std::string> files = {folder_.Path("missing.lbp"),
+                                          folder_.Make("old.lbp", "// old\n1\n"),
+                                          folder_.Make("cut.lbp", "2\n1\nEat\nIy 0.5\n"),
+                                          folder_.Make("cut.ma", "createNode \"x"),
+                                          folder_.Make("binary.ma", "FOR4\x01\x02Maya"),
+                                          folder_.Make("a.ltf", "LTF\n1.0\n"),
+                                          folder_.Make("note.txt", "hello"),
+                                          folder_.Path(".")};
+  for (const std::string& file : files) {
+    const ProcessResult result = Lipvane({"inspect", file, "--json"});
+    EXPECT_EQ(result.status, 1) << file;
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err.rfind(file + ":", 0), 0U) << result.err;
+  }
+  EXPECT_TRUE(Has(Lipvane({"inspect", files[1]}).err, "old.lbp:2: "));
+}
+
+TEST_F(CliTest, NamesThatAreNotUtf8StillMakeValidJson) {
+  const std::string file = folder_.Make("face.ma", "createNode joint -n \"b\xE4r\";\n");
+  const ProcessResult result = Lipvane({"inspect", file, "--json"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(json::parse(result.out)["nodes"][0]["path"], "|b\xEF\xBF\xBDr");
+}
+
+}  // namespace
+}  // namespace lipvane::test

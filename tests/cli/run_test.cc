@@ -1,0 +1,179 @@
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/cli_test.h"
+#include "tests/support/lbp_text.h"
+
+namespace lipvane::test {
+namespace {
+
+using nlohmann::json;
+using Arguments = std::vector<std::string>;
+
+class RunTest : public CliTest {
+ protected:
+  ProcessResult Run(const Arguments& more) {
+    Arguments arguments = {"run", scene_};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return Lipvane(arguments);
+  }
+  /// The report of a run that ends with this status.
+  json Report(int status, Arguments more) {
+    more.insert(more.end(), {"--report", "-"});
+    const ProcessResult result = Run(more);
+    EXPECT_EQ(result.status, status) << result.err;
+    return json::parse(result.out);
+  }
+  std::string Export() const {
+    return "demBonesExportPoses -bl \"jaw lip\" -hb head -np 2 -lbp \"" + lbp_ + "\"";
+  }
+
+  std::string scene_ = folder_.Make("face.ma", kFaceScene);
+  std::string lbp_ = folder_.Path("face.lbp");
+};
+
+TEST_F(RunTest, OnlyOpensASceneWhenNothingElseIsAsked) {
+  const ProcessResult result = Run({});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out + result.err, "");
+}
+
+TEST_F(RunTest, ExportsImportsAndSaves) {
+  const std::string saved = folder_.Path("keyed.ma");
+  const ProcessResult result = Run({"-e", Export(), "-o", saved});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(folder_.Content("keyed.ma"), kFaceScene) << "nothing was changed";
+
+  const json report = Report(0, {"-e", "facialAnim -import -lbp \"" + lbp_ + "\"", "-o", saved});
+  EXPECT_EQ(report["curves"].size(), 27U);  // head's, jaw's and lip's
+  EXPECT_EQ(report["curves"][0],
+            json::parse(R"({"node": "|head", "attribute": "translateX", "keys": []})"));
+  const json again = json::parse(Lipvane({"inspect", saved, "--json"}).out);
+  const json jaw = again["curves"][0];
+  EXPECT_EQ(jaw["node"], "|head|jaw");
+  EXPECT_EQ(jaw["attribute"], "translateX");
+  // The file's translations are centimetres and the scene's metres.
+  EXPECT_EQ(jaw["keys"], json::parse("[[0.0, 1.5], [10.0, 2.0]]"));
+}
+
+TEST_F(RunTest, ReportsCommandsSelectionTimeAndCurves) {
+  const json report = Report(0, {"-e", "select -r jaw \"|right|eye\"; currentTime 190"});
+  EXPECT_EQ(report["commands"], json::parse(R"([
+      {"line": "select -r jaw \"|right|eye\"", "status": "success", "messages": []},
+      {"line": "currentTime 190", "status": "success", "messages": []}])"));
+  EXPECT_EQ(report["selection"], json::parse(R"(["jaw", "right|eye"])"));
+  EXPECT_EQ(report["currentTime"], 190.0);
+  EXPECT_EQ(report["curves"][0], json::parse(R"({"node": "|head|jaw", "attribute": "translateX",
+                            "keys": [[0.0, 1.5], [10.0, 2.0]]})"));
+  EXPECT_EQ(Report(0, {})["currentTime"], 5.0);
+}
+
+TEST_F(RunTest, RunsScriptsInTheOrderGiven) {
+  const std::string first = folder_.Make("1.mel", "select lip // one\ncurrentTime 1\n");
+  const std::string second = folder_.Make("2.mel", "select -add left;");
+  const json report =
+      Report(0, {"-f", first, "-e", "currentTime 2; select head", "-f", second, "-e",
+                 "currentTime "
+                 "-3"});
+  EXPECT_EQ(report["commands"].size(), 6U);
+  EXPECT_EQ(report["selection"], json::parse(R"(["head", "left"])"));
+  EXPECT_EQ(report["currentTime"], -3.0);
+}
+
+TEST_F(RunTest, AFailureStopsTheRunAndSavesNothing) {
+  const std::string out = folder_.Path("out.ma");
+  const std::string report = folder_.Path("report.json");
+  const ProcessResult result =
+      Run({"-e", "select jaw; select nose; currentTime 7", "-o", out, "--report", report});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err, "Error: No object matches name: nose\n");
+  EXPECT_FALSE(folder_.Has("out.ma"));
+  const json written = json::parse(folder_.Content("report.json"));
+  EXPECT_EQ(written["commands"].size(), 2U);
+  EXPECT_EQ(written["commands"][1]["status"], "failure");
+  EXPECT_EQ(written["commands"][1]["messages"],
+            json::parse(R"([{"kind": "error", "text": "No object matches name: nose"}])"));
+  EXPECT_EQ(written["currentTime"], 5.0);
+}
+
+TEST_F(RunTest, AnErrorShownByACommandThatSucceedsStopsTooAndOtherMessagesDoNot) {
+  const json failed = Report(1, {"-e", "facialAnim -imp -lbp none.lbp; currentTime 7"});
+  EXPECT_EQ(failed["commands"].size(), 1U);
+  EXPECT_EQ(failed["commands"][0]["status"], "success");
+  EXPECT_EQ(failed["commands"][0]["messages"], json::parse(R"([{"kind": "error",
+                             "text": "cannot parse selected LBP file: none.lbp"}])"));
+
+  const std::string lbp = folder_.Make("more.lbp", LbpText({"jaw", "nose"}, {{{}, {}}}));
+  const ProcessResult warned = Run({"-e", "facialAnim -import -lbp \"" + lbp + "\""});
+  EXPECT_EQ(warned.status, 0);
+  EXPECT_EQ(warned.err,
+            "Warning: Bone(s) in the LBP file were not found.  Make sure your LBP file is "
+            "correct.\n");
+  const ProcessResult boxed = Run({"-e", Export() + " -map \"\""});
+  EXPECT_EQ(boxed.status, 1);
+  EXPECT_EQ(boxed.err,
+            "[Application Error] Must select a valid LBP file for mapping informaion.\n");
+}
+
+TEST_F(RunTest, NamesWhatItDoesNotKnow) {
+  EXPECT_EQ(Run({"-e", "facialAnim -imprt"}).err,
+            "Error: facialAnim: unknown flag \"-imprt\"; it accepts -m/-morph, "
+            "-lbp/-lbpfile STRING, -ltf/-ltffile STRING, "
+            "-exp/-expression STRING (any number of times), -imp/-import, -sel/-select\n");
+  EXPECT_EQ(Run({"-e", "polySphere"}).err,
+            "Error: unknown command \"polySphere\"; the commands are currentTime, "
+            "demBonesExportPoses, facialAnim, select\n");
+}
+
+TEST_F(RunTest, ACommandThatFailsInSilenceIsNamed) {
+  const std::string line = "demBonesExportPoses -np 1 -lbp \"/no/such/folder/x.lbp\"";
+  const ProcessResult result = Run({"-e", "select jaw", "-e", line});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "Error: -e 2: the command failed without a message: " + line + "\n");
+}
+
+TEST_F(RunTest, TextThatIsNoCommandLineStopsBeforeTheFirstCommand) {
+  const std::string script = folder_.Make("a.mel", "select jaw;\nselect $x;\n");
+  const json report = Report(1, {"-e", Export(), "-f", script});
+  ASSERT_EQ(report["commands"].size(), 1U);
+  EXPECT_EQ(report["commands"][0]["line"], "select $x;");
+  EXPECT_EQ(report["commands"][0]["status"], "failure");
+  EXPECT_FALSE(folder_.Has("face.lbp"));
+  EXPECT_EQ(Run({"-f", script}).err.rfind("Error: " + script + ":2: ", 0), 0U);
+  EXPECT_EQ(Run({"-e", "select jaw", "-e", "select (x)"}).err.rfind("Error: -e 2: ", 0), 0U);
+}
+
+TEST_F(RunTest, SavesInPlaceAndKeepsTheFileWhenItFails) {
+  const std::string lbp = folder_.Make("one.lbp", LbpText({"lip"}, {{{}}}));
+  EXPECT_EQ(Run({"-e", "facialAnim -sel -lbp \"" + lbp + "\"; select x", "-o", scene_}).status, 1);
+  EXPECT_EQ(folder_.Content("face.ma"), kFaceScene);
+  EXPECT_EQ(Run({"-e", "facialAnim -imp -lbp \"" + lbp + "\"", "-o", scene_}).status, 0);
+  EXPECT_TRUE(Has(folder_.Content("face.ma"), "\"lip.rz\""));
+}
+
+TEST_F(RunTest, FilesThatCannotBeUsedAreNamed) {
+  const std::vector<std::pair<Arguments, std::string>> cases = {
+      {{"-f", "/no/such.mel"}, "Error: /no/such.mel: No such file or directory\n"},
+      {{"-e", Export(), "-o", "/no/such/out.ma"},
+       "Error: /no/such/out.ma: there is no folder /no/such\n"},
+      {{"-e", Export(), "--report", "/no/such/r.json"},
+       "Error: /no/such/r.json: there is no folder /no/such\n"}};
+  for (const auto& [arguments, error] : cases) {
+    const ProcessResult result = Run(arguments);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, error);
+    EXPECT_FALSE(folder_.Has("face.lbp")) << "nothing runs when the result cannot be kept";
+  }
+  const ProcessResult folder = Run({"-o", folder_.Path(".")});
+  EXPECT_EQ(folder.status, 1);
+  EXPECT_EQ(folder.err.rfind("Error: " + folder_.Path(".") + ": ", 0), 0U) << folder.err;
+  for (const std::string& scene : {folder_.Path("missing.ma"), folder_.Make("cut.ma", "a \"b")}) {
+    const ProcessResult result = Lipvane({"run", scene, "--report", "-"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err.rfind("Error: " + scene + ":", 0), 0U) << result.err;
+    EXPECT_EQ(result.out, "");
+  }
+}
+
+}  // namespace
+}  // namespace lipvane::test
