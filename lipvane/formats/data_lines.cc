@@ -1,5 +1,7 @@
 #include "lipvane/formats/data_lines.h"
 
+#include <algorithm>
+
 namespace lipvane {
 
 std::size_t NextDataLine(std::string_view& remaining, std::string_view& line) {
@@ -30,10 +32,20 @@ std::size_t NextDataLine(std::string_view& remaining, std::string_view& line) {
   return passed;
 }
 
+std::size_t TokenCursor::FindSeparator() const {
+  if (separator_.size() != 1) return std::min(remaining_.find(separator_), remaining_.size());
+  // Most tokens are of a few bytes: a call of the library's search costs more than it saves.
+  const char separator = separator_[0];
+  std::size_t i = 0;
+  while (i < remaining_.size() && remaining_[i] != separator)
+    ++i;
+  return i;
+}
+
 std::string_view TokenCursor::Next() {
   if (done_) return {};
-  const std::size_t found = remaining_.find(separator_);
-  if (found == std::string_view::npos || found == 0) {
+  const std::size_t found = FindSeparator();
+  if (found == 0 || found == remaining_.size()) {
     done_ = true;
     return remaining_;
   }
@@ -43,8 +55,23 @@ std::string_view TokenCursor::Next() {
 }
 
 void TokenCursor::Skip(int count) {
-  for (int i = 0; i < count && !done_; ++i)
-    Next();
+  if (separator_.size() != 1) {
+    for (int i = 0; i < count && !done_; ++i)
+      Next();
+    return;
+  }
+  // The same in one go: most of a bone line is passed over.
+  const char separator = separator_[0];
+  bool atTokenStart = true;
+  std::size_t i = 0;
+  for (; count > 0 && i < remaining_.size(); ++i) {
+    const bool here = remaining_[i] == separator;
+    if (here && atTokenStart) break;
+    count -= here ? 1 : 0;
+    atTokenStart = here;
+  }
+  done_ = done_ || count > 0;
+  remaining_.remove_prefix(done_ ? remaining_.size() : i);
 }
 
 std::vector<std::string_view> SplitTokens(std::string_view line, std::string_view separator) {

@@ -28,6 +28,9 @@ class TokenCursor {
   bool Done() const { return done_; }
 
  private:
+  /// The place of the next separator; the end of the line when there is none.
+  std::size_t FindSeparator() const;
+
   std::string_view remaining_;
   std::string_view separator_;
   bool done_ = false;

@@ -17,9 +17,14 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+bool IsSpace(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
 std::string_view WithoutLeadingSpace(std::string_view text) {
-  const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
-  return start == std::string_view::npos ? std::string_view() : text.substr(start);
+  while (!text.empty() && IsSpace(text[0]))
+    text.remove_prefix(1);
+  return text;
 }
 
 /// std::from_chars knows no plus sign.

@@ -3,9 +3,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <fstream>
-#include <initializer_list>
-#include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lipvane/formats/lbp.h"
@@ -73,26 +72,16 @@ void ExpectSample(Rig& rig) {
   }
 }
 
-TEST(ReadLbp, AppendsAllThatItReads) {
-  Rig rig;
-  ASSERT_TRUE(rig.Read(SampleLbp())) << rig.problem.reason;
-  ExpectSample(rig);
-}
-
-TEST(ReadLbp, AcceptsBothLineEnds) {
-  std::string text;
+TEST(ReadLbp, AppendsWhatItReadsWithEitherLineEnd) {
+  std::string withReturns;
   for (const char c : SampleLbp())
-    text += c == '\n' ? std::string("\r\n") : std::string(1, c);
-  Rig rig;
-  ASSERT_TRUE(rig.Read(text)) << rig.problem.reason;
-  ExpectSample(rig);
-}
-
-TEST(ReadLbp, IgnoresTheLocale) {
+    withReturns += c == '\n' ? std::string("\r\n") : std::string(1, c);
   const test::CommaLocale comma;
-  Rig rig;
-  ASSERT_TRUE(rig.Read(SampleLbp())) << rig.problem.reason;
-  ExpectSample(rig);
+  for (const std::string& text : {SampleLbp(), withReturns}) {
+    Rig rig;
+    ASSERT_TRUE(rig.Read(text)) << rig.problem.reason;
+    ExpectSample(rig);
+  }
 }
 
 TEST(ReadLbp, TakesTheVersionByItsIntegerPrefix) {
@@ -126,13 +115,6 @@ TEST(ReadLbp, FillsShortLinesUp) {
   EXPECT_EQ(rig.Bone(0, 1).rotation, Quaternion(0.0F, 0.0F, 0.0F, 0.0F));
 }
 
-TEST(ReadLbp, JoinsTheRestOfALineAfterTwoBlanks) {
-  Rig rig;
-  ASSERT_TRUE(rig.Read(SampleLbp({{" 1 1 0.5 ", " 1  1 0.5 "}})));
-  EXPECT_EQ(rig.Bone(1, 1).translation, Vector3(1.0F, 1.0F, 0.0F));
-  EXPECT_EQ(rig.Bone(1, 1).rotation, Quaternion(0.0F, 0.0F, 0.0F, 0.0F));
-}
-
 TEST(ReadLbp, DoesNotLoopForCountsBelowOne) {
   Rig rig;
   ASSERT_TRUE(rig.Read(
@@ -143,34 +125,25 @@ TEST(ReadLbp, DoesNotLoopForCountsBelowOne) {
 }
 
 TEST(ReadLbp, RefusesHostileCounts) {
-  const std::string targets = "// Number of Speech Targets\n";
-  for (const std::string& count :
-       {std::string("2147483647"), std::string("99999999999999999999")}) {
-    for (const Replacements& replacements :
-         {Replacements{{targets + "2", count}}, Replacements{{"2 // bones", count}},
-          Replacements{{"2 // poses", count}},
-          Replacements{
-              {"2 // bones", "0"}, {"jaw -> head\nhead -> world\n", ""}, {"2 // poses", count}}}) {
-      Rig rig;
-      EXPECT_FALSE(rig.Read(SampleLbp(replacements)));
-      EXPECT_TRUE(rig.Untouched());
-      EXPECT_FALSE(rig.problem.reason.empty());
-    }
+  const std::string vast = "2147483647";
+  for (const Replacements& replacements :
+       {Replacements{{"// Number of Speech Targets\n2", "99999999999999999999"}},
+        Replacements{{"2 // bones", vast}}, Replacements{{"2 // poses", vast}},
+        Replacements{
+            {"2 // bones", "0"}, {"jaw -> head\nhead -> world\n", ""}, {"2 // poses", vast}}}) {
+    Rig rig;
+    EXPECT_FALSE(rig.Read(SampleLbp(replacements)));
+    EXPECT_TRUE(rig.Untouched());
+    EXPECT_FALSE(rig.problem.reason.empty());
   }
 }
 
-TEST(ReadLbp, AcceptsCountsUpToTheLimits) {
-  const std::string targets = "// Number of Speech Targets\n";
+TEST(ReadLbp, BoundsWhatTheLinesDoNot) {
+  const std::string targets = "// Number of Speech Targets\n2";
   Rig rig;
-  ASSERT_TRUE(rig.Read(SampleLbp({{targets + "2", std::to_string(kMaxSpeechTargets)},
-                                  {"2 // bones", "0"},
-                                  {"jaw -> head\nhead -> world\n", ""},
-                                  {"2 // poses", std::to_string(kMaxPoses)}})))
-      << rig.problem.reason;
+  EXPECT_TRUE(rig.Read(SampleLbp({{targets, std::to_string(kMaxSpeechTargets)}})));
   EXPECT_EQ(rig.mapping.SpeechTargetCount(), 1 + kMaxSpeechTargets);
-  EXPECT_EQ(rig.Row(0).size(), static_cast<std::size_t>(kMaxSpeechTargets));
-  EXPECT_EQ(rig.poseInfo.poses.size(), 1U + kMaxPoses);
-  EXPECT_FALSE(rig.Read(SampleLbp({{targets + "2", std::to_string(kMaxSpeechTargets + 1)}})));
+  EXPECT_FALSE(rig.Read(SampleLbp({{targets, std::to_string(kMaxSpeechTargets + 1)}})));
   EXPECT_EQ(rig.problem.reason,
             "65537 speech targets are more than the 65536 that a file may have");
 }
@@ -209,13 +182,6 @@ TEST(ReadLbp, IsAllOrNothingWithAnyByteChanged) {
       ASSERT_EQ(rig.mapping.phonemes.size(), 44U) << i;
     }
   }
-}
-
-TEST(ReadLbp, NarrowsWithoutLimits) {
-  Rig rig;
-  ASSERT_TRUE(rig.Read(SampleLbp({{" 1 1 0.5 ", " 1e39 -1e999 1e-400 "}})));
-  constexpr float kInfinity = std::numeric_limits<float>::infinity();
-  EXPECT_EQ(rig.Bone(1, 1).translation, Vector3(kInfinity, -kInfinity, 0.0F));
 }
 
 TEST(ReadLbpFile, ReadsTheFileOrSaysWhyNot) {

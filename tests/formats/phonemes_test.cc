@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,41 +13,25 @@ namespace lipvane {
 namespace {
 
 TEST(DefaultPhonemeTable, GivesEachPhonemeItsSpeechTarget) {
-  const std::map<std::string_view, std::vector<std::string_view>> phonemesOf = {
-      {"Eat 0.85", {"Iy"}},
-      {"Earth 0.85", {"Er"}},
-      {"If 0.85", {"Ih", "Eh", "Ey", "Ae", "Aw", "Ay", "Ah", "Ax", "Hh"}},
-      {"If 0.20", {"ShortSil"}},
-      {"Ox 0.85", {"Aa", "Ao"}},
-      {"Oat 0.85", {"Oy", "Ow", "Uh", "Uw"}},
-      {"Wet 0.85", {"W", "Y"}},
-      {"Size 0.85", {"S", "Z"}},
-      {"Church 0.85", {"Sh", "Zh", "Jh", "Ch"}},
-      {"Fave 0.70", {"F", "V"}},
-      {"Though 0.85", {"Th", "Dh"}},
-      {"Told 0.85", {"L", "D", "T"}},
-      {"Told 0.50", {"Flap"}},
-      {"Bump 0.85", {"M", "B", "P"}},
-      {"New 0.85", {"N", "Ng"}},
-      {"Roar 0.85", {"R"}},
-      {"Cage 0.20", {"G", "K"}},
-      {"", {"Sil"}}};
-  std::map<std::string_view, std::vector<std::string_view>> found;
-  std::vector<std::string> keys(kPhonemeCount);
-  const auto rows = SplitTokens(DefaultPhonemeTable, '\n');
-  ASSERT_EQ(rows.size(), static_cast<std::size_t>(kPhonemeCount));
-  for (std::size_t p = 0; p < rows.size(); ++p) {
-    const auto tokens = SplitTokens(rows[p], ' ');
-    ASSERT_EQ(tokens.size(), 1 + kSpeechTargetNames.size()) << rows[p];
+  std::string found;
+  for (const std::string_view row : SplitTokens(DefaultPhonemeTable, '\n')) {
+    const auto tokens = SplitTokens(row, ' ');
+    ASSERT_EQ(tokens.size(), 1 + kSpeechTargetNames.size()) << row;
+    found += tokens[0];
     for (std::size_t t = 0; t < kSpeechTargetNames.size(); ++t) {
       if (tokens[1 + t] == "0.00") continue;
-      EXPECT_EQ(keys[p], "") << "two weights: " << rows[p];
-      keys[p] = std::string(kSpeechTargetNames[t]) + " " + std::string(tokens[1 + t]);
+      found += std::string(" ") + kSpeechTargetNames[t];
+      if (tokens[1 + t] != "0.85") found += "=" + std::string(tokens[1 + t]);
     }
-    found[keys[p]].push_back(tokens[0]);
+    found += ", ";
   }
-  EXPECT_EQ(found, phonemesOf);
-  EXPECT_EQ(SplitTokens(rows[39], ' ')[0], "Ch");
+  EXPECT_EQ(
+      found,
+      "Iy Eat, Ih If, Eh If, Ey If, Ae If, Aa Ox, Aw If, Ay If, Ah If, Ao Ox, Oy Oat, Ow Oat, "
+      "Uh Oat, Uw Oat, Er Earth, Ax If, S Size, Sh Church, Z Size, Zh Church, F Fave=0.70, "
+      "Th Though, V Fave=0.70, Dh Though, M Bump, N New, Ng New, L Told, R Roar, W Wet, Y Wet, "
+      "Hh If, B Bump, D Told, Jh Church, G Cage=0.20, P Bump, T Told, K Cage=0.20, Ch Church, "
+      "Sil, ShortSil If=0.20, Flap Told=0.50, ");
 }
 
 TEST(SpeechTargetNames, AreTheNamesLine) {
@@ -58,17 +41,21 @@ TEST(SpeechTargetNames, AreTheNamesLine) {
   EXPECT_EQ(line, kSpeechTargetNamesLine);
 }
 
-TEST(PhonemeMapping, NamesAreEmptyOutOfRange) {
+TEST(PhonemeMapping, AnswersNothingOutOfRange) {
   PhonemeMapping mapping;
-  EXPECT_EQ(mapping.GetSpeechTargetName(0), "");
   mapping.AddSpeechTarget("Eat");
-  mapping.AddPhoneme("Iy", {0.85F});
+  mapping.AddPhoneme("Iy", {0.85F, 0.1F});
   EXPECT_EQ(mapping.GetSpeechTargetName(0), "Eat");
   EXPECT_EQ(mapping.GetPhonemeName(0), "Iy");
+  float weight = 7.0F;
   for (const int i : {-1, 1, 2147483647}) {
     EXPECT_EQ(mapping.GetSpeechTargetName(i), "");
     EXPECT_EQ(mapping.GetPhonemeName(i), "");
+    EXPECT_FALSE(mapping.GetWeight(i, 0, weight));
+    EXPECT_FALSE(mapping.GetWeight(0, i, weight));
   }
+  EXPECT_EQ(weight, 7.0F);
+  EXPECT_EQ(mapping.weights.size(), 1U);
 }
 
 TEST(PhonemeMapping, MakesAWeightByReadingIt) {
@@ -82,19 +69,6 @@ TEST(PhonemeMapping, MakesAWeightByReadingIt) {
   ASSERT_TRUE(mapping.GetWeight(1, 1, weight));
   EXPECT_EQ(weight, 0.0F);
   EXPECT_EQ(mapping.weights, (std::vector<std::vector<float>>{{0.85F}, {0.0F, 0.0F}}));
-}
-
-TEST(PhonemeMapping, RefusesIndicesOutOfRange) {
-  PhonemeMapping mapping;
-  mapping.AddSpeechTarget("Eat");
-  mapping.AddPhoneme("Iy", {0.85F, 0.1F});
-  float weight = 7.0F;
-  EXPECT_FALSE(mapping.GetWeight(-1, 0, weight));
-  EXPECT_FALSE(mapping.GetWeight(1, 0, weight));
-  EXPECT_FALSE(mapping.GetWeight(0, -1, weight));
-  EXPECT_FALSE(mapping.GetWeight(0, 1, weight));
-  EXPECT_EQ(weight, 7.0F);
-  EXPECT_EQ(mapping.weights.size(), 1U);
 }
 
 }  // namespace
