@@ -20,15 +20,16 @@ quietly() {
   log=$(mktemp "${TMPDIR:-/tmp}/lipvane.XXXXXX")
   "$@" >"$log" 2>&1 </dev/null || status=$?
   if [ "$status" -ne 0 ]; then
-    tail -n 200 "$log" >&2
+    # Without the lines of what was built well.
+    sed '/^\[ *[0-9]*[%/]/d' "$log" | tail -n 200 >&2
     rm -f "$log"
     die "$what failed (exit status $status); its output is above."
   fi
   rm -f "$log"
 }
 
-# build PRESET [CMAKE-OPTION...]: configures and builds, in silence when all goes well.
-build() {
+# configure PRESET [CMAKE-OPTION...]
+configure() {
   local preset=$1
   shift
   # A folder that is configured already keeps its generator.
@@ -41,6 +42,13 @@ build() {
   if [ -n "${CI-}" ]; then
     set -- -DLIPVANE_WERROR=ON "$@"
   fi
-  quietly "Configuring ($preset)" cmake --preset "$preset" "$@"
-  quietly "Building ($preset)" cmake --build "build/$preset" --parallel "$(cores)"
+  quietly "Configuring build/$preset" cmake --preset "$preset" "$@"
+}
+
+# build PRESET [TARGET...]
+build() {
+  local preset=$1
+  shift
+  quietly "Building build/$preset" cmake --build "build/$preset" --parallel "$(cores)" \
+    ${1:+--target} "$@"
 }
