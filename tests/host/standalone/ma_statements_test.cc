@@ -1,0 +1,96 @@
+#include "lipvane/host/standalone/ma_statements.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "lipvane/host/standalone/ma_tokens.h"
+
+namespace lipvane::standalone {
+namespace {
+
+std::vector<std::string> Statements(const std::string& text) {
+  StatementScanner scanner(text);
+  std::vector<std::string> found;
+  for (Statement statement; scanner.Next(statement);) {
+    EXPECT_EQ(text.substr(statement.begin, statement.end - statement.begin),
+              std::string(statement.text) + ";");
+    found.emplace_back(statement.text);
+  }
+  return found;
+}
+
+using Texts = std::vector<std::string>;
+
+TEST(StatementScanner, EndsStatementsAtSemicolonsOutsideStringsAndComments) {
+  EXPECT_EQ(Statements("a b; c\n\td;"), (Texts{"a b", "c\n\td"}));
+  EXPECT_EQ(Statements("a \";//\"; b \"\\\";\";"), (Texts{"a \";//\"", "b \"\\\";\""}));
+  EXPECT_EQ(Statements("// a;\nb // c;\n d;/* e; */f;"), (Texts{"b // c;\n d", "f"}));
+  EXPECT_EQ(Statements("a/b;"), Texts{"a/b"});
+  EXPECT_EQ(Statements("{ a; } ;; b;\n// end"), (Texts{"a", "b"}));
+}
+
+TEST(StatementScanner, KnowsAllLineEndsAndTheByteOrderMark) {
+  EXPECT_EQ(Statements("\xEF\xBB\xBF// x\r\na;\r\nb;"), (Texts{"a", "b"}));
+  EXPECT_EQ(Statements("// x\ra;\rb;\r"), (Texts{"a", "b"}));
+  LineCounter lines("a\r\nb\rc\nd");
+  EXPECT_EQ(lines.LineOf(0), 1u);
+  EXPECT_EQ(lines.LineOf(3), 2u);
+  EXPECT_EQ(lines.LineOf(7), 4u);
+  EXPECT_EQ(lines.LineOf(5), 3u);
+}
+
+TEST(StatementScanner, SaysWhereTheTextBreaksOff) {
+  for (const auto& [text, offset] :
+       {std::pair{"a; b", 3}, std::pair{"a; b \"c", 5}, std::pair{"a \"b\nc\";", 2},
+        std::pair{"a; /* b;", 2}, std::pair{"a /*;", 2}, std::pair{"a \"b\\", 2}}) {
+    try {
+      Statements(text);
+      ADD_FAILURE() << text;
+    } catch (const ScanError& error) {
+      EXPECT_EQ(error.offset(), static_cast<std::size_t>(offset)) << text;
+    }
+  }
+}
+
+TEST(StatementScanner, TakesNoSecondByteOfACharacterForABackslash) {
+  // In these code pages 0x83 0x5C is one character, whether or not the writer doubled its end.
+  const std::string header = "//Codeset: 932\n";
+  EXPECT_EQ(Statements(header + "a \"\x83\\\"; b;"), (Texts{"a \"\x83\\\"", "b"}));
+  EXPECT_EQ(Statements(header + "a \"\x83\\\\\"; b;"), (Texts{"a \"\x83\\\\\"", "b"}));
+  EXPECT_EQ(Statements("a \"\x83\\\";\"; b;"), (Texts{"a \"\x83\\\";\"", "b"}));
+}
+
+TEST(TokenReader, TellsWordsStringsAndExpressionsApart) {
+  const std::string text =
+      "setAttr -l on/*x*/\"a\\\"b\\n\"(\"c\" + \"d\") (1 + 2) -1.#INF -inf // e";
+  TokenReader reader(text);
+  const auto expect = [&reader](Token::Kind kind, const std::string& word) {
+    const Token token = reader.Next();
+    EXPECT_EQ(token.kind, kind) << word;
+    EXPECT_EQ(token.text, word);
+    return token.IsFlag();
+  };
+  EXPECT_FALSE(expect(Token::Kind::kWord, "setAttr"));
+  EXPECT_TRUE(expect(Token::Kind::kWord, "-l"));
+  EXPECT_FALSE(expect(Token::Kind::kWord, "on"));
+  expect(Token::Kind::kString, "a\"b\n");
+  expect(Token::Kind::kString, "cd");
+  expect(Token::Kind::kExpression, "(1 + 2)");
+  EXPECT_FALSE(expect(Token::Kind::kWord, "-1.#INF"));
+  EXPECT_FALSE(expect(Token::Kind::kWord, "-inf"));
+  expect(Token::Kind::kEnd, "");
+}
+
+TEST(TokenReader, ReadsBackWhatIsQuoted) {
+  const std::string text = "a\"b\\c\nd\te\r\xE9";
+  const std::string quoted = Quoted(text);
+  EXPECT_EQ(TokenReader(quoted).Next().text.size(), text.size());
+  TokenReader reader(quoted);
+  EXPECT_EQ(reader.Next().text, text);
+}
+
+}  // namespace
+}  // namespace lipvane::standalone

@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "lipvane/host/standalone/scene.h"
+#include "tests/host/standalone/scene_text.h"
+
+namespace lipvane::standalone {
+namespace {
+
+using Paths = std::vector<std::string>;
+
+TEST(SceneReading, MeetsTheWorldAndTheDefaultCamerasFirst) {
+  const Scene scene = Read(
+      "createNode joint -n \"root\";\ncreateNode transform -s -n \"top\";\n"
+      "createNode camera -s -n \"topShape\" -p \"top\";\n");
+  Paths paths;
+  for (PathId i = 0; i < scene.PathCount(); ++i)
+    paths.push_back(scene.FullPath(i));
+  EXPECT_EQ(paths, (Paths{"", "|persp", "|persp|perspShape", "|top", "|top|topShape", "|front",
+                          "|front|frontShape", "|side", "|side|sideShape", "|root"}));
+  EXPECT_EQ(scene.Name(0), "world");
+  EXPECT_EQ(scene.Kind(0), NodeKind::kWorld);
+  EXPECT_FALSE(scene.IsInFile(0));
+  EXPECT_TRUE(scene.IsInFile(At(scene, "|top|topShape")));
+  EXPECT_FALSE(scene.IsInFile(At(scene, "|persp")));
+  EXPECT_EQ(scene.Kind(At(scene, "|top|topShape")), NodeKind::kShape);
+  EXPECT_EQ(scene.FirstParent(At(scene, "|root")), 0u);
+}
+
+TEST(SceneReading, TellsKindsOfNodesApart) {
+  const Scene scene = Read(
+      "createNode joint -n \"j\";\ncreateNode mesh -n \"s\" -p \"j\";\n"
+      "createNode rigGroup -n \"plugged\";\ncreateNode joint -n \"k\" -p \"plugged\";\n"
+      "createNode parentConstraint -n \"c\" -p \"k\";\ncreateNode lambert -n \"notInDag\";\n");
+  EXPECT_EQ(OwnPaths(scene), (Paths{"|j", "|j|s", "|plugged", "|plugged|k", "|plugged|k|c"}));
+  EXPECT_EQ(scene.Kind(At(scene, "|j")), NodeKind::kJoint);
+  EXPECT_EQ(scene.Kind(At(scene, "|j|s")), NodeKind::kShape);
+  EXPECT_EQ(scene.Kind(At(scene, "|plugged")), NodeKind::kTransform);
+  EXPECT_EQ(scene.Kind(At(scene, "|plugged|k|c")), NodeKind::kTransform);
+  EXPECT_EQ(scene.Type(At(scene, "|j|s")), "mesh");
+}
+
+TEST(SceneReading, FindsNodesByShortPartialAndFullPathsAndNamespaces) {
+  const Scene scene = Read(
+      "createNode transform -name \"a\";\ncreateNode transform -n \"b\";\n"
+      "createNode joint -n \"NS:in:jaw\" -p \"a\";\ncreateNode joint -p \"b\" -n \"jaw\";\n"
+      "createNode joint -n \"jaw\" -p \"|a|NS:in:jaw\";\n"
+      "setAttr \"b|jaw.tx\" 1;\nsetAttr \"|a|NS:in:jaw|jaw.translateX\" 2;\n"
+      "setAttr \":NS:in:jaw.tx\" 3;\nselect -ne \"b|jaw\";\nsetAttr \".ty\" 4;\n"
+      "setAttr \"jaw.tz\" 5;\n");
+  const auto translate = [&scene](const char* path) {
+    return scene.ValuesAt(At(scene, path), 0).translate;
+  };
+  EXPECT_EQ(translate("|b|jaw"), (Vector{1, 4, 0}));
+  EXPECT_EQ(translate("|a|NS:in:jaw|jaw"), (Vector{2, 0, 0}));
+  EXPECT_EQ(translate("|a|NS:in:jaw"), (Vector{3, 0, 0}));
+  ASSERT_EQ(scene.ReadingNotes().size(), 1u);
+  EXPECT_EQ(scene.ReadingNotes()[0],
+            "test.ma:14: more than one node is named \"jaw\"; the statement is passed over");
+}
+
+TEST(SceneReading, NamesNodesAsTheHostDoes) {
+  const Scene scene = Read(
+      "createNode joint -n \"a\";\ncreateNode joint -n \"a\";\ncreateNode joint -n \"a\";\n"
+      "createNode joint;\ncreateNode joint -n \"\";\ncreateNode joint -n \"a\" -p \"a1\";\n"
+      "createNode lambert -n \"x\";\ncreateNode joint -n \"x\";\n"
+      "createNode joint -n \"old\";\nrename -uid \"89DBF2A6\";\nrename \"old\" \"new\";\n"
+      "setAttr \"new.tx\" 7;\n");
+  EXPECT_EQ(OwnPaths(scene),
+            (Paths{"|a", "|a1", "|a1|a", "|a2", "|joint1", "|joint2", "|x1", "|new"}));
+  EXPECT_EQ(scene.ValuesAt(At(scene, "|new"), 0).translate[0], 7);
+}
+
+TEST(SceneReading, GivesTheShortestNameThatIsUnique) {
+  const Scene scene = Read(
+      "createNode joint -n \"a\";\ncreateNode joint -n \"b\" -p \"a\";\n"
+      "createNode joint -n \"c\" -p \"b\";\ncreateNode joint -n \"d\";\n"
+      "createNode joint -n \"c\" -p \"d\";\ncreateNode joint -n \"a\" -p \"d\";\n"
+      "createNode joint -n \"c\" -p \"|d|a\";\n");
+  Paths names;
+  for (PathId i = 9; i < scene.PathCount(); ++i)
+    names.push_back(scene.ShortestName(i));
+  EXPECT_EQ(names, (Paths{"|a", "b", "b|c", "d", "d|c", "d|a", "a|c"}));
+}
+
+TEST(SceneReading, MovesAndInstancesNodes) {
+  const Scene scene = Read(
+      "createNode transform -n \"a\";\ncreateNode transform -n \"x\" -p \"a\";\n"
+      "createNode mesh -n \"m\" -p \"x\";\ncreateNode transform -n \"b\";\n"
+      "createNode transform -n \"c\";\ncreateNode transform -n \"d\" -p \"b\";\n"
+      "parent -s -nc -r -add \"|a|x\" \"b\";\nparent \"c\" \"a\";\nparent -w \"d\";\n");
+  EXPECT_EQ(OwnPaths(scene), (Paths{"|a", "|a|x", "|a|x|m", "|a|c", "|b", "|b|x", "|b|x|m", "|d"}));
+  EXPECT_EQ(At(scene, "|b|x"), At(scene, "|a|x"));
+  EXPECT_EQ(scene.FullPath(scene.FirstPath(At(scene, "|b|x|m"))), "|a|x|m");
+  EXPECT_EQ(scene.ShortestName(scene.FirstPath(At(scene, "|a|x|m"))), "a|x|m");
+}
+
+TEST(SceneReading, RefusesRingsAndInstancesWithoutEnd) {
+  EXPECT_EQ(RefusalOf(kHeader + std::string("createNode joint -n \"a\";createNode joint -n \"b\" "
+                                            "-p \"a\";parent \"a\" \"b\";")),
+            "test.ma: \"a\" is parented in a ring");
+  std::string text = std::string(kHeader) + "createNode transform -n \"x0\";\n";
+  for (int i = 1; i < 60; ++i) {
+    const std::string x = "x" + std::to_string(i);
+    const std::string above = "x" + std::to_string(i - 1);
+    const std::string y = "y" + std::to_string(i);
+    text += "createNode transform -n \"" + x + "\" -p \"" + above + "\";\n";
+    text += "createNode transform -n \"" + y + "\" -p \"" + above + "\";\n";
+    if (i > 1) text += "parent -add \"" + x + "\" \"y" + std::to_string(i - 1) + "\";\n";
+  }
+  EXPECT_NE(RefusalOf(text).find("instances make too many paths"), std::string::npos);
+}
+
+TEST(SceneReading, GoesDeepAndWideWithoutRecursion) {
+  std::string text;
+  for (int i = 1; i <= 100000; ++i) {
+    text += "createNode transform -n \"n" + std::to_string(i) + "\"";
+    if (i > 1) text += " -p \"n" + std::to_string(i - 1) + "\"";
+    text += ";\n";
+  }
+  EXPECT_EQ(Read(text).PathCount(), 100009u);
+  text.clear();
+  for (int i = 0; i < 100000; ++i)
+    text += "createNode transform -n \"same\";\n";
+  const Scene wide = Read(text);
+  EXPECT_EQ(wide.FullPath(wide.PathCount() - 1), "|same99999");
+}
+
+TEST(SceneReading, KnowsUnitsAndTheStartTime) {
+  const Scene scene = Scene::Parse(
+      "currentUnit -linear meter -angle radian -time ntsc;\ncreateNode joint -n \"j\";\n"
+      "setAttr \".tx\" 2;\nsetAttr \".rx\" 0.5;\nselect -ne :time1;\nsetAttr -av \".o\" 12.5;\n",
+      "test.ma");
+  EXPECT_EQ(scene.TimeUnit(), "ntsc");
+  EXPECT_EQ(scene.FramesPerSecond(), 30);
+  EXPECT_EQ(scene.CentimetresPerUnit(), 100);
+  EXPECT_EQ(scene.StartTime(), 12.5);
+  EXPECT_EQ(scene.ValuesAt(At(scene, "|j"), 0).translate[0], 200);
+  EXPECT_EQ(scene.ValuesAt(At(scene, "|j"), 0).rotate[0], 0.5);
+
+  const Scene bare = Scene::Parse("createNode joint -n \"j\";", "test.ma");
+  EXPECT_EQ(bare.TimeUnit(), "film");
+  EXPECT_EQ(bare.StartTime(), 1);
+  EXPECT_EQ(Scene::Parse("currentUnit -t 29.97fps;", "t").FramesPerSecond(), 29.97);
+  EXPECT_EQ(Scene::Parse("currentUnit -t millisec;", "t").FramesPerSecond(), 1000);
+  const Scene odd = Scene::Parse("currentUnit -t nonsense -l 3;", "t.ma");
+  EXPECT_EQ(odd.FramesPerSecond(), 24);
+  ASSERT_EQ(odd.ReadingNotes().size(), 2u);
+  EXPECT_EQ(odd.ReadingNotes()[0],
+            "t.ma:1: the time unit \"nonsense\" is not known and is passed over");
+}
+
+TEST(SceneReading, RefusesWhatIsNoSceneWithASentence) {
+  EXPECT_EQ(RefusalOf(""), "test.ma: the file is empty");
+  EXPECT_EQ(RefusalOf(" \r\n\t"), "test.ma: the file is empty");
+  EXPECT_EQ(RefusalOf("FOR4\x10\x20Maya"), "test.ma: a binary scene, not a Maya ASCII one");
+  EXPECT_EQ(RefusalOf("FOR8...."), "test.ma: a binary scene, not a Maya ASCII one");
+  EXPECT_EQ(RefusalOf("{\"json\": \"text\"}"), "test.ma: not a Maya ASCII scene");
+  EXPECT_EQ(RefusalOf("Dear all,\nwe're done; bye"), "test.ma: not a Maya ASCII scene");
+  EXPECT_EQ(RefusalOf("createNode joint;\nsetAttr \".tx\" 1"),
+            "test.ma:2: the file ends inside a statement");
+  EXPECT_EQ(RefusalOf("//Maya ASCII 8.0 scene\n\ncreateNode joint -n \"j"),
+            "test.ma:3: a string is not closed on its line");
+  EXPECT_EQ(RefusalOf("//Maya ASCII 8.0 scene\n"), "");
+  EXPECT_THROW(Scene::Open("no such file.ma"), SceneError);
+}
+
+TEST(SceneReading, NotesWhatItPassesOver) {
+  const Scene scene = Read(
+      "createNode joint -n \"j\" -p \"gone\";\nsetAttr \".tx\" (3 * 4);\nsetAttr \".ro\" 9;\n"
+      "python \"x\";\npython \"y\";\nfile -rdi 1 -ns \"r\" -rfn \"rRN\" \"c:/a.ma\";\n"
+      "file -r -ns \"r\" -dr 1 -rfn \"rRN\" -typ \"mayaAscii\" \"c:/a.ma\";\n");
+  EXPECT_EQ(OwnPaths(scene), Paths{"|j"});
+  EXPECT_EQ(scene.References(), Paths{"c:/a.ma"});
+  EXPECT_EQ(scene.ReadingNotes(),
+            (Paths{"test.ma:4: the parent \"gone\" is not in the file; the world takes its place",
+                   "test.ma:5: a value of \"j.translateX\" is not understood and is passed over",
+                   "test.ma:6: a value of \"j.rotateOrder\" is not understood and is passed over",
+                   "test.ma:7: \"python\" is no command of a scene file and is passed over"}));
+}
+
+TEST(SceneReading, KeepsANumberOfNotesOnly) {
+  std::string text;
+  for (int i = 0; i < 500; ++i)
+    text += "createNode joint -n \"j\" -p \"gone\";\n";
+  const Scene scene = Read(text);
+  EXPECT_EQ(scene.ReadingNotes().size(), 101u);
+  EXPECT_EQ(scene.ReadingNotes().back(), "test.ma: 400 more were left out");
+}
+
+}  // namespace
+}  // namespace lipvane::standalone

@@ -1,0 +1,234 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/units.h"
+#include "tests/host/standalone/scene_text.h"
+
+namespace lipvane::standalone {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TransformValues Values(const Scene& scene, const std::string& path, double frame,
+                       Names* unread = nullptr) {
+  return scene.ValuesAt(At(scene, path), frame,
+                        [unread](const std::string& attribute, const std::string& driver) {
+                          if (unread != nullptr) unread->push_back(attribute + " < " + driver);
+                        });
+}
+
+/// A curve with a key at frames 0 and 10, linear between.
+std::string Curve(const std::string& type, const std::string& name, const std::string& first,
+                  const std::string& second) {
+  return "createNode " + type + " -n \"" + name +
+         "\";\n\tsetAttr \".tan\" 2;\n\tsetAttr \".wgt\" no;\n\tsetAttr -s 2 \".ktv[0:1]\"  0 " +
+         first + " 10 " + second + ";\n";
+}
+
+TEST(SceneValues, ReadsAllThatMakesALocalMatrix) {
+  const Scene scene = Read(
+      "createNode joint -n \"j\";\n"
+      "\tsetAttr -l on -k off \".t\" -type \"double3\" 1 2 3 ;\n"
+      "\tsetAttr \".r\" -type \"double3\" 90 0 -180 ;\n\tsetAttr \".scaleY\" 2;\n"
+      "\tsetAttr -cb on \".ro\" 5;\n\tsetAttr \".ra\" -type \"double3\" 0 90 0 ;\n"
+      "\tsetAttr \".jointOrient.jointOrientZ\" 45;\n\tsetAttr \".ssc\" no;\n"
+      "\tsetAttr \".is\" -type \"double3\" 1 2 4 ;\n\tsetAttr \".tx\" -l off;\n"
+      "\tsetAttr \".tz\" -1e-015;\n"
+      "createNode transform -n \"g\";\n\tsetAttr \".rp\" -type \"double3\" 1 0 0 ;\n"
+      "\tsetAttr \".rpt\" -type \"double3\" 0 1 0 ;\n\tsetAttr \".sp\" -type \"double3\" 0 0 1 ;\n"
+      "\tsetAttr \".sptx\" 5;\n\tsetAttr \".sh\" -type \"double3\" 0.1 0.2 0.3 ;\n"
+      "\tsetAttr \".shearXZ\" inf;\n");
+  const double right = 90 * kRadiansPerDegree;
+  const TransformValues joint = Values(scene, "|j", 0);
+  EXPECT_TRUE(joint.isJoint);
+  EXPECT_EQ(joint.translate, (Vector{1, 2, -1e-15}));
+  EXPECT_EQ(joint.rotate, (Vector{right, 0, -2 * right}));
+  EXPECT_EQ(joint.scale, (Vector{1, 2, 1}));
+  EXPECT_EQ(joint.rotateOrder, RotateOrder::kZyx);
+  EXPECT_EQ(joint.rotateAxis, (Vector{0, right, 0}));
+  EXPECT_EQ(joint.jointOrient, (Vector{0, 0, right / 2}));
+  EXPECT_EQ(joint.inverseScale, (Vector{1, 2, 4}));
+  EXPECT_FALSE(joint.segmentScaleCompensate);
+  const TransformValues group = Values(scene, "|g", 0);
+  EXPECT_FALSE(group.isJoint);
+  EXPECT_EQ(group.rotatePivot, (Vector{1, 0, 0}));
+  EXPECT_EQ(group.rotatePivotTranslate, (Vector{0, 1, 0}));
+  EXPECT_EQ(group.scalePivot, (Vector{0, 0, 1}));
+  EXPECT_EQ(group.scalePivotTranslate, (Vector{5, 0, 0}));
+  EXPECT_EQ(group.shear[0], 0.1);
+  EXPECT_GT(group.shear[1], 1e300);
+  EXPECT_TRUE(scene.ReadingNotes().empty());
+}
+
+TEST(SceneValues, DividesByTheScaleOfTheParentThatIsConnected) {
+  const Scene scene = Read(
+      "createNode joint -n \"a\";\nsetAttr \".s\" -type \"double3\" 2 3 4 ;\n"
+      "createNode joint -n \"b\" -p \"a\";\ncreateNode joint -n \"c\" -p \"a\";\n" +
+      Curve("animCurveTU", "s", "1", "3") +
+      "connectAttr \"s.o\" \"a.sx\";\nconnectAttr \"a.s\" \"b.is\";\n");
+  EXPECT_EQ(Values(scene, "|a|b", 10).inverseScale, (Vector{3, 3, 4}));
+  EXPECT_EQ(Values(scene, "|a|c", 10).inverseScale, (Vector{1, 1, 1}));
+}
+
+TEST(SceneValues, LocksComponentsAndCompounds) {
+  const Scene scene = Read(
+      "createNode joint -n \"j\";\nsetAttr -l on \".t\";\nsetAttr -lock true \".rx\";\n"
+      "setAttr \".ry\" -l on 4;\nsetAttr -l on \".ry\";\nsetAttr -l off \".ry\";\n"
+      "setAttr -l on \".s\";\nsetAttr \"j.s\" -l off;\nsetAttr -k off \".rz\";\n");
+  std::string locked;
+  for (std::size_t i = 0; i < kChannelCount; ++i) {
+    locked += scene.IsLocked(At(scene, "|j"), static_cast<Channel>(i)) ? '1' : '0';
+  }
+  EXPECT_EQ(locked, "111100000");
+}
+
+TEST(SceneCurves, ReadsKeysInAnyShape) {
+  const Scene scene = Read(
+      "createNode joint -n \"j\";\ncreateNode animCurveTA -n \"c\";\n"
+      "\tsetAttr \".tan\" 10;\n\tsetAttr -s 4000000000 \".ktv[0:1]\"  0 90 1.5 -180;\n"
+      "\tsetAttr \".keyTimeValue[3]\"  -2 45;\n\tsetAttr -s 4 \".ktv[2]\" 1.5 360;\n"
+      "\tsetAttr -s 4 \".kit[1:3]\"  1 1 18;\n\tsetAttr -s 4 \".kot[2]\"  5;\n"
+      "\tsetAttr -s 4 \".kix[2:3]\"  0.5 1;\n\tsetAttr -s 4 \".kiy[2]\"  -0.25;\n"
+      "\tsetAttr \".pre\" 3;\n\tsetAttr \".postInfinity\" 4;\n"
+      "connectAttr \"c.output\" \"j.rotateY\";\n");
+  const lipvane::standalone::Curve* const curve = scene.CurveOf(At(scene, "|j"), Channel::kRotateY);
+  ASSERT_NE(curve, nullptr);
+  ASSERT_EQ(curve->keys.size(), 3u);
+  EXPECT_EQ(curve->keys[0].time, -2);
+  EXPECT_EQ(curve->keys[0].inType, Tangent::kAuto);
+  EXPECT_EQ(curve->keys[1].outType, Tangent::kClamped);
+  EXPECT_EQ(curve->keys[2].time, 1.5);
+  EXPECT_EQ(curve->keys[2].value, 360 * kRadiansPerDegree);
+  EXPECT_EQ(curve->keys[2].inType, Tangent::kFixed);
+  EXPECT_EQ(curve->keys[2].outType, Tangent::kStep);
+  EXPECT_EQ(curve->keys[2].inTangent.x, 0.5);
+  EXPECT_EQ(curve->keys[2].inTangent.y, -0.25);
+  EXPECT_TRUE(curve->weighted);
+  EXPECT_EQ(curve->before, Infinity::kCycle);
+  EXPECT_EQ(curve->after, Infinity::kCycleOffset);
+}
+
+TEST(SceneCurves, PassesOverKeysThatAreNotUnderstood) {
+  for (const char* keys : {"\".ktv[0:1]\" 1 2 3", "\".ktv\" 1 2", "\".ktv[0]\" nan 2",
+                           "\".ktv[0]\" 1 two", "\".ktv[4294967296]\" 1 2", "\".ktv[0].kv\" 1 2",
+                           "\".kit[0]\" x", "\".ktv[1:0]\" 1 2", "\".ktv[0]\" \"\\t1\" 2"}) {
+    const Scene scene =
+        Read("createNode animCurveTA -n \"c\";\nsetAttr " + std::string(keys) + ";\n");
+    ASSERT_EQ(scene.ReadingNotes().size(), 1u) << keys;
+    EXPECT_EQ(scene.ReadingNotes()[0],
+              "test.ma:5: keys of \"c\" are not understood and are passed over");
+  }
+}
+
+TEST(SceneDrivers, FollowsCurvesThroughWhatPassesThemOn) {
+  const Scene scene =
+      Read("createNode joint -n \"j\";\n" + Curve("animCurveTA", "direct", "0", "90") +
+           Curve("animCurveTL", "inSet", "0", "4") + Curve("animCurveTU", "plain", "0", "2") +
+           Curve("animCurveTU", "degrees", "0", "30") +
+           "createNode character -n \"set\";\ncreateNode unitConversion -n \"u\";\nsetAttr \".cf\" "
+           "0.5;\n"
+           "connectAttr \":time1.o\" \"direct.i\";\nconnectAttr -f \"direct.o\" \"j.rx\";\n"
+           "connectAttr \"inSet.o\" \"set.lv[3]\" -na;\nconnectAttr \"set.lv[3]\" \"|j.tx\";\n"
+           "connectAttr \"plain.o\" \"u.i\";\nconnectAttr \"u.o\" \":j.ry\";\n"
+           "connectAttr \"degrees.o\" \"j.rz\";\n");
+  const NodeId joint = At(scene, "|j");
+  const TransformValues values = Values(scene, "|j", 10);
+  EXPECT_DOUBLE_EQ(values.rotate[0], 90 * kRadiansPerDegree);
+  EXPECT_EQ(values.translate[0], 4);
+  EXPECT_EQ(values.rotate[1], 1);
+  EXPECT_DOUBLE_EQ(values.rotate[2], 30 * kRadiansPerDegree);
+  for (const Channel channel :
+       {Channel::kRotateX, Channel::kTranslateX, Channel::kRotateY, Channel::kRotateZ}) {
+    EXPECT_EQ(scene.DriverOf(joint, channel), Driver::kCurve);
+  }
+  EXPECT_EQ(scene.DriverName(joint, Channel::kTranslateX), "inSet");
+  EXPECT_EQ(scene.DriverOf(joint, Channel::kTranslateY), Driver::kNone);
+  // A curve is shown as its channel meets it.
+  EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateY)->keys[1].value, 1);
+  EXPECT_EQ(scene.DrivenChannels().size(), 4u);
+}
+
+TEST(SceneDrivers, KeysThroughAConversion) {
+  Scene scene = Read("createNode joint -n \"j\";\n" + Curve("animCurveTU", "c", "0", "2") +
+                     "createNode unitConversion -n \"u\";\nsetAttr \".conversionFactor\" 0.5;\n"
+                     "connectAttr \"c.o\" \"u.i\";\nconnectAttr \"u.o\" \"j.rx\";\n");
+  const NodeId joint = At(scene, "|j");
+  EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateX)->keys[1].value, 1);
+  ASSERT_TRUE(scene.AttachCurve(joint, Channel::kRotateX));
+  scene.SetKey(joint, Channel::kRotateX, 10, 3);
+  EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateX)->keys[1].value, 3);
+  EXPECT_EQ(Values(scene, "|j", 10).rotate[0], 3);
+  EXPECT_NE(Written(scene).find("0 0 10 6;"), std::string::npos);
+}
+
+TEST(SceneDrivers, SaysWhatItCannotEvaluate) {
+  const Scene scene = Read(
+      "createNode joint -n \"j\";\nsetAttr \".t\" -type \"double3\" 1 2 3 ;\n"
+      "createNode parentConstraint -n \"con\" -p \"j\";\ncreateNode animCurveUA -n \"driven\";\n"
+      "createNode animCurveTA -n \"warped\";\nsetAttr \".ktv[0]\" 1 1;\ncreateNode expression -n "
+      "\"e\";\n"
+      "connectAttr \"con.ct\" \"j.t\";\nconnectAttr \"driven.o\" \"j.rx\";\n"
+      "connectAttr \"e.out[0]\" \"warped.i\";\nconnectAttr \"warped.o\" \"j.ry\";\n"
+      "connectAttr \"xRN.phl[2]\" \"j.sx\";\nconnectAttr \"ref:ctl.ssc\" \"j.ssc\";\n"
+      "connectAttr \"con.x\" \"j.rpx\";\nconnectAttr \"con.x\" \"j.shxy\";\n");
+  Names unread;
+  EXPECT_EQ(Values(scene, "|j", 1, &unread).translate, (Vector{1, 2, 3}));
+  EXPECT_EQ(unread,
+            (Names{"segmentScaleCompensate < ref:ctl", "translateX < con", "translateY < con",
+                   "translateZ < con", "rotateX < driven", "rotateY < warped", "scaleX < xRN"}));
+  const NodeId joint = At(scene, "|j");
+  EXPECT_EQ(scene.DriverOf(joint, Channel::kRotateX), Driver::kOther);
+  EXPECT_EQ(scene.DriverName(joint, Channel::kScaleX), "xRN");
+  EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateY), nullptr);
+}
+
+TEST(SceneDrivers, TheLastConnectionCounts) {
+  const Scene scene = Read("createNode joint -n \"j\";\n" + Curve("animCurveTL", "a", "1", "1") +
+                           Curve("animCurveTL", "b", "2", "2") +
+                           "connectAttr \"a.o\" \"j.tx\";\nconnectAttr -f \"b.o\" \"j.tx\";\n"
+                           "connectAttr \"a.o\" \"j.ty\";\ndisconnectAttr \"b.o\" \"j.ty\";\n"
+                           "connectAttr \"a.o\" \"j.tz\";\ndisconnectAttr \"a.o\" \"j.tz\";\n");
+  EXPECT_EQ(Values(scene, "|j", 0).translate, (Vector{2, 1, 0}));
+}
+
+TEST(SceneDrivers, EvaluatesBlendsAndSetsButDoesNotKeyThem) {
+  const Scene scene =
+      Read("createNode joint -n \"j\";\ncreateNode joint -n \"k\";\n" +
+           Curve("animCurveTL", "c", "1", "5") +
+           "createNode pairBlend -n \"p\";\nsetAttr \".w\" 0.25;\nsetAttr \".itx2\" 9;\n"
+           "setAttr \".inRotateX1\" 90;\nsetAttr \".ri\" 1;\nsetAttr \".txm\" 0;\n"
+           "createNode character -n \"set\";\nsetAttr -s 2 \".av[1:2]\" 45 90;\n"
+           "connectAttr \"c.o\" \"p.itx1\";\nconnectAttr \"p.ot\" \"j.t\";\nconnectAttr \"p.orx\" "
+           "\"j.rx\";\n"
+           "connectAttr \"set.av[2]\" \"j.ry\";\nconnectAttr \"j.tx\" \"k.tx\";\n");
+  Names unread;
+  const TransformValues values = Values(scene, "|j", 10, &unread);
+  EXPECT_EQ(values.translate[0], 5 * 0.75 + 9 * 0.25);
+  EXPECT_EQ(values.rotate[1], 90 * kRadiansPerDegree);
+  EXPECT_EQ(unread, Names{"rotateX < p"});
+  EXPECT_EQ(Values(scene, "|k", 10).translate[0], 6);
+  EXPECT_EQ(scene.DriverOf(At(scene, "|j"), Channel::kTranslateX), Driver::kOther);
+  EXPECT_EQ(scene.DriverOf(At(scene, "|j"), Channel::kRotateY), Driver::kOther);
+  EXPECT_EQ(scene.DriverName(At(scene, "|j"), Channel::kTranslateX), "p");
+}
+
+TEST(SceneDrivers, EndsInRings) {
+  std::string text =
+      "createNode joint -n \"a\";\nsetAttr \".tx\" 3;\ncreateNode joint -n \"b\";\n"
+      "connectAttr \"a.tx\" \"b.tx\";\nconnectAttr \"b.tx\" \"a.tx\";\n"
+      "createNode character -n \"s\";\nconnectAttr \"s.lv[1]\" \"s.lv[2]\";\n"
+      "connectAttr \"s.lv[2]\" \"s.lv[1]\";\nconnectAttr \"s.lv[1]\" \"a.ty\";\n"
+      "createNode pairBlend -n \"p\";\nsetAttr \".w\" 0.5;\nconnectAttr \"p.otx\" \"p.itx1\";\n"
+      "connectAttr \"p.otx\" \"p.itx2\";\nconnectAttr \"p.otx\" \"a.tz\";\n";
+  const Scene scene = Read(text);
+  Names unread;
+  Values(scene, "|a", 0, &unread);
+  EXPECT_EQ(unread.size(), 3u);
+  EXPECT_EQ(scene.DriverOf(At(scene, "|a"), Channel::kTranslateY), Driver::kOther);
+}
+
+}  // namespace
+}  // namespace lipvane::standalone

@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/units.h"
+#include "tests/host/standalone/scene_text.h"
+
+namespace lipvane::standalone {
+namespace {
+
+const std::string kJaw =
+    std::string(kHeader) +
+    "createNode joint -n \"NS:jaw\";\n\tsetAttr \".tx\" 2.5;\n\tsetAttr -l on \".sx\";\n"
+    "createNode animCurveTA -n \"c\";\n\trename -uid \"00-1\";\n\tsetAttr \".tan\" 18;\n"
+    "\tsetAttr \".wgt\" no;\n\tsetAttr -s 3 \".ktv[0:1]\"  1 0.10 5 -0.00053405135248259965;\n"
+    "\tsetAttr \".ktv[2]\" 9 3e1;\n\tsetAttr -s 3 \".kit[0:2]\"  18 1 9;\n"
+    "\tsetAttr -s 3 \".kix[1]\"  0.0333333343267440;\n\tsetAttr -s 3 \".kiy[1]\"  -0.1;\n"
+    "\tsetAttr -s 3 \".ktl[1:2]\"  no yes;\n"
+    "createNode lambert -n \"other\";\nconnectAttr \"c.o\" \"NS:jaw.rx\";\n// End of jaw.ma\n";
+
+/// What is left of `text` when the parts that both ends share with `original` are taken off.
+std::string Difference(const std::string& original, const std::string& text) {
+  std::size_t front = 0;
+  while (front < original.size() && front < text.size() && original[front] == text[front])
+    ++front;
+  std::size_t back = 0;
+  while (back < original.size() - front && back < text.size() - front &&
+         original[original.size() - 1 - back] == text[text.size() - 1 - back]) {
+    ++back;
+  }
+  return text.substr(front, text.size() - front - back);
+}
+
+void ExpectSameCurves(const Scene& a, const Scene& b) {
+  const auto left = a.DrivenChannels();
+  const auto right = b.DrivenChannels();
+  ASSERT_EQ(left.size(), right.size());
+  for (std::size_t i = 0; i < left.size(); ++i) {
+    EXPECT_EQ(left[i].channel, right[i].channel);
+    ASSERT_EQ(left[i].curve->keys.size(), right[i].curve->keys.size());
+    for (std::size_t k = 0; k < left[i].curve->keys.size(); ++k) {
+      const CurveKey& x = left[i].curve->keys[k];
+      const CurveKey& y = right[i].curve->keys[k];
+      EXPECT_EQ(x.time, y.time);
+      EXPECT_EQ(x.value, y.value);
+      EXPECT_EQ(x.inType, y.inType);
+      EXPECT_EQ(x.outType, y.outType);
+      EXPECT_EQ(x.inTangent.x, y.inTangent.x);
+      EXPECT_EQ(x.inTangent.y, y.inTangent.y);
+    }
+  }
+}
+
+TEST(SceneWriting, KeepsEveryByteOfAnUnchangedScene) {
+  for (const std::string& text :
+       {kJaw, std::string("\xEF\xBB\xBF") + kJaw, std::string("createNode joint -n \"a\";"),
+        std::string("createNode joint;\r\nsetAttr \".tx\" 1;\r\n\r\n"),
+        std::string("createNode joint;\rsetAttr \".tx\" 1;\r// End of x"),
+        std::string("createNode joint -n \"\xE9\x80\"; // caf\xE9\n/* ; */"),
+        std::string("//Maya ASCII\0x\n", 15)}) {
+    const Scene scene = Scene::Parse(text, "test.ma");
+    scene.DrivenChannels();
+    EXPECT_EQ(Written(scene), text);
+  }
+}
+
+TEST(SceneWriting, AddsNewCurvesBeforeTheEnd) {
+  Scene scene = Scene::Parse(kJaw, "test.ma");
+  const NodeId jaw = At(scene, "|NS:jaw");
+  ASSERT_TRUE(scene.AttachCurve(jaw, Channel::kRotateY));
+  ASSERT_TRUE(scene.AttachCurve(jaw, Channel::kTranslateX));
+  EXPECT_EQ(scene.DrivenChannels().size(), 3u);
+  EXPECT_EQ(scene.DrivenChannels()[0].channel, Channel::kTranslateX);
+  EXPECT_EQ(scene.ValuesAt(jaw, 0).translate[0], 2.5) << "no key, no change";
+  EXPECT_EQ(Written(scene), kJaw) << "a curve without keys would be zero in the host";
+
+  scene.SetKey(jaw, Channel::kRotateY, 10, 90 * kRadiansPerDegree);
+  scene.SetKey(jaw, Channel::kRotateY, 0, 0.1);
+  EXPECT_EQ(Difference(kJaw, Written(scene)),
+            "createNode animCurveTA -n \"NS_jaw_rotateY\";\n\tsetAttr \".tan\" 18;\n"
+            "\tsetAttr \".wgt\" no;\n\tsetAttr -s 2 \".ktv[0:1]\"  0 5.729577951308232 10 90;\n"
+            "connectAttr \"NS_jaw_rotateY.o\" \"NS:jaw.ry\";\n");
+  scene.SetKey(jaw, Channel::kTranslateX, 0.5, 3);
+  ExpectSameCurves(scene, Scene::Parse(Written(scene), "again.ma"));
+  EXPECT_EQ(scene.ValuesAt(jaw, 0).translate[0], 3);
+}
+
+TEST(SceneWriting, AppendsWithTheLineEndsOfTheFile) {
+  const auto append = [](const std::string& text) {
+    Scene scene = Scene::Parse(text, "test.ma");
+    scene.AttachCurve(At(scene, "|a|b"), Channel::kScaleX);
+    scene.SetKey(At(scene, "|a|b"), Channel::kScaleX, 1, 2);
+    return Written(scene).substr(text.size());
+  };
+  const std::string nodes = "createNode joint -n \"a\";createNode joint -n \"b\" -p \"a\";";
+  const std::string added =
+      "createNode animCurveTU -n \"b_scaleX\";\r\n\tsetAttr \".tan\" 18;\r\n\tsetAttr \".wgt\" no;"
+      "\r\n\tsetAttr \".ktv[0]\"  1 2;\r\nconnectAttr \"b_scaleX.o\" \"b.sx\";\r\n";
+  EXPECT_EQ(append("//Maya\r\n" + nodes + "\r\n"), added);
+  EXPECT_EQ(append("//Maya\r\n" + nodes), "\r\n" + added);
+  EXPECT_EQ(append("//Maya\r\n" + nodes + " /* // End of */ // done"), "\r\n" + added);
+}
+
+TEST(SceneWriting, NamesCurvesAndNodesUniquely) {
+  const std::string text =
+      "createNode joint -n \"a\";createNode joint -n \"jaw\" -p \"a\";\ncreateNode joint -n \"b\";"
+      "createNode joint -n \"jaw\" -p \"b\";\ncreateNode lambert -n \"jaw_rotateX\";\n";
+  Scene scene = Scene::Parse(text, "test.ma");
+  for (const char* path : {"|a|jaw", "|b|jaw"}) {
+    ASSERT_TRUE(scene.AttachCurve(At(scene, path), Channel::kRotateX));
+    scene.SetKey(At(scene, path), Channel::kRotateX, 0, 1);
+  }
+  const std::string written = Written(scene);
+  EXPECT_NE(written.find("connectAttr \"jaw_rotateX1.o\" \"a|jaw.rx\";"), std::string::npos);
+  EXPECT_NE(written.find("connectAttr \"jaw_rotateX2.o\" \"b|jaw.rx\";"), std::string::npos);
+  ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
+}
+
+TEST(SceneWriting, ReplacesTheKeysOfACurveInPlace) {
+  Scene scene = Scene::Parse(kJaw, "test.ma");
+  const NodeId jaw = At(scene, "|NS:jaw");
+  ASSERT_TRUE(scene.AttachCurve(jaw, Channel::kRotateX));
+  EXPECT_EQ(scene.CurveOf(jaw, Channel::kRotateX)->keys.size(), 3u) << "the curve stays";
+  scene.SetKey(jaw, Channel::kRotateX, 3, 45 * kRadiansPerDegree);
+  scene.SetKey(jaw, Channel::kRotateX, 9, 60 * kRadiansPerDegree);
+  // What was not touched keeps its digits, at its new index.
+  EXPECT_EQ(Difference(kJaw, Written(scene)),
+            "4 \".ktv[0:3]\"  1 0.10 3 45 5 -0.00053405135248259965 9 60;\n"
+            "\tsetAttr -s 4 \".kit[0]\"  18;\n\tsetAttr -s 4 \".kit[2:3]\"  1 9;\n"
+            "\tsetAttr -s 4 \".kix[2]\"  0.0333333343267440;\n\tsetAttr -s 4 \".kiy[2]\"  -0.1;\n"
+            "\tsetAttr -s 4 \".ktl[2:3");
+  ExpectSameCurves(scene, Scene::Parse(Written(scene), "again.ma"));
+}
+
+TEST(SceneWriting, KeysACurveThatIsSetFromElsewhereOrNotAtAll) {
+  const std::string start = std::string(kHeader) +
+                            "createNode animCurveTL -n \"c\";\n\tsetAttr \".tan\" 18;\n"
+                            "createNode joint -n \"j\";\nconnectAttr \"c.o\" \"j.tx\";\n";
+  for (const std::string& end :
+       {std::string(), std::string("setAttr \"c.ktv[0]\" 1 2;"),
+        std::string("setAttr \"c.ktv[0]\" 1 2; setAttr \"c.kit[0]\" 1;\n")}) {
+    Scene scene = Scene::Parse(start + end, "test.ma");
+    scene.SetKey(At(scene, "|j"), Channel::kTranslateX, 7, 0.1 + 0.2);
+    const Scene again = Scene::Parse(Written(scene), "again.ma");
+    EXPECT_TRUE(again.ReadingNotes().empty());
+    ExpectSameCurves(scene, again);
+  }
+}
+
+TEST(SceneWriting, SplitsManyKeysAsTheHostDoes) {
+  Scene scene = Scene::Parse(kJaw, "test.ma");
+  const NodeId jaw = At(scene, "|NS:jaw");
+  scene.AttachCurve(jaw, Channel::kTranslateY);
+  for (int i = 0; i < 501; ++i)
+    scene.SetKey(jaw, Channel::kTranslateY, i / 3.0, i * 0.1);
+  const std::string written = Written(scene);
+  for (const char* range : {"-s 501 \".ktv[0:249]\"", ".ktv[250:499]", ".ktv[500]"}) {
+    EXPECT_NE(written.find(range), std::string::npos) << range;
+  }
+  ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
+}
+
+TEST(SceneWriting, GivesNoCurveToWhatIsLockedOrDrivenByOthers) {
+  Scene scene = Read(
+      "createNode joint -n \"j\";\nsetAttr -l on \".tx\";\ncreateNode pointConstraint -n \"p\" -p "
+      "\"j\";"
+      "\ncreateNode mesh -n \"m\" -p \"j\";\nconnectAttr \"p.cty\" \"j.ty\";\n");
+  EXPECT_FALSE(scene.AttachCurve(At(scene, "|j"), Channel::kTranslateX));
+  EXPECT_FALSE(scene.AttachCurve(At(scene, "|j"), Channel::kTranslateY));
+  EXPECT_FALSE(scene.AttachCurve(At(scene, "|j|m"), Channel::kTranslateX));
+  EXPECT_FALSE(scene.AttachCurve(0, Channel::kTranslateX));
+  EXPECT_TRUE(scene.DrivenChannels().empty());
+  EXPECT_THROW(scene.SetKey(At(scene, "|j"), Channel::kTranslateX, 0, 0), std::logic_error);
+}
+
+TEST(SceneWriting, SurvivesBeingCutOffOrPatchedAnywhere) {
+  int read = 0;
+  const auto tryText = [&read](const std::string& text) {
+    try {
+      Scene scene = Scene::Parse(text, "test.ma");
+      for (NodeId node = 1; node < scene.NodeCount(); ++node) {
+        scene.ValuesAt(node, 3);
+        if (scene.AttachCurve(node, Channel::kRotateX)) scene.SetKey(node, Channel::kRotateX, 3, 1);
+      }
+      ExpectSameCurves(scene, Scene::Parse(Written(scene), "again.ma"));
+      ++read;
+    } catch (const SceneError& error) {
+      EXPECT_EQ(std::string(error.what()).rfind("test.ma:", 0), 0u);
+    }
+  };
+  for (std::size_t length = 0; length < kJaw.size(); ++length)
+    tryText(kJaw.substr(0, length));
+  EXPECT_GT(read, 20);
+  for (const char byte : {';', '"', '\0', '9'}) {
+    for (std::size_t i = 0; i < kJaw.size(); ++i) {
+      std::string patched = kJaw;
+      patched[i] = byte;
+      tryText(patched);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lipvane::standalone
