@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <deque>
 #include <string>
 #include <unordered_map>
 
@@ -43,8 +44,10 @@ constexpr std::array kShearAxes{Axis{"XY", "xy"}, Axis{"XZ", "xz"}, Axis{"YZ", "
 class PlugTable {
  public:
   void Add(const std::string& longName, const std::string& shortName, PlugRange range) {
-    ranges_[longName] = range;
-    ranges_[shortName] = range;
+    for (const std::string& name : {longName, shortName}) {
+      names_.push_back(name);
+      ranges_[names_.back()] = range;
+    }
   }
 
   void AddCompound(const std::string& longName, const std::string& shortName, PlugCode first,
@@ -63,14 +66,13 @@ class PlugTable {
   }
 
   std::optional<PlugRange> Find(std::string_view name) const {
-    constexpr std::size_t kLongestName = 48;
-    if (name.size() > kLongestName) return std::nullopt;
-    const auto found = ranges_.find(std::string(name));
+    const auto found = ranges_.find(name);
     return found == ranges_.end() ? std::nullopt : std::optional(found->second);
   }
 
  private:
-  std::unordered_map<std::string, PlugRange> ranges_;
+  std::deque<std::string> names_;
+  std::unordered_map<std::string_view, PlugRange> ranges_;
 };
 
 PlugTable MakeTransformTable() {

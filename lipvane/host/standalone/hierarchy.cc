@@ -90,8 +90,8 @@ Hierarchy MakeHierarchy(SceneData& data) {
     const Step step = ahead.back();
     ahead.pop_back();
     // Those ahead become paths as well.
-    if (result.paths.size() + ahead.size() >= kMaxPaths) {
-      throw std::runtime_error("instances make more than " + std::to_string(kMaxPaths) + " paths");
+    if (result.paths.size() + ahead.size() >= data.items.size() + kMaxInstancePaths) {
+      throw std::runtime_error("instances make too many paths");
     }
     const auto path = static_cast<std::uint32_t>(result.paths.size());
     std::uint32_t& node = data.items[step.item].node;

@@ -10,8 +10,8 @@ namespace lipvane::standalone {
 /// node of the file bears.
 inline constexpr std::size_t kMaxNodes = std::size_t{1} << 28;
 
-/// Paths of one scene: n instances one below the other make 2^n of them.
-inline constexpr std::size_t kMaxPaths = std::size_t{1} << 24;
+/// Paths of one scene beyond one for each node: n instances one below the other make 2^n.
+inline constexpr std::size_t kMaxInstancePaths = std::size_t{1} << 21;
 
 /// Greatest index of an array attribute, so that an index and a kind of attribute fit one number.
 inline constexpr std::uint64_t kMaxIndex = (std::uint64_t{1} << 28) - 1;

@@ -28,6 +28,14 @@ std::string Unescaped(std::string_view text) {
   return result;
 }
 
+/// Does a word end before this place? A comment may touch it.
+bool EndsWord(std::string_view text, std::size_t i) {
+  const char c = text[i];
+  if (c > '/') return false;  // nearly all
+  if (c == '/') return i + 1 < text.size() && (text[i + 1] == '/' || text[i + 1] == '*');
+  return c == ' ' || (c >= '\t' && c <= '\r') || c == '"' || c == '(';
+}
+
 bool IsLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
@@ -44,12 +52,9 @@ Token TokenReader::Next() {
   if (position_ == statement_.size()) return {};
   if (statement_[position_] == '"') return ReadString();
   if (statement_[position_] == '(') return ReadParentheses();
-  std::size_t end = statement_.find_first_of(" \t\r\n\f\v\"(", position_ + 1);
-  end = std::min(end, statement_.size());
-  // A comment may touch the word before it.
-  for (const char* comment : {"//", "/*"}) {
-    end = std::min(end, statement_.substr(0, end).find(comment, position_));
-  }
+  std::size_t end = position_ + 1;
+  while (end < statement_.size() && !EndsWord(statement_, end))
+    ++end;
   const std::string_view text = statement_.substr(position_, end - position_);
   position_ = end;
   return {Token::Kind::kWord, text};

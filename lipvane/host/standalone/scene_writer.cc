@@ -26,14 +26,17 @@ std::string_view LineEndOf(std::string_view text) {
   return text.substr(end, 2) == "\r\n" ? "\r\n" : "\r";
 }
 
-/// A number of the file's unit that reads back as exactly the value, when there is one.
+/// The shortest number of the file's unit that reads back as exactly the value, when there is one.
 std::string InFileUnit(double value, double factor) {
   const double plain = value / factor;
+  std::string best;
   for (const double candidate :
        {plain, std::nextafter(plain, -HUGE_VAL), std::nextafter(plain, HUGE_VAL)}) {
-    if (candidate * factor == value) return text::ExactReal(candidate);
+    if (candidate * factor != value) continue;
+    std::string word = text::ExactReal(candidate);
+    if (best.empty() || word.size() < best.size()) best = std::move(word);
   }
-  return text::ExactReal(plain);
+  return best.empty() ? text::ExactReal(plain) : best;
 }
 
 /// What a key of the curve was in the file: its words stay as they are while its values do.
@@ -148,7 +151,7 @@ class KeyWriter {
     std::string range = std::to_string(first);
     if (words.size() > 1) range += ":" + std::to_string(first + words.size() - 1);
     out_ += Quoted(node_ + "." + ShortNameOf(attribute) + "[" + range + "]") + " ";
-    std::size_t lineLength = kLineLength / 2;
+    std::size_t lineLength = 0;
     for (const std::string& word : words) {
       if (lineLength + word.size() > kLineLength) {
         (out_ += lineEnd_) += "\t\t";
