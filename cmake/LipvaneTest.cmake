@@ -3,14 +3,18 @@
 #   lipvane_test(NAME LINKS target... SOURCES file...)
 include(GoogleTest)
 
-# Tests reach each other as "tests/FOLDER/NAME.h", and the rooms only through what they link.
+# Tests reach each other as "tests/FOLDER/NAME.h", the command line's parts as "cli/NAME.h", and the
+# rooms only through what they link.
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH tree)
 set(LIPVANE_TEST_ROOT ${PROJECT_BINARY_DIR}/rooms/of_tests)
 file(MAKE_DIRECTORY ${LIPVANE_TEST_ROOT})
-file(CREATE_LINK ${tree}/tests ${LIPVANE_TEST_ROOT}/tests RESULT failed SYMBOLIC)
-if(failed)
-  set(LIPVANE_TEST_ROOT ${tree})
-endif()
+foreach(folder tests cli)
+  file(CREATE_LINK ${tree}/${folder} ${LIPVANE_TEST_ROOT}/${folder} RESULT failed SYMBOLIC)
+  if(failed)
+    set(LIPVANE_TEST_ROOT ${tree})
+    break()
+  endif()
+endforeach()
 
 function(lipvane_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "" "" "LINKS;SOURCES")

@@ -24,6 +24,7 @@ class TemporaryFolder {
     std::filesystem::remove_all(path_, ignored);
   }
 
+  std::string Path() const { return path_.string(); }
   std::string Path(const std::string& name) const { return (path_ / name).string(); }
   /// Writes a file and answers its path.
   std::string Make(const std::string& name, const std::string& bytes) const {
