@@ -172,9 +172,9 @@ void TController::FinalBlend(TBonePose& out) {
 void TController::ComposeBone(TIndexedBone& bone) {
   const int id = bone.boneIndex;
   const int position = bonePoseInfo_.FindBoneIndex(id);
+  // Deliberate: a bone that the rig lacks rests on no rotation at all, not on the identity.
   TIndexedBone base;
-  base.rotation = {0.0F, 0.0F, 0.0F,
-                   0.0F};  // deliberate: no rotation at all where there is no base
+  base.rotation = Quaternion(0, 0, 0, 0);
   if (position >= 0) {
     base = bonePoseInfo_.GetPose(0).GetBone(position);
   }

@@ -89,9 +89,9 @@ TEST(BlendTest, AgreesWithDoublePrecisionInAllBranches) {
       bone.rotation = {q.w * length, q.x * length, q.y * length, q.z * length};
     }
   }
-  std::vector<double> weights;
-  for (int j = 0; j < kPoses; ++j) {
-    weights.push_back(random(-0.7F, 1.6F));
+  std::vector<double> weights(kPoses);
+  for (double& weight : weights) {
+    weight = random(-0.7F, 1.6F);
   }
   info.Blend(weights);
 
@@ -156,12 +156,16 @@ TEST(BlendTest, PoseIsAlignedAndNormalisedInPlace) {
 
 TEST(BlendTest, WithoutPosesTheNeutralPoseIsMade) {
   TBonePoseInfo info;
+  std::vector<double> weights;
+  info.Blend(weights);
+  EXPECT_EQ(info.poses.size(), 1U);
+  info.poses.clear();
+
   info.AddBone("jaw");
   info.AddBone("lid");
   TIndexedBone kept;
   kept.boneIndex = 6;
   info.blendedBones.push_back(kept);
-  std::vector<double> weights;
   info.Blend(weights);
   ASSERT_EQ(info.poses.size(), 1U);
   EXPECT_EQ(info.GetPose(0).BoneCount(), 2);

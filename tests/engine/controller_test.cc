@@ -134,10 +134,10 @@ TEST_F(ControllerTest, SpeechAlone) {
 }
 
 TEST_F(ControllerTest, SpeechFillsWhatAnExpressionLeaves) {
-  AddExpression(Expression("Blink", {2}, 120), 0.3);
+  AddExpression(Expression("Blink", {2}, 120), 0.7);
   Play();
   EXPECT_EQ(X(0), 11);
-  EXPECT_NEAR(X(1), 20 + 0.3 * 100 + 0.7 * 2, 1e-4);
+  EXPECT_NEAR(X(1), 20 + 0.7 * 100 + 0.3 * 2, 1e-4);
 }
 
 TEST_F(ControllerTest, WeightsAreNormalisedOnlyAboveOne) {
@@ -146,6 +146,7 @@ TEST_F(ControllerTest, WeightsAreNormalisedOnlyAboveOne) {
   AddExpression(Expression("Frown", {1}, 50), 5.0);  // of no concern to bone 2
   Play();
   EXPECT_EQ(X(0), 50);
+  EXPECT_EQ(out_.GetBone(0).rotation.w, -1);  // one step was taken: none for the speech
   EXPECT_FLOAT_EQ(X(1), 20 + 0.5F * 100 + 0.5F * 10);
 
   animation_.expressionTracks[1] = Constant("Squint", 0.2);
@@ -158,17 +159,18 @@ TEST_F(ControllerTest, WeightsAreNormalisedOnlyAboveOne) {
 }
 
 TEST_F(ControllerTest, SumsAreInSinglePrecision) {
-  // The sum exceeds 1 by less than a float can tell: no normalisation, and nothing left for speech.
-  AddExpression(Expression("Blink", {2}, 20 + 3e7F), 0.5);
-  AddExpression(Expression("Squint", {2}, 20), 0.5 + 2e-8);
+  // In double the weights would sum to more than 1 and the first become 1 - 2^-24.
+  controller_.BonePoseInfo()->GetPose(0).GetBone(1).translation.x = 0;
+  AddExpression(Expression("Blink", {2}, 16777216), 1.0);
+  AddExpression(Expression("Squint", {2}, 0), 3e-8);
   Play();
-  EXPECT_EQ(X(1), 20 + 1.5e7F);
-  // In double the sum would exceed 1 here and the first weight shrink.
+  EXPECT_EQ(X(1), 16777216);
+  // In double a remainder of 1e-9 would be left for the speech.
   controller_.DeleteExpression("Blink");
   controller_.GetExpression(0)->weight = 1 - 1e-9;
   controller_.BonePoseInfo()->blendedBones[1].translation.x = 3e9F;
   controller_.FinalBlend(out_);
-  EXPECT_EQ(X(1), 20);  // a remainder of 1e-9 would show
+  EXPECT_EQ(X(1), 0);
 }
 
 TEST_F(ControllerTest, WeightOfZeroSkipsTheExpression) {

@@ -149,6 +149,13 @@ TEST_F(TrailTest, EntriesRunInnermostFirst) {
       "raised TIndexedBone::TIndexedBone -> TBonePose::GetBone -> TExpressionInfo::Blend -> ");
 }
 
+TEST_F(TrailTest, SameFailureGoesOn) {
+  struct Marked : TamskException {};  // a copy would lose its kind
+  raise = [] { throw Marked(); };
+  armedEntry = "TBonePoseInfo::FindBone";
+  EXPECT_THROW(Update(), Marked);
+}
+
 #ifdef __GLIBCXX__  // elsewhere erase() is noexcept
 TEST_F(TrailTest, FailuresOfElementsLeaveTheirOwnersDestructor) {
   EXPECT_EQ(
