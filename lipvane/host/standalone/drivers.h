@@ -43,7 +43,8 @@ class Drivers {
     std::vector<Input> inputs;
   };
   const Plan& PlanOf(ItemId item);
-  void ForgetPlans() { plans_.clear(); }
+  /// Needed when an input was added to the transform.
+  void ForgetPlan(ItemId item) { plans_.erase(item); }
 
   /// The curve with its keys read.
   CurveRecord& Load(CurveRecord& record);

@@ -137,6 +137,7 @@ std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, st
     std::uint32_t at = hierarchy.nodes[data.items[item].node].firstPath;
     do {
       if (at != path) rivals.push_back(at);
+      if (rivals.size() > kMaxRivals) return FullPathOf(data, hierarchy, path);
       at = hierarchy.paths[at].nextOfNode;
     } while (at != 0);
   }

@@ -32,7 +32,7 @@ Hierarchy MakeHierarchy(SceneData& data);
 
 std::string FullPathOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path);
 
-/// The end of the path that no other path has.
+/// The end of the path that no other path has; all of it when very many share its name.
 std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path);
 
 }  // namespace lipvane::standalone

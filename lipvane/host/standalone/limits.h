@@ -19,6 +19,12 @@ inline constexpr std::uint64_t kMaxIndex = (std::uint64_t{1} << 28) - 1;
 /// Nodes that the value of one channel may come through; connections may form a ring.
 inline constexpr int kMaxDriverSteps = 256;
 
+/// Nodes looked at in all to find out which one a name means that many share.
+inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 26;
+
+/// Paths of one name compared for its shortest unique form; with more the full path is given.
+inline constexpr std::size_t kMaxRivals = 1000;
+
 /// Reading notes kept; what follows is only counted.
 inline constexpr std::size_t kMaxNotes = 100;
 

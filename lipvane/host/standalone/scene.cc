@@ -266,7 +266,7 @@ bool Scene::AttachCurve(NodeId node, Channel channel) {
   if (unit == Unit::kAngle) record.valueFactor = data.radiansPerUnit;
   data.connections[plug] = {item, plug::kOutput};
   impl_->newCurves.push_back({item, ShortestName(FirstPath(node)) + "." + ShortNameOf(channel)});
-  impl_->drivers.ForgetPlans();
+  impl_->drivers.ForgetPlan(plug.item);
   return true;
 }
 

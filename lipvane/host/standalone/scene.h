@@ -23,9 +23,15 @@ class SceneError : public std::runtime_error {
 
 /// The nine channels that a bone's curves drive, in the host's order.
 enum class Channel {
-  kTranslateX, kTranslateY, kTranslateZ,
-  kRotateX, kRotateY, kRotateZ,
-  kScaleX, kScaleY, kScaleZ,
+  kTranslateX,
+  kTranslateY,
+  kTranslateZ,
+  kRotateX,
+  kRotateY,
+  kRotateZ,
+  kScaleX,
+  kScaleY,
+  kScaleZ,
 };
 inline constexpr std::size_t kChannelCount = 9;
 
@@ -66,9 +72,9 @@ class Scene {
   const std::vector<std::string>& References() const;
 
   // Units.
-  const std::string& TimeUnit() const;     ///< as in the file: "film" when it says none
-  double FramesPerSecond() const;          ///< of the time unit
-  double CentimetresPerUnit() const;       ///< of the linear unit
+  const std::string& TimeUnit() const;  ///< as in the file: "film" when it says none
+  double FramesPerSecond() const;       ///< of the time unit
+  double CentimetresPerUnit() const;    ///< of the linear unit
   /// The time that the file was saved at, in frames.
   double StartTime() const;
 
@@ -76,37 +82,39 @@ class Scene {
   // cameras next; a node with several parents has several paths.
   std::size_t PathCount() const;
   NodeId NodeOf(PathId path) const;
-  PathId ParentPath(PathId path) const;    ///< 0 for the world's own
-  std::string FullPath(PathId path) const;         ///< "|head|jaw"; empty for the world
-  std::string ShortestName(PathId path) const;     ///< "jaw", or as much of the path as makes it unique
+  PathId ParentPath(PathId path) const;     ///< 0 for the world's own
+  std::string FullPath(PathId path) const;  ///< "|head|jaw"; empty for the world
+  std::string ShortestName(
+      PathId path) const;  ///< "jaw", or as much of the path as makes it unique
 
   std::size_t NodeCount() const;
-  const std::string& Name(NodeId node) const;      ///< the short name, "world" for the world
-  const std::string& Type(NodeId node) const;      ///< "joint", "transform", "mesh" ...
+  const std::string& Name(NodeId node) const;  ///< the short name, "world" for the world
+  const std::string& Type(NodeId node) const;  ///< "joint", "transform", "mesh" ...
   NodeKind Kind(NodeId node) const;
-  bool IsInFile(NodeId node) const;                ///< false for the world and implied default cameras
+  bool IsInFile(NodeId node) const;  ///< false for the world and implied default cameras
   PathId FirstPath(NodeId node) const;
-  NodeId FirstParent(NodeId node) const;           ///< 0 for top-level nodes and for the world
+  NodeId FirstParent(NodeId node) const;  ///< 0 for top-level nodes and for the world
 
   // Values. Centimetres and radians.
   /// All that makes the node's local matrix at a time in frames. `unread`, when given, is told the
   /// long name of each attribute that counts and that something not evaluated here drives, and
   /// the name of what drives it; the value stored in the file stands in for it.
-  TransformValues ValuesAt(
-      NodeId node, double frame,
-      const std::function<void(const std::string& attribute, const std::string& driver)>& unread = {})
-      const;
+  TransformValues ValuesAt(NodeId node, double frame,
+                           const std::function<void(const std::string& attribute,
+                                                    const std::string& driver)>& unread = {}) const;
 
   // Channels and their curves.
   Driver DriverOf(NodeId node, Channel channel) const;
   std::string DriverName(NodeId node, Channel channel) const;  ///< the node at the other end, or ""
   bool IsLocked(NodeId node, Channel channel) const;
-  /// The curve that drives the channel, or null.
+  /// The curve that drives the channel, or null. Its values are the channel's, also when the file
+  /// has a conversion between. Good until a key is set.
   const Curve* CurveOf(NodeId node, Channel channel) const;
   /// The curve that drives the channel, made when nothing drives it yet; false when the
   /// channel is locked or something else drives it.
   bool AttachCurve(NodeId node, Channel channel);
-  /// Adds or replaces a key (centimetres, radians). Needs an attached curve.
+  /// Adds or replaces a key (centimetres, radians). Needs an attached curve, else throws
+  /// std::logic_error, and a finite time (std::invalid_argument).
   void SetKey(NodeId node, Channel channel, double frame, double value);
 
   /// A curve and the channel it drives, by node path, then channel order.
@@ -117,7 +125,8 @@ class Scene {
   };
   std::vector<DrivenChannel> DrivenChannels() const;
 
-  /// The scene as a file: the bytes that were read, with the curves that were changed or added since.
+  /// The scene as a file: the bytes that were read, with the curves that were changed or added
+  /// since.
   void Write(std::ostream& out) const;
 
  private:

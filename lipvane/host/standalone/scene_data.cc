@@ -162,6 +162,7 @@ ItemId SceneData::FindItem(std::string_view path, bool* isAmbiguous) const {
   ItemId found = kNoItem;
   for (ItemId item = FirstOfName(path.substr(0, bar)); item != kNoItem;
        item = items[item].nextOfName) {
+    if (++nameSearch_ > kMaxNameSearch) throw std::length_error("too many nodes share their names");
     const ItemId match = descend(item, below);
     if (match == kNoItem || match == found) continue;
     if (found != kNoItem) {

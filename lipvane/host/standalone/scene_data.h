@@ -158,6 +158,7 @@ class SceneData {
   std::vector<std::string> missing_;
   std::unordered_map<std::string, ItemId> missingByName_;
   std::uint32_t nextOrder_ = 0;
+  mutable std::size_t nameSearch_ = 0;  // steps taken, for the limit
 };
 
 }  // namespace lipvane::standalone
