@@ -80,7 +80,9 @@ LEFT = [
     _skin("fold", HEAD, (2.9, -1.9, 9.7), (0.0, -2.0, 4.0), jaw=0.12),
     _skin("cheek", HEAD, (5.1, -3.4, 6.9), CENTRE_OF_SKULL, jaw=0.3, radius=0.4),
     _skin("cheek_upper", HEAD, (4.5, 0.6, 8.7), CENTRE_OF_SKULL, radius=0.4),
-    Joint("eye", HEAD, EYE, (3.3, 3.2, 9.2), radius=0.6),
+    # Looks a little down: a level eye would be half a turn round an axis between two others, where a
+    # hair's breadth decides which of two quaternions a rotation gets.
+    Joint("eye", HEAD, EYE, (3.3, 3.08, 9.2), radius=0.6),
     _lid("lid_upper", (3.2, 3.72, 9.2)),
     _lid("lid_lower", (3.2, 2.77, 9.22)),
     _skin("brow_inner", HEAD, (1.4, 5.0, 10.1), CENTRE_OF_SKULL),
