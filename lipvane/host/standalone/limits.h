@@ -20,7 +20,7 @@ inline constexpr std::uint64_t kMaxIndex = (std::uint64_t{1} << 28) - 1;
 inline constexpr int kMaxDriverSteps = 256;
 
 /// Nodes looked at in all to find out which one a name means that many share.
-inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 26;
+inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 24;
 
 /// Paths of one name compared for its shortest unique form; with more the full path is given.
 inline constexpr std::size_t kMaxRivals = 1000;

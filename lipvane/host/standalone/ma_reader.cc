@@ -459,10 +459,10 @@ class Reader {
   }
 
   void Rename(TokenReader& reader) {
-    const Words words = ReadWords(reader, {"-uid", "-uuid"});
-    if (words.Has({"-uid", "-uuid"})) return;
+    // Nearly all give a node's identifier and no name.
+    const Words words = ReadWords(reader, {});
+    if (words.names.empty() || words.Has({"-uid", "-uuid"})) return;
     const bool isCurrent = words.names.size() == 1;
-    if (words.names.empty()) return;
     const ItemId item = isCurrent ? current_ : Find(words.names.front());
     std::string_view name = words.names.back();
     if (!name.empty() && name[0] == ':') name.remove_prefix(1);
