@@ -39,7 +39,9 @@ void AddRun(CLI::App& app, Work& work) {
       ->add_option("--report", values->options.report,
                    "Write what happened as JSON here; - is standard output")
       ->type_name("FILE");
-  command->footer("The commands are facialAnim, demBonesExportPoses, select and currentTime.");
+  command->footer(
+      "The commands are facialAnim, demBonesExportPoses, select and currentTime. Each ends at a\n"
+      "\";\", at the end of its text, or before a line that begins with a command's name.");
 
   command->callback([=, &work] {
     lipvane::cli::RunOptions& options = values->options;

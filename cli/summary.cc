@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "lipvane/formats/lbp.h"
@@ -104,10 +105,12 @@ std::vector<std::string> NotEvaluated(const Scene& scene) {
   for (NodeId node = 1; node < scene.NodeCount(); ++node) {
     const NodeKind kind = scene.Kind(node);
     if (kind != NodeKind::kTransform && kind != NodeKind::kJoint) continue;
+    const std::string path = scene.FullPath(scene.FirstPath(node));
     scene.ValuesAt(node, scene.StartTime(),
                    [&](const std::string& attribute, const std::string& driver) {
-                     lines.push_back(scene.FullPath(scene.FirstPath(node)) + "." + attribute +
-                                     " is driven by " + driver);
+                     std::string line = path;
+                     line.append(".").append(attribute).append(" is driven by ").append(driver);
+                     lines.push_back(std::move(line));
                    });
   }
   return lines;
