@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <initializer_list>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -13,6 +12,7 @@
 #include <vector>
 
 #include "lipvane/host/standalone/curve_keys.h"
+#include "lipvane/host/standalone/ma_flags.h"
 #include "lipvane/host/standalone/ma_set_attr.h"
 #include "lipvane/host/standalone/ma_statements.h"
 #include "lipvane/host/standalone/ma_tokens.h"
@@ -31,40 +31,6 @@ constexpr std::array<std::string_view, 18> kPassedOver{
     "applyMetadata", "deleteAttr",    "aliasAttr",   "setKeyPath",   "connectDynamic", "namespace",
     "addExtension",  "dynExpression", "shadingNode", "scriptNode",   "sets",           "workspace",
 };
-
-/// Flags of a command that take a value; all others take none.
-using ValueFlags = std::initializer_list<std::string_view>;
-
-/// A command's flags and the rest of its words.
-struct Words {
-  std::vector<std::pair<std::string_view, Token>> flags;
-  std::vector<std::string_view> names;
-
-  bool Has(std::initializer_list<std::string_view> spellings) const {
-    return Find(spellings) != nullptr;
-  }
-  const Token* Find(std::initializer_list<std::string_view> spellings) const {
-    for (const auto& [flag, value] : flags) {
-      if (std::find(spellings.begin(), spellings.end(), flag) != spellings.end()) return &value;
-    }
-    return nullptr;
-  }
-};
-
-Words ReadWords(TokenReader& reader, ValueFlags valueFlags) {
-  Words words;
-  reader.Next();  // the command itself
-  for (Token token = reader.Next(); token.kind != Token::Kind::kEnd; token = reader.Next()) {
-    if (!token.IsFlag()) {
-      words.names.push_back(token.text);
-    } else if (std::find(valueFlags.begin(), valueFlags.end(), token.text) != valueFlags.end()) {
-      words.flags.emplace_back(token.text, reader.Next());
-    } else {
-      words.flags.emplace_back(token.text, Token{});
-    }
-  }
-  return words;
-}
 
 class Reader {
  public:
