@@ -66,6 +66,51 @@ TEST(SceneWriting, KeepsEveryByteOfAnUnchangedScene) {
   }
 }
 
+TEST(SceneWriting, ReadsTheSameWhateverTheLineEnds) {
+  const Scene expected = Scene::Parse(kJaw, "test.ma");
+  for (const std::string end : {"\r\n", "\r"}) {
+    std::string text;
+    for (const char c : kJaw)
+      text += c == '\n' ? end : std::string(1, c);
+    Scene scene = Scene::Parse(text, "test.ma");
+    EXPECT_EQ(OwnPaths(scene), OwnPaths(expected));
+    ExpectSameCurves(expected, scene);
+    const NodeId jaw = At(scene, "|NS:jaw");
+    scene.SetKey(jaw, Channel::kRotateX, 9, 1);
+    scene.AttachCurve(jaw, Channel::kScaleY);
+    scene.SetKey(jaw, Channel::kScaleY, 0, 1);
+    const std::string written = Written(scene);
+    EXPECT_EQ(written.find('\n') == std::string::npos, end == "\r");
+    EXPECT_EQ(Difference(text, written).find("\r\r"), std::string::npos);
+    ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
+  }
+}
+
+TEST(SceneWriting, KeepsOnlyTheLaterOfTwoKeysAtOneTime) {
+  Scene scene = Read(
+      "createNode joint -n \"j\";\ncreateNode animCurveTL -n \"c\";\nsetAttr \".ktv[0:2]\" 1 1 1 2 "
+      "3 "
+      "nan;\nconnectAttr \"c.o\" \"j.tx\";\n");
+  scene.SetKey(At(scene, "|j"), Channel::kTranslateX, 5, 4);
+  EXPECT_NE(Written(scene).find("\".ktv[0:2]\"  1 2 3 nan 5 4;"), std::string::npos);
+}
+
+TEST(SceneWriting, UsesTheUnitsOfTheFile) {
+  Scene scene = Scene::Parse(
+      "currentUnit -l m -a rad -t 30fps;\ncreateNode joint -n \"j\";\ncreateNode animCurveTL -n "
+      "\"c\";"
+      "\nsetAttr \".ktv[0]\" 1 2;\nconnectAttr \"c.o\" \"j.tx\";\n",
+      "test.ma");
+  const NodeId joint = At(scene, "|j");
+  EXPECT_EQ(scene.CurveOf(joint, Channel::kTranslateX)->framesPerSecond, 30);
+  EXPECT_EQ(scene.CurveOf(joint, Channel::kTranslateX)->keys[0].value, 200);
+  scene.SetKey(joint, Channel::kTranslateX, 2, 350);
+  scene.AttachCurve(joint, Channel::kRotateX);
+  scene.SetKey(joint, Channel::kRotateX, 2, 0.25);
+  EXPECT_NE(Written(scene).find("  1 2 2 3.5;"), std::string::npos);
+  EXPECT_NE(Written(scene).find("  2 0.25;"), std::string::npos);
+}
+
 TEST(SceneWriting, AddsNewCurvesBeforeTheEnd) {
   Scene scene = Scene::Parse(kJaw, "test.ma");
   const NodeId jaw = At(scene, "|NS:jaw");
