@@ -17,7 +17,7 @@ int EndTime(const TAnimationTrack& track) {
 
 }  // namespace
 
-TAnimation::~TAnimation() noexcept(false) {
+TAnimation::~TAnimation() noexcept(!kDestructorsRaise) {
   Trail("TAnimation::~TAnimation", [&] {
     DestroyElements(tracks);
     DestroyElements(expressionTracks);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lipvane/engine/track.h"
+#include "lipvane/engine/trail.h"
 
 namespace lipvane {
 
@@ -23,7 +24,7 @@ struct TAnimation {
   TAnimation(TAnimation&&) noexcept = default;
   TAnimation& operator=(const TAnimation&) = default;
   TAnimation& operator=(TAnimation&&) noexcept = default;
-  ~TAnimation() noexcept(false);
+  ~TAnimation() noexcept(!kDestructorsRaise);
 
   void AddTrack(const TAnimationTrack& track);
   void AddExpressionTrack(const TAnimationTrack& track);

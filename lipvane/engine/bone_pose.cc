@@ -15,7 +15,7 @@ TIndexedBone& TBonePose::GetBone(int i) {
   return Trail("TBonePose::GetBone", [&]() -> TIndexedBone& { return Grown(bones_, i); });
 }
 
-TBonePoseInfo::~TBonePoseInfo() noexcept(false) {
+TBonePoseInfo::~TBonePoseInfo() noexcept(!kDestructorsRaise) {
   Trail("TBonePoseInfo::~TBonePoseInfo", [] {});
 }
 

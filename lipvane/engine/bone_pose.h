@@ -53,7 +53,7 @@ struct TBonePoseInfo {
   TBonePoseInfo(TBonePoseInfo&&) noexcept = default;
   TBonePoseInfo& operator=(const TBonePoseInfo&) = default;
   TBonePoseInfo& operator=(TBonePoseInfo&&) noexcept = default;
-  ~TBonePoseInfo() noexcept(false);
+  ~TBonePoseInfo() noexcept(!kDestructorsRaise);
 
   void AddBone(const std::string& name);
   void AddPose(const TBonePose& pose);

@@ -51,7 +51,7 @@ struct Composition {
 
 }  // namespace
 
-TController::~TController() noexcept(false) {
+TController::~TController() noexcept(!kDestructorsRaise) {
   Trail("TController::~TController", [&] {
     DestroyElements(animations_);
     DestroyElements(expressions_);

@@ -7,6 +7,7 @@
 #include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/engine/expression.h"
+#include "lipvane/engine/trail.h"
 
 namespace lipvane {
 
@@ -26,7 +27,7 @@ class TController {
   TController(TController&&) noexcept = default;
   TController& operator=(const TController&) = default;
   TController& operator=(TController&&) noexcept = default;
-  ~TController() noexcept(false);
+  ~TController() noexcept(!kDestructorsRaise);
 
   /// The rig, for the readers to fill. Never null.
   TBonePoseInfo* BonePoseInfo() { return &bonePoseInfo_; }

@@ -7,9 +7,6 @@ namespace lipvane {
 /// The engine's one failure. `message` is the text that it was raised with, followed by its trail:
 /// the qualified name of every engine method that it passed, innermost first, each followed by
 /// " -> ". Catch it by reference.
-///
-/// The destructors of the engine's types may let it out as well. So a class that holds one of them
-/// and inherits a virtual destructor has to declare its own: `~Holder() noexcept override`.
 struct TamskException {
   std::string message;
 

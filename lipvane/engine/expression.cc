@@ -6,7 +6,7 @@ TExpressionInfo::TExpressionInfo() {
   Trail("TExpressionInfo::TExpressionInfo", [] {});
 }
 
-TExpressionInfo::~TExpressionInfo() noexcept(false) {
+TExpressionInfo::~TExpressionInfo() noexcept(!kDestructorsRaise) {
   Trail("TExpressionInfo::~TExpressionInfo", [] {});
 }
 

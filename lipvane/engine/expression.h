@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lipvane/engine/bone_pose.h"
+#include "lipvane/engine/trail.h"
 
 namespace lipvane {
 
@@ -20,7 +21,7 @@ struct TExpressionInfo : TBonePoseInfo {
   TExpressionInfo(TExpressionInfo&&) noexcept = default;
   TExpressionInfo& operator=(const TExpressionInfo&) = default;
   TExpressionInfo& operator=(TExpressionInfo&&) noexcept = default;
-  ~TExpressionInfo() noexcept(false);
+  ~TExpressionInfo() noexcept(!kDestructorsRaise);
 
   using TBonePoseInfo::Blend;
 

@@ -30,7 +30,7 @@ double EasedAt(const TAnimationKey& from, const TAnimationKey& to, double t) {
 
 }  // namespace
 
-TAnimationTrack::~TAnimationTrack() noexcept(false) {
+TAnimationTrack::~TAnimationTrack() noexcept(!kDestructorsRaise) {
   Trail("TAnimationTrack::~TAnimationTrack", [] {});
 }
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/engine/trail.h"
+
 namespace lipvane {
 
 /// A value at a time, on whatever scale the animation uses (files: usually milliseconds).
@@ -23,7 +25,7 @@ class TAnimationTrack {
   TAnimationTrack(TAnimationTrack&&) noexcept = default;
   TAnimationTrack& operator=(const TAnimationTrack&) = default;
   TAnimationTrack& operator=(TAnimationTrack&&) noexcept = default;
-  ~TAnimationTrack() noexcept(false);
+  ~TAnimationTrack() noexcept(!kDestructorsRaise);
 
   /// Appends a key. Sampling expects keys in ascending order of time; nothing here sorts them.
   void AddKey(const TAnimationKey& key);

@@ -15,6 +15,11 @@ inline void (*entered)(const char* entry) = nullptr;
 /// Called with every trace line.
 inline void (*traced)(const char* line) = nullptr;
 }  // namespace seam
+/// Whether a failure may leave a destructor. Only the seam raises one there; in an ordinary build
+/// nothing can, and engine values go wherever values go (arrays move them, fixtures hold them).
+inline constexpr bool kDestructorsRaise = true;
+#else
+inline constexpr bool kDestructorsRaise = false;
 #endif
 
 /// Runs the body of an engine method. A TamskException that leaves it gets the method's entry and

@@ -17,8 +17,6 @@ namespace lipvane::plugin {
 class FacialAnimCommand : public host::Command {
  public:
   explicit FacialAnimCommand(host::Host& host) : host_(host) {}
-  /// A failure inside the engine's destructors ends here: the host's commands must not throw.
-  ~FacialAnimCommand() noexcept override = default;
 
   static std::unique_ptr<host::Command> Create(host::Host& host);
   static host::Syntax NewSyntax();

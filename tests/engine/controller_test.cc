@@ -47,7 +47,6 @@ class ControllerTest : public testing::Test {
     rig.GetPose(1).AddBone(Bone(22));
     animation_.AddTrack(Constant("Eat", 1.0));
   }
-  ~ControllerTest() noexcept override = default;
 
   void AddExpression(const TExpressionInfo& expression, double weight) {
     controller_.AddExpression(expression);
