@@ -23,6 +23,6 @@ function(lipvane_test name)
   target_include_directories(${name}_test PRIVATE ${LIPVANE_TEST_ROOT})
   set_target_properties(${name}_test PROPERTIES
                         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
-  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
+  gtest_discover_tests(${name}_test NO_PRETTY_VALUES TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
                        PROPERTIES TIMEOUT 300)
 endfunction()

@@ -82,7 +82,7 @@ class Contract : public testing::TestWithParam<HostMaker> {
   std::unique_ptr<HostUnderTest> Make(const SceneDescription& scene) {
     return GetParam().make(scene);
   }
-  std::string FileOf(const std::string& name) const { return folder_.Path() + "/" + name; }
+  std::string FileOf(const std::string& name) const { return folder_.Path(name); }
   std::string WriteLbp(const std::vector<std::string>& bones,
                        const std::vector<std::vector<BoneLine>>& poses) {
     const std::string fileName = FileOf("given.lbp");
@@ -350,7 +350,7 @@ TEST_P(Contract, OtherFlagsAreAcceptedAndDoNothing) {
 
 INSTANTIATE_TEST_SUITE_P(Hosts, Contract,
                          testing::Values(RecordingHostMaker(), EmbeddedHostMaker()),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& host) { return host.param.name; });
 
 }  // namespace
 }  // namespace lipvane::test

@@ -47,7 +47,7 @@ const Calls kWalk = {
 
 class CallOrder : public testing::Test {
  protected:
-  std::string File(const std::string& name) const { return folder_.Path() + "/" + name; }
+  std::string File(const std::string& name) const { return folder_.Path(name); }
   std::string Lbp(const Calls& bones, std::size_t poses) {
     std::ofstream(File("given.lbp"))
         << test::LbpText(bones, std::vector<std::vector<test::BoneLine>>(

@@ -1,0 +1,21 @@
+//Maya ASCII 2016 scene
+requires maya "2016";
+currentUnit -l meter -a radian -t ntscf;
+createNode joint -name "chest";
+	setAttr ".t" -type "double3" 0 1.25 0 ;
+	setAttr ".s" -type "double3" 1.5 1.5 1.5 ;
+createNode joint -name "neck" -parent "chest";
+	setAttr ".ty" 0.2;
+	setAttr ".rotateX" 0.3;
+createNode joint -name "skull" -parent "neck";
+	setAttr ".translate" -type "double3" 0.01 0.1 -0.02 ;
+	setAttr ".rotate" -type "double3" 0.1 -0.2 0.3 ;
+	setAttr ".jointOrient" -type "double3" 0 1.2 0 ;
+	setAttr ".segmentScaleCompensate" no;
+createNode joint -name "chin" -parent "skull";
+	setAttr ".t" -type "double3" 0 -0.05 0.07 ;
+	setAttr ".s" -type "double3" 2 2 2 ;
+	setAttr ".ssc" no;
+connectAttr "chest.s" "neck.is";
+connectAttr "neck.s" "skull.is";
+connectAttr "skull.s" "chin.is";
