@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <deque>
+#include <initializer_list>
 #include <string>
 #include <unordered_map>
 
@@ -40,6 +41,13 @@ struct Axis {
 constexpr std::array kAxes{Axis{"X", "x"}, Axis{"Y", "y"}, Axis{"Z", "z"}};
 constexpr std::array kShearAxes{Axis{"XY", "xy"}, Axis{"XZ", "xz"}, Axis{"YZ", "yz"}};
 
+std::string Join(std::initializer_list<std::string_view> parts) {
+  std::string result;
+  for (const std::string_view part : parts)
+    result += part;
+  return result;
+}
+
 /// Names of attributes, a component of a compound also as "compound.component".
 class PlugTable {
  public:
@@ -52,14 +60,16 @@ class PlugTable {
 
   void AddCompound(const std::string& longName, const std::string& shortName, PlugCode first,
                    const std::array<Axis, 3>& axes, const std::string& suffix = {}) {
-    Add(longName + suffix, shortName + suffix, {first, 3});
+    const std::string longParent = Join({longName, suffix});
+    const std::string shortParent = Join({shortName, suffix});
+    Add(longParent, shortParent, {first, 3});
     PlugCode code = first;
     for (const Axis& axis : axes) {
-      const std::string longAxis = longName + axis.longName + suffix;
-      const std::string shortAxis = shortName + axis.shortName + suffix;
+      const std::string longAxis = Join({longName, axis.longName, suffix});
+      const std::string shortAxis = Join({shortName, axis.shortName, suffix});
       Add(longAxis, shortAxis, {code, 1});
-      for (const std::string& parent : {longName + suffix, shortName + suffix}) {
-        Add(parent + "." + longAxis, parent + "." + shortAxis, {code, 1});
+      for (const std::string& parent : {longParent, shortParent}) {
+        Add(Join({parent, ".", longAxis}), Join({parent, ".", shortAxis}), {code, 1});
       }
       ++code;
     }

@@ -154,7 +154,7 @@ std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, st
       if (above != 0 && nameAt(above) == name) left.push_back(above);
     }
     rivals = std::move(left);
-    result = name + "|" + result;
+    result.insert(0, 1, '|').insert(0, name);
   }
   return result;
 }

@@ -16,12 +16,13 @@ std::string Unescaped(std::string_view text) {
     char c = text[i];
     if (c == '\\' && i + 1 < text.size()) {
       c = text[++i];
-      if (c == 'n')
+      if (c == 'n') {
         c = '\n';
-      else if (c == 't')
+      } else if (c == 't') {
         c = '\t';
-      else if (c == 'r')
+      } else if (c == 'r') {
         c = '\r';
+      }
     }
     result += c;
   }

@@ -299,6 +299,7 @@ std::vector<Scene::DrivenChannel> Scene::DrivenChannels() const {
     return std::tie(a.path, a.channel.channel) < std::tie(b.path, b.channel.channel);
   });
   std::vector<DrivenChannel> result;
+  result.reserve(rows.size());
   for (const Row& row : rows)
     result.push_back(row.channel);
   return result;

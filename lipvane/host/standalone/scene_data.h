@@ -39,8 +39,8 @@ struct Item {
   std::uint32_t order = 0;
   ItemId nextOfName = kNoItem;
   ItemId previousOfName = kNoItem;
-  std::uint32_t node = 0;   ///< its number among the DAG's nodes, once the DAG is complete
-  std::uint16_t locks = 0;  ///< a bit for each channel, then for translate, rotate, scale
+  std::uint32_t node = 0xFFFFFFFF;  ///< its number among the DAG's nodes, once the DAG is complete
+  std::uint16_t locks = 0;          ///< a bit for each channel, then for translate, rotate, scale
   bool isInFile = true;
 };
 
