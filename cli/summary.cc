@@ -105,10 +105,9 @@ std::vector<std::string> NotEvaluated(const Scene& scene) {
   for (NodeId node = 1; node < scene.NodeCount(); ++node) {
     const NodeKind kind = scene.Kind(node);
     if (kind != NodeKind::kTransform && kind != NodeKind::kJoint) continue;
-    const std::string path = scene.FullPath(scene.FirstPath(node));
     scene.ValuesAt(node, scene.StartTime(),
                    [&](const std::string& attribute, const std::string& driver) {
-                     std::string line = path;
+                     std::string line = scene.FullPath(scene.FirstPath(node));
                      line.append(".").append(attribute).append(" is driven by ").append(driver);
                      lines.push_back(std::move(line));
                    });

@@ -70,10 +70,8 @@ TEST_F(RunTest, ReportsCommandsSelectionTimeAndCurves) {
 TEST_F(RunTest, RunsScriptsInTheOrderGiven) {
   const std::string first = folder_.Make("1.mel", "select lip // one\ncurrentTime 1\n");
   const std::string second = folder_.Make("2.mel", "select -add left;");
-  const json report =
-      Report(0, {"-f", first, "-e", "currentTime 2; select head", "-f", second, "-e",
-                 "currentTime "
-                 "-3"});
+  const std::string between = "currentTime 2; select head";
+  const json report = Report(0, {"-f", first, "-e", between, "-f", second, "-e", "currentTime -3"});
   EXPECT_EQ(report["commands"].size(), 6U);
   EXPECT_EQ(report["selection"], json::parse(R"(["head", "left"])"));
   EXPECT_EQ(report["currentTime"], -3.0);
