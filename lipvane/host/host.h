@@ -90,7 +90,7 @@ class Host {
   virtual Attribute FindAttribute(const Node& node, const std::string& name) = 0;
 
   // Transforms and joints.
-  /// The local matrix at the current time.
+  /// The local matrix at the current time. Fails for the null object.
   virtual Status LocalMatrix(const Node& transform, Matrix& matrix) = 0;
   virtual Transformation Decompose(const Matrix& matrix) = 0;
   /// Euler angles of the matrix's rotation about x, then y, then z.

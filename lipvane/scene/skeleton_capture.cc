@@ -16,13 +16,13 @@ host::Status VisitBones(host::Host& host, const std::vector<std::string>& boneNa
   return {};
 }
 
-LbpBone CaptureBone(host::Host& host, const host::DagPath& path) {
+host::Status CaptureBone(host::Host& host, const host::DagPath& path, LbpBone& bone) {
   host::Node transform;
-  host.TransformOf(path, transform);
-  host::Matrix local = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}};
-  host.LocalMatrix(transform, local);
+  host::Status status = host.TransformOf(path, transform);
+  host::Matrix local;
+  if (status.ok()) status = host.LocalMatrix(transform, local);
+  if (!status.ok()) return status;
   const host::Transformation transformation = host.Decompose(local);
-  LbpBone bone;
   for (std::size_t i = 0; i < 16; ++i) {
     bone.matrix[i] = transformation.matrix[i / 4][i % 4];
   }
@@ -30,7 +30,7 @@ LbpBone CaptureBone(host::Host& host, const host::DagPath& path) {
     bone.translation[axis] = transformation.translation[axis];
     bone.scale[axis] = transformation.scale[axis];
   }
-  return bone;
+  return {};
 }
 
 }  // namespace
@@ -45,7 +45,13 @@ host::Status CaptureHierarchy(host::Host& host, const std::vector<std::string>& 
 host::Status CapturePose(host::Host& host, const std::vector<std::string>& boneNames,
                          std::vector<LbpBone>& bones) {
   return VisitBones(host, boneNames, [&](const host::DagPath& path, const host::Node&) {
-    bones.push_back(CaptureBone(host, path));
+    LbpBone bone;
+    const host::Status status = CaptureBone(host, path, bone);
+    if (status.ok()) {
+      bones.push_back(bone);
+    } else {
+      host.PrintStatus(status, "MFnDagNode constructor");
+    }
   });
 }
 

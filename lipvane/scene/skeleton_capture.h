@@ -14,8 +14,9 @@ namespace lipvane::scene {
 host::Status CaptureHierarchy(host::Host& host, const std::vector<std::string>& boneNames,
                               std::vector<LbpHierarchyLine>& hierarchy);
 
-/// Appends the local transform at the current time of each bone found, in the same order. Fails
-/// when the scene cannot be walked.
+/// Appends the local transform at the current time of each bone found, in the same order. A bone
+/// without a transform (the world) is printed with the label "MFnDagNode constructor" and left out.
+/// Fails when the scene cannot be walked.
 host::Status CapturePose(host::Host& host, const std::vector<std::string>& boneNames,
                          std::vector<LbpBone>& bones);
 

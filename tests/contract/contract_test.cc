@@ -219,6 +219,20 @@ TEST_P(Contract, ExportWritesALineForEveryNodeOfAName) {
   EXPECT_EQ(host->CurrentTime(), 0.0);
 }
 
+TEST_P(Contract, TheWorldHasNoTransformToExport) {
+  const auto host = Make(Face());
+  const std::string file = FileOf("face.lbp");
+  EXPECT_TRUE(
+      host->Run("demBonesExportPoses", {"-bl", "world", "-hb", "lip", "-lbp", file, "-np", "1"}));
+  ASSERT_EQ(host->AllShown().size(), 1u);
+  EXPECT_EQ(host->AllShown()[0].kind, "diagnostic");
+  EXPECT_EQ(host->AllShown()[0].label, "MFnDagNode constructor");
+  const std::vector<std::string> lines = Lines(Contents(file));
+  EXPECT_EQ(lines[58], "world -> ");
+  EXPECT_EQ(lines[70], "1 0 0 0 0 1 0 0 0 0 1 0 0.5 0 0 1 0.5 0 0 1 1 1 -1 0 0 0");
+  EXPECT_EQ(lines.size(), 72u);
+}
+
 TEST_P(Contract, TheHiddenMessageNeedsTheExactName) {
   const auto host = Make(Face());
   const std::string file = FileOf("face.lbp");
