@@ -18,6 +18,7 @@ class Command {
   virtual Status DoIt(const Arguments& arguments) = 0;
 };
 
+/// Makes one invocation; null when there is no memory for it.
 using CommandCreator = std::unique_ptr<Command> (*)(Host& host);
 using SyntaxFunction = Syntax (*)();
 

@@ -1,5 +1,6 @@
 #include "lipvane/plugin/export_poses_command.h"
 
+#include <new>
 #include <sstream>
 
 #include "lipvane/engine/controller.h"
@@ -25,7 +26,7 @@ std::vector<std::string> Words(const std::string& text) {
 }  // namespace
 
 std::unique_ptr<host::Command> ExportPosesCommand::Create(host::Host& host) {
-  return std::make_unique<ExportPosesCommand>(host);
+  return std::unique_ptr<host::Command>(new (std::nothrow) ExportPosesCommand(host));
 }
 
 host::Syntax ExportPosesCommand::NewSyntax() {

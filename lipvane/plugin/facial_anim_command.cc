@@ -1,11 +1,12 @@
 #include "lipvane/plugin/facial_anim_command.h"
 
 #include <iostream>
+#include <new>
 
 namespace lipvane::plugin {
 
 std::unique_ptr<host::Command> FacialAnimCommand::Create(host::Host& host) {
-  return std::make_unique<FacialAnimCommand>(host);
+  return std::unique_ptr<host::Command>(new (std::nothrow) FacialAnimCommand(host));
 }
 
 host::Syntax FacialAnimCommand::NewSyntax() {
