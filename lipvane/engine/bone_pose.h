@@ -16,7 +16,9 @@ struct TIndexedBone {
   /// The bone's position in the bone names; in a controller's output pose its outside identifier.
   int boneIndex = 0;
 
-  TIndexedBone() {
+  TIndexedBone() : TIndexedBone({}, {}, 0) {}
+  TIndexedBone(const Vector3& translationOfBone, const Quaternion& rotationOfBone, int index)
+      : translation(translationOfBone), rotation(rotationOfBone), boneIndex(index) {
     Trail("TIndexedBone::TIndexedBone", [] {});
   }
 };

@@ -77,7 +77,8 @@ struct Quaternion {
   friend constexpr bool operator!=(const Quaternion& a, const Quaternion& b) { return !(a == b); }
 };
 
-/// A transform of row vectors. By default the identity.
+/// A transform of row vectors. By default the identity, flagged affine only: whoever fills in
+/// a rotation and a translation need not think of the flags.
 struct Matrix4 {
   /// `flags`: this is the identity.
   static constexpr int kIdentity = 1;
@@ -86,8 +87,8 @@ struct Matrix4 {
 
   /// Row by row; 12, 13, 14 are the translation, 3, 7, 11, 15 the projective column.
   float m[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
-  /// Shortcuts that the operations take. Whoever writes to `m` keeps them true.
-  int flags = kIdentity | kAffine;
+  /// Shortcuts that the operations take. Whoever sets one and writes to `m` keeps it true.
+  int flags = kAffine;
 
   /// The product a * b: first a, then b.
   static Matrix4 Multiply(const Matrix4& a, const Matrix4& b);

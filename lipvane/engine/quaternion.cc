@@ -13,6 +13,18 @@ float SquaredLength(float w, float x, float y, float z) {
   return w * w + x * x + y * y + z * z;
 }
 
+/// Normalises where the squares of floats overflow or vanish; without a length it is the identity.
+void NormalizeExtreme(Quaternion& q) {
+  const double length =
+      std::sqrt(double{q.w} * q.w + double{q.x} * q.x + double{q.y} * q.y + double{q.z} * q.z);
+  if (length == 0.0 || std::isnan(length)) {
+    q = {};
+    return;
+  }
+  q = {static_cast<float>(q.w / length), static_cast<float>(q.x / length),
+       static_cast<float>(q.y / length), static_cast<float>(q.z / length)};
+}
+
 /// The products that all the matrix forms are made of, doubled.
 struct Products {
   double xx, yy, zz, xy, xz, yz, wx, wy, wz;
@@ -94,11 +106,12 @@ Quaternion& Quaternion::operator*=(const Quaternion& b) {
 }
 
 void Quaternion::Normalize() {
-  const float length = std::sqrt(SquaredLength(w, x, y, z));
-  if (length == 0.0F || std::isnan(length)) {
-    *this = {};
+  const float squared = SquaredLength(w, x, y, z);
+  if (!std::isnormal(squared)) {
+    NormalizeExtreme(*this);
     return;
   }
+  const float length = std::sqrt(squared);
   w /= length;
   x /= length;
   y /= length;
