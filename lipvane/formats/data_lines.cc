@@ -89,6 +89,7 @@ bool DataLineReader::Next(std::string_view& line) {
   while (!remaining_.empty()) {
     const std::size_t current = nextLineNumber_;
     nextLineNumber_ += NextDataLine(remaining_, line);
+    // A comment cut in two at the end of the file must not pass for data.
     const bool cutComment = nextLineNumber_ == current && line == "/";
     if (!line.empty() && !cutComment) {
       lineNumber_ = current;

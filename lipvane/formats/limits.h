@@ -5,11 +5,11 @@
 namespace lipvane {
 
 /// A names line or a mapping row may be short, its missing names and weights still count: 43 rows
-/// of this many weights take 11 MB. Real rigs have tens.
-inline constexpr int kMaxSpeechTargets = 65536;
+/// of this many weights take 0.7 MB. Real rigs have tens.
+inline constexpr int kMaxSpeechTargets = 4096;
 
-/// A file without bones has no lines for its poses: this many empty ones take 24 MB. Real rigs have
-/// tens to hundreds.
-inline constexpr int kMaxPoses = 1048576;
+/// A file without bones has no lines for its poses: this many empty ones take 1.5 MB. Real rigs
+/// have tens to hundreds.
+inline constexpr int kMaxPoses = 65536;
 
 }  // namespace lipvane

@@ -144,8 +144,7 @@ TEST(ReadLbp, BoundsWhatTheLinesDoNot) {
   EXPECT_TRUE(rig.Read(SampleLbp({{targets, std::to_string(kMaxSpeechTargets)}})));
   EXPECT_EQ(rig.mapping.SpeechTargetCount(), 1 + kMaxSpeechTargets);
   EXPECT_FALSE(rig.Read(SampleLbp({{targets, std::to_string(kMaxSpeechTargets + 1)}})));
-  EXPECT_EQ(rig.problem.reason,
-            "65537 speech targets are more than the 65536 that a file may have");
+  EXPECT_EQ(rig.problem.reason, "4097 speech targets are more than the 4096 that a file may have");
 }
 
 TEST(ReadLbp, RefusesTextThatEndsEarly) {
