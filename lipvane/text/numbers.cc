@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cstddef>
 #include <limits>
@@ -76,6 +75,10 @@ Parsed Parse(std::string_view text) {
   return parsed;
 }
 
+char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
 /// "1.#INF", "-1.#IND", "1.#QNAN0": how some C libraries print what is not finite.
 std::optional<double> HashSpelling(std::string_view text) {
   const bool negative = !text.empty() && text[0] == '-';
@@ -84,9 +87,9 @@ std::optional<double> HashSpelling(std::string_view text) {
   text.remove_prefix(3);
 
   std::string name;
-  while (!text.empty() && std::isalpha(static_cast<unsigned char>(text[0])) != 0) {
-    name += static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-    text.remove_prefix(1);
+  // Not toupper: locales have ideas of their own about an i.
+  for (; !text.empty() && Upper(text[0]) >= 'A' && Upper(text[0]) <= 'Z'; text.remove_prefix(1)) {
+    name += Upper(text[0]);
   }
   if (text.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
 
