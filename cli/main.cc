@@ -34,17 +34,26 @@ void AddRun(CLI::App& app, Work& work) {
   lines->allow_extra_args(false)->type_name("MEL");
   CLI::Option* files = command->add_option("-f", values->files, "File of command lines");
   files->allow_extra_args(false)->type_name("FILE");
-  command->add_option("-o", values->options.output, "Save the scene here")->type_name("OUT");
-  command
-      ->add_option("--report", values->options.report,
-                   "Write what happened as JSON here; - is standard output")
-      ->type_name("FILE");
+  CLI::Option* output = command->add_option("-o", values->options.output, "Save the scene here");
+  output->type_name("OUT");
+  CLI::Option* report = command->add_option(
+      "--report", values->options.report, "Write what happened as JSON here; - is standard output");
+  report->type_name("FILE");
   command->footer(
       "The commands are facialAnim, demBonesExportPoses, select and currentTime. Each ends at a\n"
       "\";\", at the end of its text, or before a line that begins with a command's name.");
 
   command->callback([=, &work] {
     lipvane::cli::RunOptions& options = values->options;
+    for (const CLI::Option* file : {output, report}) {
+      // An unset variable of a script's must not lose its work in silence.
+      if (file->count() > 0 && file->as<std::string>().empty()) {
+        throw CLI::ValidationError(file->get_name(), "needs the name of a file");
+      }
+    }
+    if (!options.output.empty() && options.output == options.report) {
+      throw CLI::ValidationError("-o and --report", "name the same file, " + options.output);
+    }
     std::size_t line = 0;
     std::size_t file = 0;
     for (const CLI::Option* option : command->parse_order()) {
@@ -87,7 +96,8 @@ int Main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
     lipvane::cli::PrintError(error.what());
-    std::cerr << "Run with --help for more information.\n";
+    std::cerr << "lipvane --help and lipvane SUBCOMMAND --help say what is accepted; subcommands: "
+                 "run, inspect.\n";
     return kWrongUsage;
   }
   if (!work) {

@@ -73,9 +73,12 @@ bool RunCommands(Interpreter& interpreter, const std::vector<MelCommand>& comman
     records.push_back({commands[i].line, interpreter.Run(commands[i].words)});
     const standalone::CommandOutcome& outcome = records.back().outcome;
     if (!outcome.Failed()) continue;
-    if (outcome.messages.empty()) {
+    const bool isSilent = outcome.messages.empty();
+    // Its messages name no place; on the command line itself the command is in sight.
+    if (isSilent || commands[i].hasLineNumber) {
       progress.Erase();
-      PrintError(commands[i].place + ": the command failed without a message: " + commands[i].line);
+      PrintError(commands[i].place + ": the command failed" +
+                 (isSilent ? " without a message: " : ": ") + commands[i].line);
     }
     return false;
   }

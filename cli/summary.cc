@@ -41,18 +41,26 @@ std::string NameList(const std::string& title, const std::vector<std::string>& n
   return line.empty() ? text : text + line + "\n";
 }
 
-/// A title with its lines below.
-std::string LineList(const std::string& title, const std::vector<std::string>& lines) {
-  if (lines.empty()) return {};
-  std::string text = title + ":\n";
-  for (std::size_t i = 0; i < std::min(lines.size(), kMaxListed); ++i) {
-    text += "  " + lines[i] + "\n";
+/// A title with lines below, of which the first ones are made and shown, the rest counted.
+class LineList {
+ public:
+  explicit LineList(const std::string& title) : text_(title + ":\n") {}
+
+  template <typename Make>
+  void Add(const Make& make) {
+    if (++count_ <= kMaxListed) text_ += "  " + make() + "\n";
   }
-  if (lines.size() > kMaxListed) {
-    text += "  ... and " + std::to_string(lines.size() - kMaxListed) + " more\n";
+  /// Empty when nothing was added.
+  std::string Text() const {
+    if (count_ == 0) return {};
+    if (count_ <= kMaxListed) return text_;
+    return text_ + "  ... and " + std::to_string(count_ - kMaxListed) + " more\n";
   }
-  return text;
-}
+
+ private:
+  std::string text_;
+  std::size_t count_ = 0;
+};
 
 std::string NodeCounts(const Scene& scene) {
   std::map<std::string, std::size_t> counts;
@@ -70,17 +78,17 @@ std::string NodeCounts(const Scene& scene) {
 }
 
 /// Every joint, indented by the joints above it.
-std::vector<std::string> JointTree(const Scene& scene) {
-  std::vector<std::string> lines;
+std::string JointTree(const Scene& scene) {
+  LineList list("Joints");
   std::vector<std::size_t> depths(scene.PathCount(), 0);  // of what stands below each path
   for (PathId path = 1; path < scene.PathCount(); ++path) {
     const NodeId node = scene.NodeOf(path);
     const std::size_t depth = depths[scene.ParentPath(path)];
     const bool isJoint = scene.Kind(node) == NodeKind::kJoint;
     depths[path] = depth + (isJoint ? 1 : 0);
-    if (isJoint) lines.push_back(std::string(2 * depth, ' ') + scene.Name(node));
+    if (isJoint) list.Add([&] { return std::string(2 * depth, ' ') + scene.Name(node); });
   }
-  return lines;
+  return list.Text();
 }
 
 std::string CurveCounts(const Scene& scene) {
@@ -100,19 +108,27 @@ std::string CurveCounts(const Scene& scene) {
   return text + "\n";
 }
 
-std::vector<std::string> NotEvaluated(const Scene& scene) {
-  std::vector<std::string> lines;
+std::string References(const Scene& scene) {
+  LineList list("References (not read)");
+  for (const std::string& file : scene.References()) {
+    list.Add([&] { return file; });
+  }
+  return list.Text();
+}
+
+std::string NotEvaluated(const Scene& scene) {
+  LineList list("Not evaluated (the value in the file stands in)");
   for (NodeId node = 1; node < scene.NodeCount(); ++node) {
     const NodeKind kind = scene.Kind(node);
     if (kind != NodeKind::kTransform && kind != NodeKind::kJoint) continue;
-    scene.ValuesAt(node, scene.StartTime(),
-                   [&](const std::string& attribute, const std::string& driver) {
-                     std::string line = scene.FullPath(scene.FirstPath(node));
-                     line.append(".").append(attribute).append(" is driven by ").append(driver);
-                     lines.push_back(std::move(line));
-                   });
+    const auto add = [&](const std::string& attribute, const std::string& driver) {
+      list.Add([&] {
+        return scene.FullPath(scene.FirstPath(node)) + "." + attribute + " is driven by " + driver;
+      });
+    };
+    scene.ValuesAt(node, scene.StartTime(), add);
   }
-  return lines;
+  return list.Text();
 }
 
 }  // namespace
@@ -129,9 +145,8 @@ std::string SceneSummary(const std::string& fileName, const Scene& scene) {
   return fileName + ": Maya ASCII scene\n" + "Time unit: " + scene.TimeUnit() + " (" +
          Number(scene.FramesPerSecond()) + " frames a second), saved at frame " +
          Number(scene.StartTime()) + "\n" + "Linear unit: " + Number(scene.CentimetresPerUnit()) +
-         " cm\n" + NodeCounts(scene) + LineList("Joints", JointTree(scene)) + CurveCounts(scene) +
-         LineList("References (not read)", scene.References()) +
-         LineList("Not evaluated (the value in the file stands in)", NotEvaluated(scene));
+         " cm\n" + NodeCounts(scene) + JointTree(scene) + CurveCounts(scene) + References(scene) +
+         NotEvaluated(scene);
 }
 
 }  // namespace lipvane::cli

@@ -121,10 +121,10 @@ class Splitter {
 
   void EndCommand() {
     if (words_.empty()) return;
-    commands_.push_back({std::string(text_.substr(commandStart_, commandEnd_ - commandStart_)),
-                         std::move(words_),
-                         source_.hasLineNumbers ? source_.name + ":" + std::to_string(commandLine_)
-                                                : source_.name});
+    commands_.push_back(
+        {std::string(text_.substr(commandStart_, commandEnd_ - commandStart_)), std::move(words_),
+         source_.hasLineNumbers ? source_.name + ":" + std::to_string(commandLine_) : source_.name,
+         source_.hasLineNumbers});
     words_.clear();
   }
 

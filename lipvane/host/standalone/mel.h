@@ -20,6 +20,7 @@ struct MelCommand {
   std::string line;                ///< as it was written, without what surrounds it
   std::vector<std::string> words;  ///< the command's name first; never empty
   std::string place;               ///< "NAME" or "NAME:LINE"
+  bool hasLineNumber = false;      ///< the place is "NAME:LINE"
 };
 
 /// A text that is not made of plain command lines: "PLACE: reason".
