@@ -3,60 +3,51 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
-#include <utility>
 
 namespace lipvane {
 namespace {
 
-TBonePoseInfo Rig() {
+TBonePoseInfo Rig(const std::vector<int>& ids) {
   TBonePoseInfo info;
   for (const char* name : {"jaw", "brow", "lid"}) {
     info.AddBone(name);
   }
-  info.boneIds = {7, 9, 7};
+  info.boneIds = ids;
   return info;
 }
 
 TEST(BonePoseTest, GettersGrowTheirArrays) {
   TBonePose pose;
-  TIndexedBone bone;
-  bone.boneIndex = 4;
-  pose.AddBone(bone);
-  EXPECT_EQ(pose.GetBone(0).boneIndex, 4);
+  pose.AddBone({});
+  pose.GetBone(0).boneIndex = 4;
   EXPECT_EQ(pose.GetBone(3).rotation, Quaternion());
-  EXPECT_EQ(pose.BoneCount(), 4);
-  pose.GetBone(2).boneIndex = 5;
-  EXPECT_EQ(pose.GetBone(2).boneIndex, 5);
+  EXPECT_EQ(pose.GetBone(0).boneIndex, 4);
   EXPECT_EQ(pose.BoneCount(), 4);
 
   TBonePoseInfo info;
   info.AddPose(pose);
-  info.AddPose(TBonePose());
   EXPECT_EQ(info.GetPose(5).BoneCount(), 0);
-  EXPECT_EQ(info.poses.size(), 6U);
   EXPECT_EQ(info.GetPose(0).BoneCount(), 4);
-
   EXPECT_THROW(pose.GetBone(-1), std::out_of_range);
   EXPECT_THROW(info.GetPose(-1), std::out_of_range);
   EXPECT_EQ(info.poses.size(), 6U);
 }
 
 TEST(BonePoseTest, BonesByPosition) {
-  TBonePoseInfo info = Rig();
-  info.boneIds = {7};
+  TBonePoseInfo info = Rig({7});
   EXPECT_EQ(info.GetBoneName(2), "lid");
-  EXPECT_EQ(info.GetBoneName(3), "");
-  EXPECT_EQ(info.GetBoneName(-1), "");
-  EXPECT_EQ(info.GetBoneIndex(-1), -1);
-  EXPECT_EQ(info.GetBoneIndex(3), -1);
-  EXPECT_EQ(info.boneIds.size(), 1U);
+  for (const int outside : {-1, 3}) {
+    EXPECT_EQ(info.GetBoneName(outside), "");
+    EXPECT_EQ(info.GetBoneIndex(outside), -1);
+  }
   EXPECT_EQ(info.GetBoneIndex(0), 7);
+  EXPECT_EQ(info.boneIds.size(), 1U);
   EXPECT_EQ(info.GetBoneIndex(2), 0);
   EXPECT_EQ(info.boneIds, (std::vector<int>{7, 0, 0}));
 }
 
 TEST(BonePoseTest, BonesByIdentifier) {
-  TBonePoseInfo info = Rig();
+  TBonePoseInfo info = Rig({7, 9, 7});
   EXPECT_EQ(info.FindBoneIndex(7), 0);  // the first of two
   EXPECT_EQ(info.FindBoneIndex(8), -1);
   EXPECT_EQ(info.FindBone(8), nullptr);
@@ -64,33 +55,13 @@ TEST(BonePoseTest, BonesByIdentifier) {
   TIndexedBone* bone = info.FindBone(9);
   ASSERT_EQ(info.blendedBones.size(), 2U);
   EXPECT_EQ(bone, &info.blendedBones[1]);
-}
 
-TEST(BonePoseTest, IdentifiersByName) {
-  TBonePoseInfo info = Rig();
   info.AssignBoneIds({{"lid", 3}, {"jaw", 1}, {"tail", 8}});
   EXPECT_EQ(info.boneIds, (std::vector<int>{1, 0, 3}));
-}
-
-TEST(BonePoseTest, ClearEmptiesAllButTheRevision) {
-  TBonePoseInfo info = Rig();
   info.GetPose(1);
-  info.FindBone(9);
   info.Clear();
   EXPECT_TRUE(info.boneNames.empty() && info.boneIds.empty() && info.poses.empty() &&
               info.blendedBones.empty());
-  EXPECT_EQ(info.revision, 2);
-}
-
-TEST(BonePoseTest, CopiesAreDeepAndMovesTakeTheArrays) {
-  TBonePoseInfo info = Rig();
-  info.GetPose(0).GetBone(0).boneIndex = 4;
-  TBonePoseInfo copy = info;
-  copy.GetPose(0).GetBone(0).boneIndex = 5;
-  EXPECT_EQ(info.GetPose(0).GetBone(0).boneIndex, 4);
-  const TIndexedBone* bone = &info.GetPose(0).GetBone(0);
-  TBonePoseInfo moved = std::move(info);
-  EXPECT_EQ(&moved.GetPose(0).GetBone(0), bone);
 }
 
 }  // namespace

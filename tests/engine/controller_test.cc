@@ -2,25 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
+#include <cstddef>
 
 namespace lipvane {
 namespace {
 
-TIndexedBone Bone(float x, const Quaternion& rotation = {}) {
+TIndexedBone Bone(float x) {
   TIndexedBone bone;
   bone.translation = {x, 0, 0};
-  bone.rotation = rotation;
   return bone;
 }
 
 /// An expression that puts the bones of these identifiers to x, in one pose.
-TExpressionInfo Expression(const std::string& name, std::initializer_list<int> ids, float x) {
+TExpressionInfo Expression(const std::string& name, const std::vector<int>& ids, float x) {
   TExpressionInfo expression;
   expression.name = name;
   expression.boneIds = ids;
-  for (int i = 0; i < static_cast<int>(ids.size()); ++i) {
-    expression.AddBone("bone");
+  expression.boneNames.resize(ids.size());
+  for (std::size_t i = 0; i < ids.size(); ++i) {
     expression.GetPose(0).AddBone(Bone(x));
   }
   return expression;
@@ -37,14 +36,16 @@ TAnimationTrack Constant(const std::string& name, double value) {
 class ControllerTest : public testing::Test {
  protected:
   ControllerTest() {
-    TBonePoseInfo& rig = *controller_.BonePoseInfo();
-    rig.AddBone("jaw");
-    rig.AddBone("lid");
+    TBonePoseInfo rig;
+    rig.boneNames = {"jaw", "lid"};
     rig.boneIds = {1, 2};
-    rig.GetPose(0).AddBone(Bone(10));
-    rig.GetPose(0).AddBone(Bone(20));
-    rig.GetPose(1).AddBone(Bone(11));
-    rig.GetPose(1).AddBone(Bone(22));
+    for (const float factor : {1.0F, 1.1F}) {
+      TBonePose pose;
+      pose.AddBone(Bone(10 * factor));
+      pose.AddBone(Bone(20 * factor));
+      rig.AddPose(pose);
+    }
+    controller_.SetBonePoseInfo(rig);
     animation_.AddTrack(Constant("Eat", 1.0));
   }
 
@@ -69,7 +70,6 @@ TEST_F(ControllerTest, ListOfExpressions) {
   for (const int id : {5, 6, 7}) {
     controller_.AddExpression(Expression(id == 6 ? "Squint" : "Blink", {id}, 0));
   }
-  EXPECT_FALSE(controller_.AnimationsChanged());
   EXPECT_EQ(controller_.GetExpression("Blink"), controller_.GetExpression(0));
   EXPECT_EQ(controller_.GetExpression("blink"), nullptr);
   EXPECT_EQ(controller_.GetExpression(3), nullptr);
@@ -80,32 +80,25 @@ TEST_F(ControllerTest, ListOfExpressions) {
   controller_.DeleteExpression("Blink");
   EXPECT_TRUE(controller_.AnimationsChanged());
   ASSERT_EQ(controller_.ExpressionCount(), 2);
-  EXPECT_EQ(controller_.GetExpression(0)->boneIds[0], 6);
   EXPECT_EQ(controller_.GetExpression("Blink")->boneIds[0], 7);
 }
 
 TEST_F(ControllerTest, ListOfAnimations) {
-  EXPECT_EQ(controller_.TotalAnimTime(), 0.0);
-  TController kept = controller_;
+  controller_.DeleteAnimation(0);
+  controller_.DeleteAnimation(-1);
+  EXPECT_FALSE(controller_.AnimationsChanged());
   for (const int end : {40, 50}) {
-    TAnimationTrack track;
-    track.AddKey({end, 1.0});
-    TAnimation animation;
-    animation.AddTrack(track);
-    controller_.AddAnimation(animation);
+    animation_.tracks[0].AddKey({end, 1.0});
+    controller_.AddAnimation(animation_);
   }
   EXPECT_TRUE(controller_.AnimationsChanged());
   EXPECT_EQ(controller_.TotalAnimTime(), 90.0);  // both were digested
   EXPECT_EQ(controller_.GetAnimation(-1), nullptr);
   EXPECT_EQ(controller_.GetAnimation(2), nullptr);
+
   controller_.DeleteAnimation(0);
   ASSERT_EQ(controller_.AnimationCount(), 1);
   EXPECT_EQ(controller_.GetAnimation(0)->length, 50);
-
-  for (const int i : {-1, 0}) {
-    kept.DeleteAnimation(i);
-    EXPECT_FALSE(kept.AnimationsChanged());
-  }
 }
 
 TEST_F(ControllerTest, OutputBonesInOrderOfFirstSight) {
@@ -132,13 +125,6 @@ TEST_F(ControllerTest, SpeechAlone) {
   EXPECT_EQ(X(1), 21);
 }
 
-TEST_F(ControllerTest, SpeechFillsWhatAnExpressionLeaves) {
-  AddExpression(Expression("Blink", {2}, 120), 0.7);
-  Play();
-  EXPECT_EQ(X(0), 11);
-  EXPECT_NEAR(X(1), 20 + 0.7 * 100 + 0.3 * 2, 1e-4);
-}
-
 TEST_F(ControllerTest, WeightsAreNormalisedOnlyAboveOne) {
   AddExpression(Expression("Blink", {2}, 120), 0.8);
   AddExpression(Expression("Squint", {2}, 30), 0.8);
@@ -151,7 +137,7 @@ TEST_F(ControllerTest, WeightsAreNormalisedOnlyAboveOne) {
   animation_.expressionTracks[1] = Constant("Squint", 0.2);
   Play();
   EXPECT_NEAR(X(1), 20 + 0.8 * 100 + 0.2 * 10, 1e-4);
-  // A negative weight leaves more than the whole to the speech.
+  // The speech fills what they leave, and a negative weight leaves more.
   animation_.expressionTracks[1] = Constant("Squint", -1.0);
   Play();
   EXPECT_NEAR(X(1), 20 + 0.8 * 100 - 10 + 1.2 * 2, 1e-4);
@@ -202,10 +188,10 @@ TEST_F(ControllerTest, BonesThatTheRigLacks) {
   EXPECT_EQ(X(3), 77);  // nothing moves it
 }
 
-TEST_F(ControllerTest, FinalBlendWithoutNeutralPose) {
-  Play();
+TEST_F(ControllerTest, WithoutNeutralPoseNothingMoves) {
   controller_.BonePoseInfo()->poses.clear();
-  out_.GetBone(0).translation.x = 77;
+  out_.AddBone(Bone(77));
+  out_.GetBone(0).boneIndex = 1;
   controller_.FinalBlend(out_);
   EXPECT_EQ(X(0), 77);
 }
@@ -232,17 +218,6 @@ TEST_F(ControllerTest, NeutralPose) {
   ASSERT_EQ(headless.BoneCount(), 1);
   EXPECT_EQ(headless.GetBone(0).translation.x, 10);
   EXPECT_EQ(TController().GetNeutralPoseWithoutHeadBone().BoneCount(), 0);
-}
-
-TEST_F(ControllerTest, RigIsReplacedByACopy) {
-  TBonePoseInfo rig;
-  rig.AddBone("head");
-  const TBonePoseInfo* place = controller_.BonePoseInfo();
-  controller_.SetBonePoseInfo(rig);
-  rig.AddBone("tail");
-  EXPECT_EQ(controller_.BonePoseInfo(), place);
-  EXPECT_EQ(place->boneNames, std::vector<std::string>{"head"});
-  EXPECT_TRUE(place->poses.empty());
 }
 
 }  // namespace

@@ -5,79 +5,58 @@
 namespace lipvane {
 namespace {
 
-TIndexedBone Bone(const Vector3& translation, const Quaternion& rotation = {}) {
-  TIndexedBone bone;
-  bone.translation = translation;
-  bone.rotation = rotation;
-  return bone;
+using Weights = std::vector<double>;
+
+TBonePose Pose(const Vector3& translation, const Quaternion& rotation = {}) {
+  TBonePose pose;
+  pose.GetBone(0).translation = translation;
+  pose.GetBone(0).rotation = rotation;
+  return pose;
 }
 
-TEST(ExpressionTest, WithoutReferenceNothingChanges) {
+/// An expression of a few bones, of which its poses hold the first.
+TExpressionInfo Expression(int bones, const std::vector<TBonePose>& poses) {
   TExpressionInfo expression;
-  expression.AddBone("lid");
-  std::vector<double> weights{1};
-  expression.Blend(nullptr, weights, true);
-  EXPECT_TRUE(expression.blendedBones.empty());
-  EXPECT_TRUE(expression.poses.empty());
+  expression.boneNames.resize(static_cast<std::size_t>(bones), "bone");
+  expression.poses = poses;
+  return expression;
 }
 
 TEST(ExpressionTest, SinglePoseReplacesTheReference) {
-  TExpressionInfo expression;
-  expression.AddBone("lid");
-  expression.AddBone("brow");
-  const TIndexedBone lid = Bone({1, 2, 3}, {0, 3, 0, 0});
-  expression.GetPose(0).AddBone(lid);
-  TBonePose reference;
-  reference.AddBone(Bone({7, 7, 7}));
-  std::vector<double> weights{0.5};
+  TExpressionInfo expression = Expression(2, {Pose({1, 2, 3}, {0, 3, 0, 0})});
+  TBonePose reference = Pose({7, 7, 7});
+  Weights weights{0.5};
   expression.Blend(&reference, weights, true);
   ASSERT_EQ(expression.blendedBones.size(), 2U);
-  EXPECT_EQ(expression.blendedBones[0].translation, lid.translation);
-  EXPECT_EQ(expression.blendedBones[0].rotation, lid.rotation);
+  EXPECT_EQ(expression.blendedBones[0].translation, Vector3(1, 2, 3));
+  EXPECT_EQ(expression.blendedBones[0].rotation, Quaternion(0, 3, 0, 0));
   EXPECT_EQ(expression.blendedBones[1].rotation, Quaternion());
   EXPECT_EQ(reference.BoneCount(), 2);
 
-  TExpressionInfo empty;
-  empty.AddBone("lid");
+  TExpressionInfo empty = Expression(1, {});
+  empty.Blend(nullptr, weights, true);
+  EXPECT_TRUE(empty.poses.empty()) << "without a reference nothing changes";
   empty.Blend(&reference, weights, true);
   EXPECT_EQ(empty.poses.size(), 1U);
   EXPECT_EQ(empty.blendedBones[0].translation, Vector3());
-  EXPECT_EQ(empty.blendedBones[0].rotation, Quaternion());
 }
 
 TEST(ExpressionTest, PosesPullTheReferenceTowardsThem) {
-  const float quarter = 1.57079633F;
-  TExpressionInfo expression;
-  expression.AddBone("lid");
-  expression.GetPose(0).AddBone(Bone({1, 0, 0}, Quaternion::FromAxisAngle(quarter, 1, 0, 0)));
-  expression.GetPose(1).AddBone(Bone({5, 4, 0}));
-  TBonePose reference;
-  reference.AddBone(Bone({1, 2, 0}));
-  std::vector<double> weights{0.5};
-  expression.Blend(&reference, weights, false);
-  EXPECT_EQ(weights, (std::vector<double>{0.5, 0}));
-  EXPECT_EQ(expression.blendedBones[0].translation, Vector3(1, 1, 0));
-  // Half of the turn, its sign flipped by each of the two poses.
-  const Quaternion half = Quaternion::FromAxisAngle(quarter / 2, 1, 0, 0);
-  EXPECT_NEAR(expression.blendedBones[0].rotation.w, half.w, 1e-6F);
-  EXPECT_NEAR(expression.blendedBones[0].rotation.x, half.x, 1e-6F);
+  const TExpressionInfo expression = Expression(3, {Pose({1, 0, 0}), Pose({5, 4, 0})});
+  TBonePose reference = Pose({1, 2, 0});
+  Weights weights{0.5};
+  TExpressionInfo blended = expression;
+  blended.Blend(&reference, weights, false);
+  EXPECT_EQ(weights, (Weights{0.5, 0}));
+  EXPECT_EQ(blended.blendedBones[0].translation, Vector3(1, 1, 0));
+  EXPECT_EQ(blended.blendedBones[0].rotation, Quaternion());  // each pose flipped its sign
 
-  weights = {0, 0.25};
-  expression.Blend(&reference, weights, false);
-  EXPECT_EQ(expression.blendedBones[0].translation, Vector3(2, 2.5F, 0));
-}
-
-TEST(ExpressionTest, OwnFirstPoseMayBeTheReference) {
-  TExpressionInfo expression;
-  for (const char* name : {"lid", "brow", "nose"}) {
-    expression.AddBone(name);
-  }
-  expression.GetPose(0).AddBone(Bone({1, 0, 0}));
-  expression.GetPose(1).AddBone(Bone({3, 0, 0}));
-  std::vector<double> weights{1, 0.5};
-  expression.Blend(&expression.GetPose(0), weights, false);
-  EXPECT_EQ(expression.blendedBones[0].translation, Vector3(2, 0, 0));
-  EXPECT_EQ(expression.blendedBones[2].rotation, Quaternion());
+  // The reference may be its own first pose, which grows on the way.
+  weights = {1, 0.5};
+  blended = expression;
+  blended.Blend(&blended.GetPose(0), weights, false);
+  EXPECT_EQ(blended.blendedBones[0].translation, Vector3(3, 2, 0));
+  EXPECT_EQ(blended.blendedBones[2].rotation, Quaternion());
 }
 
 }  // namespace

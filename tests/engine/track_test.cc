@@ -3,19 +3,25 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <initializer_list>
 #include <limits>
 #include <stdexcept>
+#include <vector>
 
 namespace lipvane {
 namespace {
 
-TAnimationTrack Track(std::initializer_list<TAnimationKey> keys) {
+using Keys = std::vector<TAnimationKey>;
+
+TAnimationTrack Track(const Keys& keys) {
   TAnimationTrack track;
   for (const TAnimationKey& key : keys) {
     track.AddKey(key);
   }
   return track;
+}
+
+double ValueAt(double time, const Keys& keys) {
+  return Track(keys).ValueAtTime(time);
 }
 
 TEST(TrackTest, KeysByPosition) {
@@ -31,57 +37,50 @@ TEST(TrackTest, KeysByPosition) {
 }
 
 TEST(TrackTest, EndValuesAreHeld) {
-  EXPECT_EQ(TAnimationTrack().ValueAtTime(3), 0.0);
-  const TAnimationTrack single = Track({{10, 0.7}});
-  for (const double t : {-1e300, 9.9, 10.0, 10.1, 1e300}) {
-    EXPECT_EQ(single.ValueAtTime(t), 0.7);
+  EXPECT_EQ(ValueAt(3, {}), 0.0);
+  for (const double time : {-1e300, 9.9, 10.0, 10.1, 1e300}) {
+    EXPECT_EQ(ValueAt(time, {{10, 0.7}}), 0.7);
   }
-  const TAnimationTrack track = Track({{10, 0.25}, {20, 1}, {30, 0.5}});
-  EXPECT_EQ(track.ValueAtTime(9), 0.25);
-  EXPECT_EQ(track.ValueAtTime(31), 0.5);
+  const Keys keys = {{10, 0.25}, {20, 1}, {30, 0.5}};
+  EXPECT_EQ(ValueAt(9, keys), 0.25);
+  EXPECT_EQ(ValueAt(31, keys), 0.5);
 }
 
 TEST(TrackTest, EasesBetweenKeys) {
-  const TAnimationTrack track = Track({{0, 0}, {10, 1}, {20, -1}});
-  EXPECT_EQ(track.ValueAtTime(5), 0.5);
-  EXPECT_EQ(track.ValueAtTime(2.5), 0.15625);
-  EXPECT_EQ(track.ValueAtTime(10), 1.0);
-  EXPECT_EQ(track.ValueAtTime(15), 0.0);
-  EXPECT_EQ(track.ValueAtTime(20), -1.0);
-  // Flat at the keys, as the cubic has no linear term.
-  EXPECT_NEAR(track.ValueAtTime(0.001), 0, 1e-7);
-  EXPECT_NEAR(track.ValueAtTime(9.999), 1, 1e-7);
+  const Keys keys = {{0, 0}, {10, 1}, {20, -1}};
+  for (const auto& [time, value] :
+       Keys{{0, 0}, {1, 0.028}, {5, 0.5}, {9, 0.972}, {10, 1}, {15, 0}, {20, -1}}) {
+    EXPECT_DOUBLE_EQ(ValueAt(time, keys), value) << time;
+  }
   // Times as far apart as they can be do not overflow.
   constexpr int kMax = std::numeric_limits<int>::max();
-  EXPECT_EQ(Track({{-kMax, 0}, {kMax, 1}}).ValueAtTime(0), 0.5);
+  EXPECT_EQ(ValueAt(0, {{-kMax, 0}, {kMax, 1}}), 0.5);
 }
 
 TEST(TrackTest, TinyResultsVanishOnlyInsideTheKeys) {
-  const TAnimationTrack track = Track({{0, 1e-17}, {10, 4.4e-16}, {20, -4.5e-16}});
-  EXPECT_EQ(track.ValueAtTime(-1), 1e-17);
-  EXPECT_EQ(track.ValueAtTime(0), 0.0);
-  EXPECT_EQ(track.ValueAtTime(10), 0.0);
-  EXPECT_DOUBLE_EQ(track.ValueAtTime(20), -4.5e-16);
-  const TAnimationTrack single = Track({{10, 1e-17}});
-  EXPECT_EQ(single.ValueAtTime(10), 0.0);
-  EXPECT_EQ(single.ValueAtTime(11), 1e-17);
+  const Keys keys = {{0, 1e-17}, {10, 4.4e-16}, {20, -4.5e-16}};
+  EXPECT_EQ(ValueAt(-1, keys), 1e-17);
+  EXPECT_EQ(ValueAt(0, keys), 0.0);
+  EXPECT_EQ(ValueAt(10, keys), 0.0);
+  EXPECT_DOUBLE_EQ(ValueAt(20, keys), -4.5e-16);
+  EXPECT_EQ(ValueAt(10, {{10, 1e-17}}), 0.0);
+  EXPECT_EQ(ValueAt(11, {{10, 1e-17}}), 1e-17);
 }
 
 TEST(TrackTest, LastTwoKeysAtOneTimeGiveNoNumber) {
-  const TAnimationTrack track = Track({{0, 0}, {10, 1}, {10, 2}});
-  EXPECT_TRUE(std::isnan(track.ValueAtTime(10)));
-  EXPECT_EQ(track.ValueAtTime(10.5), 2);
+  EXPECT_TRUE(std::isnan(ValueAt(10, {{0, 0}, {10, 1}, {10, 2}})));
+  EXPECT_EQ(ValueAt(10.5, {{0, 0}, {10, 1}, {10, 2}}), 2);
   // Elsewhere the later of the two takes over.
-  EXPECT_EQ(Track({{0, 0}, {10, 1}, {10, 2}, {20, 2}}).ValueAtTime(10), 2);
+  EXPECT_EQ(ValueAt(10, {{0, 0}, {10, 1}, {10, 2}, {20, 2}}), 2);
 }
 
 TEST(TrackTest, KeysOutOfOrder) {
   // Of two intervals that hold a time the first counts.
-  EXPECT_EQ(Track({{0, 0}, {10, 1}, {2, 50}, {20, 60}}).ValueAtTime(5), 0.5);
-  EXPECT_EQ(Track({{8, 3}, {4, 0}, {20, 2}, {10, 9}}).ValueAtTime(12), 9);
-  EXPECT_EQ(Track({{8, 3}, {0, 0}, {20, 2}, {10, 9}}).ValueAtTime(10), 1);
+  EXPECT_EQ(ValueAt(5, {{0, 0}, {10, 1}, {2, 50}, {20, 60}}), 0.5);
+  EXPECT_EQ(ValueAt(12, {{8, 3}, {4, 0}, {20, 2}, {10, 9}}), 9);
+  EXPECT_EQ(ValueAt(10, {{8, 3}, {0, 0}, {20, 2}, {10, 9}}), 1);
   // When none holds it, it is the last one's end.
-  EXPECT_EQ(Track({{10, 3}, {0, 1}, {10, 2}}).ValueAtTime(10), 2);
+  EXPECT_EQ(ValueAt(10, {{10, 3}, {0, 1}, {10, 2}}), 2);
 }
 
 }  // namespace
