@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace lipvane {
@@ -20,28 +21,27 @@ std::string Take(std::string_view text) {
 }
 
 TEST(NextDataLine, EndsAtALineFeedOrAComment) {
-  EXPECT_EQ(Take("a b\nc"), "a b|c|1");
-  EXPECT_EQ(Take("15 // fifteen // 16\nc"), "15 |c|1");
-  EXPECT_EQ(Take("// title\nc"), "|c|1");
-  EXPECT_EQ(Take("a/b/ /\nc // d"), "a/b/ /|c // d|1");
-  EXPECT_EQ(Take("a/\n/b"), "a/|/b|1");
-  EXPECT_EQ(Take("a ///"), "a ||0");
-  EXPECT_EQ(Take("all"), "all||0");
-  EXPECT_EQ(Take(""), "||0");
-}
-
-TEST(NextDataLine, ConsumesARunOfEmptyLines) {
-  EXPECT_EQ(Take("a\n\n\nb\n"), "a|b\n|3");
-  EXPECT_EQ(Take("a\n \nb"), "a| \nb|1");
-  EXPECT_EQ(Take("a\n\n"), "a||2");
-}
-
-TEST(NextDataLine, AcceptsBothLineEnds) {
-  EXPECT_EQ(Take("a\r\n\r\n\r\nb\r\n"), "a|b\r\n|3");
-  EXPECT_EQ(Take("15 // x\r\nb"), "15 |b|1");
-  EXPECT_EQ(Take("a\rb\r"), "a\rb||0");
-  EXPECT_EQ(Take("a\r\r\nb"), "a|b|1");
-  EXPECT_EQ(Take("a\n\rb"), "a|\rb|1");
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"a b\nc", "a b|c|1"},
+      {"15 // fifteen // 16\nc", "15 |c|1"},
+      {"// title\nc", "|c|1"},
+      {"a/b/ /\nc // d", "a/b/ /|c // d|1"},
+      {"a/\n/b", "a/|/b|1"},
+      {"a ///", "a ||0"},
+      {"", "||0"},
+      // A run of empty lines goes with it.
+      {"a\n\n\nb\n", "a|b\n|3"},
+      {"a\n \nb", "a| \nb|1"},
+      {"a\n\n", "a||2"},
+      // Either line end.
+      {"a\r\n\r\n\r\nb\r\n", "a|b\r\n|3"},
+      {"15 // x\r\nb", "15 |b|1"},
+      {"a\rb\r", "a\rb||0"},
+      {"a\r\r\nb", "a|b|1"},
+      {"a\n\rb", "a|\rb|1"}};
+  for (const auto& [text, taken] : cases) {
+    EXPECT_EQ(Take(text), taken);
+  }
 }
 
 TEST(SplitTokens, SplitsAtSingleSeparators) {
@@ -73,17 +73,11 @@ TEST(TokenCursor, SkipsWhatNextWouldGive) {
 
 TEST(DataLineReader, GivesLinesWithTheirNumbers) {
   DataLineReader lines("\n// title\r\n\r\n2 // v\n\n\n \nlast");
-  std::string_view line;
-  EXPECT_EQ(lines.LineNumber(), 0U);
-  ASSERT_TRUE(lines.Next(line));
-  EXPECT_EQ(line, "2 ");
-  EXPECT_EQ(lines.LineNumber(), 4U);
-  ASSERT_TRUE(lines.Next(line));
-  EXPECT_EQ(line, " ");
-  EXPECT_EQ(lines.LineNumber(), 7U);
-  ASSERT_TRUE(lines.Next(line));
-  EXPECT_EQ(line, "last");
-  EXPECT_FALSE(lines.Next(line));
+  std::string found;
+  for (std::string_view line; lines.Next(line);) {
+    found += std::to_string(lines.LineNumber()) + ":" + std::string(line) + "|";
+  }
+  EXPECT_EQ(found, "4:2 |7: |8:last|");
   EXPECT_EQ(lines.LineNumber(), 8U);
 }
 

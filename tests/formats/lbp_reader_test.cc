@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdio>
-#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +9,7 @@
 #include "lipvane/formats/limits.h"
 #include "tests/formats/sample_lbp.h"
 #include "tests/support/comma_locale.h"
+#include "tests/support/temporary_folder.h"
 
 namespace lipvane {
 namespace {
@@ -37,13 +36,11 @@ struct Rig {
   }
 
   /// Whether all that the sample's counts announce has been added.
-  bool Complete() {
-    bool complete = poseInfo.boneNames.size() == 3 && poseInfo.poses.size() == 3 &&
-                    mapping.speechTargets.size() == 3 && mapping.phonemes.size() == 44 &&
-                    mapping.weights.size() == 44;
-    for (int p = 1; complete && p < 3; ++p)
-      complete = poseInfo.GetPose(p).BoneCount() == 2;
-    return complete;
+  bool Complete() const {
+    return poseInfo.boneNames.size() == 3 && poseInfo.poses.size() == 3 &&
+           mapping.speechTargets.size() == 3 && mapping.phonemes.size() == 44 &&
+           mapping.weights.size() == 44 && poseInfo.poses[1].BoneCount() == 2 &&
+           poseInfo.poses[2].BoneCount() == 2;
   }
 
   TIndexedBone Bone(int pose, int bone) { return poseInfo.GetPose(pose + 1).GetBone(bone); }
@@ -91,10 +88,8 @@ TEST(ReadLbp, TakesTheVersionByItsIntegerPrefix) {
     EXPECT_FALSE(rig.Read(SampleLbp({{"// Version\n2", std::string("\n") + version}}))) << version;
     EXPECT_TRUE(rig.Untouched());
     EXPECT_EQ(rig.problem.line, 2);
+    EXPECT_TRUE(version[0] != '3' || rig.problem.reason == "the version is 3, not 2");
   }
-  Rig rig;
-  EXPECT_FALSE(rig.Read(SampleLbp({{"// Version\n2", "3"}})));
-  EXPECT_EQ(rig.problem.reason, "the version is 3, not 2");
 }
 
 TEST(ReadLbp, FillsShortLinesUp) {
@@ -125,10 +120,11 @@ TEST(ReadLbp, DoesNotLoopForCountsBelowOne) {
 }
 
 TEST(ReadLbp, RefusesHostileCounts) {
+  const std::string targets = "// Number of Speech Targets\n2";
   const std::string vast = "2147483647";
   for (const Replacements& replacements :
-       {Replacements{{"// Number of Speech Targets\n2", "99999999999999999999"}},
-        Replacements{{"2 // bones", vast}}, Replacements{{"2 // poses", vast}},
+       {Replacements{{targets, "99999999999999999999"}}, Replacements{{"2 // bones", vast}},
+        Replacements{{"2 // poses", vast}},
         Replacements{
             {"2 // bones", "0"}, {"jaw -> head\nhead -> world\n", ""}, {"2 // poses", vast}}}) {
     Rig rig;
@@ -136,13 +132,8 @@ TEST(ReadLbp, RefusesHostileCounts) {
     EXPECT_TRUE(rig.Untouched());
     EXPECT_FALSE(rig.problem.reason.empty());
   }
-}
-
-TEST(ReadLbp, BoundsWhatTheLinesDoNot) {
-  const std::string targets = "// Number of Speech Targets\n2";
   Rig rig;
   EXPECT_TRUE(rig.Read(SampleLbp({{targets, std::to_string(kMaxSpeechTargets)}})));
-  EXPECT_EQ(rig.mapping.SpeechTargetCount(), 1 + kMaxSpeechTargets);
   EXPECT_FALSE(rig.Read(SampleLbp({{targets, std::to_string(kMaxSpeechTargets + 1)}})));
   EXPECT_EQ(rig.problem.reason, "4097 speech targets are more than the 4096 that a file may have");
 }
@@ -174,26 +165,23 @@ TEST(ReadLbp, IsAllOrNothingWithAnyByteChanged) {
         ASSERT_TRUE(rig.Untouched()) << i;
         continue;
       }
-      const auto bones = static_cast<int>(rig.poseInfo.boneNames.size()) - 1;
-      for (std::size_t p = 1; p < rig.poseInfo.poses.size(); ++p) {
+      const int bones = static_cast<int>(rig.poseInfo.boneNames.size()) - 1;
+      for (std::size_t p = 1; p < rig.poseInfo.poses.size(); ++p)
         ASSERT_EQ(rig.poseInfo.poses[p].BoneCount(), bones) << i;
-      }
       ASSERT_EQ(rig.mapping.phonemes.size(), 44U) << i;
     }
   }
 }
 
 TEST(ReadLbpFile, ReadsTheFileOrSaysWhyNot) {
-  const std::string path = testing::TempDir() + "lipvane_lbp_reader_test.lbp";
-  std::ofstream(path, std::ios::binary) << SampleLbp();
+  const test::TemporaryFolder folder;
   Rig rig;
-  EXPECT_FALSE(ReadLbpFile(path + ".missing", rig.poseInfo, rig.mapping, rig.problem));
+  EXPECT_FALSE(ReadLbpFile(folder.Path("missing"), rig.poseInfo, rig.mapping, rig.problem));
   EXPECT_TRUE(rig.Untouched());
   EXPECT_EQ(rig.problem.line, 0);
   EXPECT_EQ(rig.problem.reason, "No such file or directory");
-  EXPECT_TRUE(ReadLbpFile(path, rig.poseInfo, rig.mapping));
+  EXPECT_TRUE(ReadLbpFile(folder.Make("there", SampleLbp()), rig.poseInfo, rig.mapping));
   ExpectSample(rig);
-  std::remove(path.c_str());
 }
 
 }  // namespace
