@@ -8,6 +8,8 @@
 #include <iterator>
 #include <string>
 
+#include "tests/support/temporary_folder.h"
+
 #ifdef __unix__
 #include <unistd.h>
 #endif
@@ -17,44 +19,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder of its own for each test.
+constexpr char kWritten[] = "";
+
 class FileTest : public testing::Test {
  protected:
-  FileTest() {
-    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    folder_ = fs::path(testing::TempDir()) / (std::string("lipvane_") + test->name());
-    fs::remove_all(folder_);
-    fs::create_directories(folder_);
-  }
-  ~FileTest() override { fs::remove_all(folder_); }
-
-  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-
-  std::string Make(const std::string& name, const std::string& bytes) const {
-    std::ofstream(Path(name), std::ios::binary) << bytes;
-    return Path(name);
-  }
-
-  static std::string Content(const std::string& path) {
-    std::string content;
-    std::string reason;
-    EXPECT_TRUE(ReadFile(path, content, reason)) << reason;
-    return content;
-  }
-
   /// Every name in the folder, so that a temporary left behind shows.
   std::ptrdiff_t Entries() const {
-    return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
+    return std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator());
   }
 
-  static bool Write(const std::string& path, const std::string& bytes, std::string& reason) {
+  /// Why a file cannot be written, or kWritten.
+  static std::string Write(const std::string& path, const std::string& bytes = "x") {
     OutputFile file;
-    if (!file.Open(path, OutputFile::Mode::kBinary, reason)) return false;
+    std::string reason;
+    if (!file.Open(path, OutputFile::Mode::kBinary, reason)) return reason;
     file.Stream() << bytes;
-    return file.Commit(reason);
+    return file.Commit(reason) ? kWritten : reason;
   }
 
-  fs::path folder_;
+  test::TemporaryFolder folder_;
 };
 
 using ReadFileTest = FileTest;
@@ -62,85 +45,83 @@ using OutputFileTest = FileTest;
 
 TEST_F(ReadFileTest, KeepsEveryByte) {
   const std::string bytes("a\r\n\0\x1a\xff b", 8);
-  EXPECT_EQ(Content(Make("small", bytes)), bytes);
-  EXPECT_FALSE(fs::exists("/proc/self/status") && Content("/proc/self/status").empty());  // no size
+  std::string content;
+  std::string reason;
+  EXPECT_TRUE(ReadFile(folder_.Make("small", bytes), content, reason)) << reason;
+  EXPECT_EQ(content, bytes);
+  const std::string unsized = "/proc/self/status";
+  EXPECT_EQ(fs::exists(unsized), ReadFile(unsized, content, reason) && content.size() > 100);
 }
 
 TEST_F(ReadFileTest, SaysWhyItCannot) {
-  std::string content = "before";
-  std::string reason;
-  EXPECT_FALSE(ReadFile(Path("missing"), content, reason));
-  EXPECT_EQ(reason, "No such file or directory");
-  EXPECT_FALSE(ReadFile(folder_.string(), content, reason));
-  EXPECT_EQ(reason, "Is a directory");
-  fs::resize_file(Make("vast", ""), kMaxFileSize + 1);  // sparse: takes no room
-  EXPECT_FALSE(ReadFile(Path("vast"), content, reason));
-  EXPECT_EQ(reason, "File too large");
-  EXPECT_FALSE(ReadFile("/dev/zero", content, reason));  // would never end
-  EXPECT_EQ(reason, "File too large");
-  EXPECT_EQ(content, "before");
+  const std::string vast = folder_.Make("vast", "");
+  fs::resize_file(vast, kMaxFileSize + 1);  // sparse: takes no room
+  const auto reasonFor = [](const std::string& path) {
+    std::string content = "before";
+    std::string reason;
+    EXPECT_FALSE(ReadFile(path, content, reason));
+    EXPECT_EQ(content, "before");
+    return reason;
+  };
+  EXPECT_EQ(reasonFor(folder_.Path("missing")), "No such file or directory");
+  EXPECT_EQ(reasonFor(folder_.Path()), "Is a directory");
+  EXPECT_EQ(reasonFor(vast), "File too large");
+  EXPECT_EQ(reasonFor("/dev/zero"), "File too large");  // would never end
 }
 
 TEST_F(OutputFileTest, ReplacesOnCommitAlone) {
-  const std::string path = Make(std::string(255, 'n'), "old");  // no room for a longer name
+  const std::string name(255, 'n');  // no room for a longer one
+  const std::string path = folder_.Make(name, "old");
   std::string reason;
   {
     OutputFile file;
     ASSERT_TRUE(file.Open(path, OutputFile::Mode::kText, reason)) << reason;
     file.Stream() << "half" << std::flush;
-    ASSERT_TRUE(file.Open(Path("other"), OutputFile::Mode::kText, reason)) << reason;
+    ASSERT_TRUE(file.Open(folder_.Path("other"), OutputFile::Mode::kText, reason)) << reason;
     file.Discard();
     EXPECT_FALSE(file.Commit(reason));
-    ASSERT_TRUE(file.Open(Path("third"), OutputFile::Mode::kText, reason)) << reason;
+    ASSERT_TRUE(file.Open(folder_.Path("third"), OutputFile::Mode::kText, reason)) << reason;
   }
-  EXPECT_EQ(Content(path), "old");
+  EXPECT_EQ(folder_.Content(name), "old");
   EXPECT_EQ(Entries(), 1);
-  EXPECT_TRUE(Write(path, "new", reason)) << reason;
-  EXPECT_EQ(Content(path), "new");
+  EXPECT_EQ(Write(path, "new"), kWritten);
+  EXPECT_EQ(folder_.Content(name), "new");
   EXPECT_EQ(Entries(), 1);
 }
 
 TEST_F(OutputFileTest, KeepsPermissionsAndLinks) {
   const fs::perms narrow = fs::perms::owner_read | fs::perms::owner_write;
-  fs::permissions(Make("secret", "old"), narrow);
-  fs::create_symlink("secret", Path("link"));
-  fs::create_symlink("not_yet", Path("dangling"));
-  std::string reason;
-  EXPECT_TRUE(Write(Path("link"), "new", reason)) << reason;
-  EXPECT_TRUE(Write(Path("dangling"), "made", reason)) << reason;
-  EXPECT_TRUE(fs::is_symlink(Path("link")));
-  EXPECT_EQ(Content(Path("secret")), "new");
-  EXPECT_EQ(fs::status(Path("secret")).permissions(), narrow);
-  EXPECT_EQ(Content(Path("not_yet")), "made");
+  fs::permissions(folder_.Make("secret", "old"), narrow);
+  fs::create_symlink("secret", folder_.Path("link"));
+  fs::create_symlink("not_yet", folder_.Path("dangling"));
+  EXPECT_EQ(Write(folder_.Path("link"), "new"), kWritten);
+  EXPECT_EQ(Write(folder_.Path("dangling"), "made"), kWritten);
+  EXPECT_TRUE(fs::is_symlink(folder_.Path("link")));
+  EXPECT_EQ(folder_.Content("secret"), "new");
+  EXPECT_EQ(fs::status(folder_.Path("secret")).permissions(), narrow);
+  EXPECT_EQ(folder_.Content("not_yet"), "made");
 }
 
 TEST_F(OutputFileTest, RefusesWhatCannotBeWritten) {
-  fs::create_symlink("round", Path("round"));
-  std::string reason;
-  EXPECT_FALSE(Write(Path("missing/out"), "x", reason));
-  EXPECT_EQ(reason, "No such file or directory");
-  EXPECT_FALSE(Write("", "x", reason));
-  EXPECT_EQ(reason, "No such file or directory");
-  EXPECT_FALSE(Write(folder_.string(), "x", reason));
-  EXPECT_EQ(reason, "Is a directory");
-  EXPECT_FALSE(Write(Path("missing/"), "x", reason));
-  EXPECT_EQ(reason, "Is a directory");
-  EXPECT_FALSE(Write(Path("round"), "x", reason));
-  EXPECT_EQ(reason, "Too many levels of symbolic links");
+  fs::create_symlink("round", folder_.Path("round"));
+  EXPECT_EQ(Write(folder_.Path("missing/out")), "No such file or directory");
+  EXPECT_EQ(Write(""), "No such file or directory");
+  EXPECT_EQ(Write(folder_.Path()), "Is a directory");
+  EXPECT_EQ(Write(folder_.Path("missing/")), "Is a directory");
+  EXPECT_EQ(Write(folder_.Path("round")), "Too many levels of symbolic links");
   EXPECT_EQ(Entries(), 1);
 }
 
 TEST_F(OutputFileTest, RefusesAReadOnlyFile) {
-  const std::string path = Make("fixed", "old");
+  const std::string path = folder_.Make("fixed", "old");
   fs::permissions(path, fs::perms::owner_read);
-  std::string reason;
 #ifdef __unix__
   // Root may write everything, so it is nobody for a moment.
   constexpr uid_t kNobody = 65534;
   const uid_t user = geteuid();
   ASSERT_EQ(seteuid(user == 0 ? kNobody : user), 0);
 #endif
-  EXPECT_FALSE(Write(path, "new", reason));
+  const std::string reason = Write(path);
 #ifdef __unix__
   ASSERT_EQ(seteuid(user), 0);
 #endif
@@ -149,28 +130,23 @@ TEST_F(OutputFileTest, RefusesAReadOnlyFile) {
 
 TEST_F(OutputFileTest, TellsOfAFullDisk) {
   if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full here";
-  std::string reason;
-  EXPECT_FALSE(Write("/dev/full", "x", reason));
-  EXPECT_EQ(reason, "No space left on device");
-  reason.clear();
-  EXPECT_FALSE(Write("/dev/full", std::string(1000000, 'x'), reason));
-  EXPECT_FALSE(reason.empty());
+  EXPECT_EQ(Write("/dev/full"), "No space left on device");
+  EXPECT_NE(Write("/dev/full", std::string(1000000, 'x')), kWritten);
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
 TEST_F(OutputFileTest, AppendsToAnOpenFile) {
-  const std::string path = Make("log", "earlier ");
+  const std::string path = folder_.Make("log", "earlier ");
   const std::ofstream held(path, std::ios::app);
   ASSERT_TRUE(held.is_open());
   if (!fs::exists("/proc/self/fd")) GTEST_SKIP() << "open files have no names here";
   for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
     std::error_code error;
     if (fs::read_symlink(entry.path(), error) != path) continue;
-    std::string reason;
-    EXPECT_TRUE(Write(entry.path().string(), "later", reason)) << reason;
+    EXPECT_EQ(Write(entry.path().string(), "later"), kWritten);
     break;
   }
-  EXPECT_EQ(Content(path), "earlier later");
+  EXPECT_EQ(folder_.Content("log"), "earlier later");
 }
 
 }  // namespace
