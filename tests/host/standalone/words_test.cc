@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace lipvane::standalone {
@@ -19,37 +20,37 @@ CommandSyntax TestSyntax(const std::string& objects = "") {
   return syntax;
 }
 
-const char kAccepts[] =
-    "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, "
-    "-exp/-expression STRING (any number of times)";
-
-std::string Check(const std::vector<std::string>& words) {
-  std::vector<std::string> objects;
-  return CheckWords("go", TestSyntax(), words, objects);
-}
+using Words = std::vector<std::string>;
 
 TEST(CheckWordsTest, AcceptsWhatTheSyntaxDeclares) {
-  EXPECT_EQ(Check({}), "");
-  EXPECT_EQ(Check({"-exp", "A", "-import", "-expression", "-import", "-lbp", "", "-np", "-3"}), "");
+  Words objects;
+  EXPECT_EQ(CheckWords("go", TestSyntax(), {}, objects), "");
+  EXPECT_EQ(CheckWords("go", TestSyntax(),
+                       {"-exp", "A", "-import", "-expression", "-import", "-lbp", "", "-np", "-3"},
+                       objects),
+            "");
+  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"a", "-lbp", "x", "-1.5", "b"}, objects), "");
+  EXPECT_EQ(objects, (Words{"a", "-1.5", "b"}));
 }
 
 TEST(CheckWordsTest, NamesWhatIsWrongAndWhatIsAccepted) {
-  EXPECT_EQ(Check({"-imprt"}), std::string("go: unknown flag \"-imprt\"") + kAccepts);
-  EXPECT_EQ(Check({"-i", "jaw"}), std::string("go: unexpected word \"jaw\"") + kAccepts);
-  EXPECT_EQ(Check({"-5"}), std::string("go: unknown flag \"-5\"") + kAccepts);
-  EXPECT_EQ(Check({"-i", "-lbp"}), std::string("go: flag -lbp/-lbpfile has no value") + kAccepts);
-  EXPECT_EQ(Check({"-i", "-import"}),
-            std::string("go: flag -i/-import is given more than once") + kAccepts);
+  std::vector<std::pair<Words, std::string>> cases = {
+      {{"-imprt"}, "unknown flag \"-imprt\""},
+      {{"-i", "jaw"}, "unexpected word \"jaw\""},
+      {{"-5"}, "unknown flag \"-5\""},
+      {{"-i", "-lbp"}, "flag -lbp/-lbpfile has no value"},
+      {{"-i", "-import"}, "flag -i/-import is given more than once"}};
   for (const std::string value : {"three", "3.0", "3x", "", "99999999999", "++3", "+-3"}) {
-    EXPECT_EQ(Check({"-np", value}),
-              "go: the value \"" + value + "\" of flag -np/-numposes is no INTEGER" + kAccepts);
+    cases.push_back(
+        {{"-np", value}, "the value \"" + value + "\" of flag -np/-numposes is no INTEGER"});
   }
-}
-
-TEST(CheckWordsTest, SortsOutOtherWords) {
-  std::vector<std::string> objects;
-  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"a", "-lbp", "x", "-1.5", "b"}, objects), "");
-  EXPECT_EQ(objects, (std::vector<std::string>{"a", "-1.5", "b"}));
+  Words objects;
+  for (const auto& [words, problem] : cases) {
+    EXPECT_EQ(CheckWords("go", TestSyntax(), words, objects),
+              "go: " + problem +
+                  "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, "
+                  "-exp/-expression STRING (any number of times)");
+  }
   EXPECT_NE(CheckWords("go", TestSyntax("names"), {"-x"}, objects).find(", names"),
             std::string::npos);
 }
@@ -76,18 +77,13 @@ TEST(WordArgDatabaseTest, FailsQuietlyWithTheValueLeftAlone) {
   std::string text = "kept";
   int number = 1;
   EXPECT_TRUE(database.IsFlagSet("-lbp"));
-  EXPECT_FALSE(database.GetFlagArgument("-lbp", 0, text).ok());
-  EXPECT_FALSE(database.GetFlagArgument("-i", 0, text).ok());
-  EXPECT_FALSE(database.GetFlagArgument("-exp", 0, text).ok());
-  EXPECT_FALSE(database.GetFlagArgument("-nobody", 0, text).ok());
+  for (const char* flag : {"-lbp", "-i", "-exp", "-nobody"}) {
+    EXPECT_FALSE(database.GetFlagArgument(flag, 0, text).ok()) << flag;
+  }
   EXPECT_FALSE(database.GetFlagArgument("-np", 0, number).ok());
   EXPECT_FALSE(database.IsFlagSet("-nobody"));
   EXPECT_EQ(text, "kept");
   EXPECT_EQ(number, 1);
-
-  const WordArguments none({});
-  EXPECT_EQ(none.Length(), 0U);
-  EXPECT_FALSE(none.AsString(0, text).ok());
 }
 
 }  // namespace
