@@ -11,18 +11,17 @@ namespace {
 
 TEST(ProgressTest, ErasesWhatItDrew) {
   std::ostringstream out;
+  const std::string bar = "Opening [" + std::string(15, '#') + std::string(15, ' ') + "] 50 %";
+  const std::string erased = bar + "\r" + std::string(bar.size(), ' ') + "\r";
   {
     Progress progress(out, true, std::chrono::seconds(0));
     progress.Show("Opening", 1, 2);
-    const std::string bar = out.str();
-    EXPECT_EQ(bar, "Opening [" + std::string(15, '#') + std::string(15, ' ') + "] 50 %");
+    EXPECT_EQ(out.str(), bar);
     progress.Erase();
-    EXPECT_EQ(out.str(), bar + "\r" + std::string(bar.size(), ' ') + "\r");
-    out.str("");
+    EXPECT_EQ(out.str(), erased);
     progress.Erase();
-    EXPECT_EQ(out.str(), "");
   }
-  EXPECT_EQ(out.str(), "");
+  EXPECT_EQ(out.str(), erased) << "there was nothing left to erase";
 }
 
 TEST(ProgressTest, KeepsQuietOffTerminalsAndForShortWork) {

@@ -3,39 +3,36 @@
 namespace lipvane::test {
 namespace {
 
+using Arguments = std::vector<std::string>;
+
 TEST_F(CliTest, HelpAndVersionGoToStandardOutput) {
-  for (const std::vector<std::string>& arguments :
-       {std::vector<std::string>{"--help"}, {"run", "--help"}, {"inspect", "--help"}}) {
+  const std::vector<std::pair<Arguments, std::string>> cases = {{{"--help"}, "Usage:"},
+                                                                {{"run", "--help"}, "--report"},
+                                                                {{"inspect", "--help"}, "--json"},
+                                                                {{"--version"}, "lipvane "}};
+  for (const auto& [arguments, part] : cases) {
     const ProcessResult result = Lipvane(arguments);
     EXPECT_EQ(result.status, 0);
-    EXPECT_TRUE(Has(result.out, "Usage:")) << result.out;
+    EXPECT_TRUE(Has(result.out, part)) << result.out;
     EXPECT_EQ(result.err, "");
   }
-  const ProcessResult version = Lipvane({"--version"});
-  EXPECT_EQ(version.status, 0);
-  EXPECT_EQ(version.out.substr(0, 8), "lipvane ");
-  EXPECT_TRUE(Has(Lipvane({"run", "--help"}).out, "--report"));
-}
-
-TEST_F(CliTest, WithoutArgumentsTheHelpIsAnError) {
-  const ProcessResult result = Lipvane({});
-  EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.out, "");
-  EXPECT_TRUE(Has(result.err, "inspect"));
 }
 
 TEST_F(CliTest, WrongUsageIsStatusTwo) {
-  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"frobnicate"},
-                                                    {"run"},
-                                                    {"run", "a.ma", "-e"},
-                                                    {"run", "a.ma", "b.ma"},
-                                                    {"run", "a.ma", "--frob"},
-                                                    {"inspect"},
-                                                    {"inspect", "a", "b"},
-                                                    {"inspect", "a", "--jsno"}}) {
+  const std::vector<std::pair<Arguments, std::string>> cases = {
+      {{}, "inspect"},  // the help
+      {{"frobnicate"}, "Error: "},
+      {{"run"}, "Error: "},
+      {{"run", "a.ma", "-e"}, "Error: "},
+      {{"run", "a.ma", "b.ma"}, "Error: "},
+      {{"run", "a.ma", "--frob"}, "Error: "},
+      {{"inspect"}, "Error: "},
+      {{"inspect", "a", "b"}, "Error: "},
+      {{"inspect", "a", "--jsno"}, "Error: "}};
+  for (const auto& [arguments, part] : cases) {
     const ProcessResult result = Lipvane(arguments);
-    EXPECT_EQ(result.status, 2) << arguments.back();
-    EXPECT_EQ(result.err.substr(0, 7), "Error: ") << result.err;
+    EXPECT_EQ(result.status, 2) << part;
+    EXPECT_TRUE(Has(result.err, part)) << result.err;
     EXPECT_EQ(result.out, "");
   }
 }

@@ -6,13 +6,13 @@
 namespace lipvane::test {
 
 struct ProcessResult {
-  int status = -1;  ///< the exit status; -1 when the program did not end by itself
+  int status =
+      -1;  ///< the exit status; above 2 when the program did not run or did not end by itself
   std::string out;
   std::string err;
 };
 
-/// Runs a program to its end with an empty standard input. Throws std::system_error when it
-/// cannot be started.
+/// Runs a program to its end with an empty standard input.
 ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& arguments);
 
 }  // namespace lipvane::test
