@@ -99,8 +99,8 @@ TEST_F(MathTest, NormaliseFallsBackToTheIdentity) {
 }
 
 TEST_F(MathTest, AxisAngleTurnsBackwards) {
-  ExpectNear(Quaternion::FromAxisAngle(kPi / 2, 0, 0, 7),
-             {std::cos(kPi / 4), 0, 0, -std::sin(kPi / 4)});
+  ExpectNear(Quaternion::FromAxisAngle(0.7F, 1, -2, 3),
+             Imath::Quatf().setAxisAngle({1, -2, 3}, -0.7F));
   EXPECT_EQ(Quaternion::FromAxisAngle(1, 1.1920929e-7F, 0, 0), Quaternion());
   EXPECT_NE(Quaternion::FromAxisAngle(1, 1.2e-7F, 0, 0), Quaternion());
 }
