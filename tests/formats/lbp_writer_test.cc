@@ -42,6 +42,7 @@ TEST(QuaternionFromMatrix, TurnsLikeTheMatrixInEveryBranch) {
         Rotation(kNearlyHalfTurn, {-1, 0.5, 3}),                             // z
         Rotation(3.141592653589793, {1, 0, 0})}) {                           // no w
     const auto [w, x, y, z] = QuaternionFromMatrix(rotation);
+    EXPECT_GT(std::max({w, x, y, z}), 0.5) << "the largest component is positive";
     const Imath::M44d back = Imath::Quatd(w, x, y, z).toMatrix44();
     for (std::size_t i = 0; i < 16; ++i) {
       EXPECT_NEAR(back.getValue()[i], rotation[i], 1e-14);
