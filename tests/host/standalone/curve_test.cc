@@ -284,16 +284,16 @@ TEST(CurveTest, ValuesThatAreNotFiniteSpoilTheirOwnSegmentsOnly) {
 TEST(CurveTest, SetKeyKeepsOrderAndTangents) {
   Curve curve;
   std::vector<double> times;
-  for (const double time : {5.0, -1.0, 9.0, 5.5, 0.0, 5.0}) {
+  for (const double time : {5.0, -1.0, 9.0, 5.5, 0.0, 5.0})
     curve.SetKey(time, time * 2);
-    curve.keys[0].outType = Tangent::kStep;
-  }
   for (const CurveKey& key : curve.keys) {
     times.push_back(key.time);
     EXPECT_EQ(key.value, key.time * 2);
     EXPECT_EQ(key.inType, Tangent::kAuto);
+    EXPECT_EQ(key.outType, Tangent::kAuto);
   }
   EXPECT_EQ(times, (std::vector<double>{-1, 0, 5, 5.5, 9}));
+  curve.keys[0].outType = Tangent::kStep;
   curve.SetKey(-1, 77);
   ASSERT_EQ(curve.keys.size(), 5u);
   EXPECT_EQ(curve.keys[0].value, 77);
