@@ -15,11 +15,14 @@ struct Unit {
 };
 
 constexpr std::array kTimes{
-    Unit{"game", 15},          Unit{"film", 24},         Unit{"pal", 25},
-    Unit{"ntsc", 30},          Unit{"show", 48},         Unit{"palf", 50},
-    Unit{"ntscf", 60},         Unit{"sec", 1},           Unit{"second", 1},
-    Unit{"min", 1.0 / 60},     Unit{"minute", 1.0 / 60}, Unit{"millisec", 1000},
+    Unit{"game", 15},          Unit{"film", 24},
+    Unit{"pal", 25},           Unit{"ntsc", 30},
+    Unit{"show", 48},          Unit{"palf", 50},
+    Unit{"ntscf", 60},         Unit{"sec", 1},
+    Unit{"second", 1},         Unit{"min", 1.0 / 60},
+    Unit{"minute", 1.0 / 60},  Unit{"millisec", 1000},
     Unit{"millisecond", 1000}, Unit{"hour", 1.0 / 3600},
+    Unit{"29.97df", 29.97},  // drop frame: only its numbering differs
 };
 
 constexpr std::array kLengths{

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "lipvane/host/standalone/scene.h"
@@ -143,7 +144,12 @@ TEST(SceneReading, KnowsUnitsAndTheStartTime) {
   const Scene bare = Scene::Parse("createNode joint -n \"j\";", "test.ma");
   EXPECT_EQ(bare.TimeUnit(), "film");
   EXPECT_EQ(bare.StartTime(), 1);
-  EXPECT_EQ(Scene::Parse("currentUnit -t 29.97fps;", "t").FramesPerSecond(), 29.97);
+  for (const auto& [unit, rate] :
+       {std::pair{"23.976fps", 23.976}, std::pair{"29.97fps", 29.97}, std::pair{"29.97df", 29.97},
+        std::pair{"47.952fps", 47.952}, std::pair{"59.94fps", 59.94}}) {
+    const std::string text = std::string("currentUnit -t ") + unit + ";";
+    EXPECT_EQ(Scene::Parse(text, "t").FramesPerSecond(), rate) << unit;
+  }
   EXPECT_EQ(Scene::Parse("currentUnit -t millisec;", "t").FramesPerSecond(), 1000);
   const Scene odd = Scene::Parse("currentUnit -t nonsense -l 3;", "t.ma");
   EXPECT_EQ(odd.FramesPerSecond(), 24);
