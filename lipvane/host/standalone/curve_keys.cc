@@ -93,8 +93,8 @@ std::optional<std::string_view> KeyTable::Find(KeyAttribute attribute, std::uint
   return found->word;
 }
 
-bool AddKeyStatement(std::string_view statement, KeyTable& table) {
-  TokenReader reader(statement);
+bool AddKeyStatement(std::string_view statement, const CodePage& page, KeyTable& table) {
+  TokenReader reader(statement, page);
   const SetAttr parsed = ReadSetAttr(reader);
   const auto indexed = SplitIndex(SplitPlug(parsed.plug).attribute);
   if (!indexed || !indexed->hasIndex) return false;

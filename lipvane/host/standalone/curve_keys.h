@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "lipvane/host/standalone/code_page.h"
 #include "lipvane/host/standalone/curve.h"
 
 /// The keys of a curve as statements of a scene file give them.
@@ -54,7 +55,7 @@ struct KeyTable {
 
 /// Takes in one setAttr of a key attribute. False, and the table as it was, when the statement is
 /// not understood. Call SortKeys after the last.
-bool AddKeyStatement(std::string_view statement, KeyTable& table);
+bool AddKeyStatement(std::string_view statement, const CodePage& page, KeyTable& table);
 /// Orders the table; of what was said twice the later counts.
 void SortKeys(KeyTable& table);
 

@@ -158,7 +158,7 @@ CurveRecord& Drivers::Load(CurveRecord& record) {
   KeyTable table;
   const std::string_view text = data_.text;
   for (const Span& span : record.keyStatements) {
-    AddKeyStatement(text.substr(span.begin, span.end - span.begin - 1), table);
+    AddKeyStatement(text.substr(span.begin, span.end - span.begin - 1), data_.page, table);
   }
   SortKeys(table);
   record.curve.keys = MakeKeys(table, record.valueFactor, record.tangent);

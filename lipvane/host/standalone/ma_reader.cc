@@ -37,6 +37,7 @@ class Reader {
   Reader(std::string text, const std::string& name) : name_(name), lines_({}) {
     data_.text = std::move(text);
     lines_ = LineCounter(data_.text);
+    data_.page = CodePage::OfScene(data_.text);
   }
 
   SceneData Read(const std::function<void(std::size_t, std::size_t)>& progress) {
@@ -89,7 +90,7 @@ class Reader {
       const auto action = kActions.find(command);
       if (action != kActions.end()) {
         isScene_ = true;
-        TokenReader reader(text);
+        TokenReader reader(text, data_.page);
         (this->*action->second)(reader);
       } else if (std::find(kPassedOver.begin(), kPassedOver.end(), command) != kPassedOver.end()) {
         isScene_ = true;
@@ -153,13 +154,8 @@ class Reader {
     if (const Token* const path = words.Find({"-p", "-parent"})) parent = FindParent(path->text);
 
     const Token* const given = words.Find({"-n", "-name"});
-    std::string name(given != nullptr ? given->text : std::string_view());
-    if (!name.empty() && name[0] == ':') name.erase(0, 1);
+    std::string name = NameFrom(given != nullptr ? given->text : std::string_view());
     if (name.empty()) name = info.name + "1";
-    // What cannot be part of a name, as it would make paths that mean something else.
-    for (char& c : name) {
-      if (c == '|' || c == '.') c = '_';
-    }
     // A shared node is there already, if it is one of every scene.
     if (words.Has({"-s", "-shared"})) {
       current_ = parent == kNoItem ? data_.FirstOfName(name) : data_.ChildOf(parent, name);
@@ -176,6 +172,17 @@ class Reader {
       if (info.curveKind == 'A') curve.valueFactor = data_.radiansPerUnit;
       if (info.curveKind == 'L') curve.valueFactor = data_.centimetresPerUnit;
     }
+  }
+
+  /// A node's name as a statement gives it.
+  std::string NameFrom(std::string_view text) const {
+    if (!text.empty() && text[0] == ':') text.remove_prefix(1);
+    std::string name(text);
+    // What cannot be part of a name, as it would make paths that mean something else.
+    for (std::size_t i = 0; i < name.size(); i += data_.page.Width(name, i)) {
+      if (name[i] == '|' || name[i] == '.') name[i] = '_';
+    }
+    return name;
   }
 
   ItemId FindParent(std::string_view path) {
@@ -286,7 +293,7 @@ class Reader {
     if (FindKeyAttribute(name)) {
       if (reader.Peek().kind == Token::Kind::kEnd) return;  // a size alone
       KeyTable table;
-      if (AddKeyStatement(statement_.text, table)) {
+      if (AddKeyStatement(statement_.text, data_.page, table)) {
         record.keyStatements.push_back({statement_.begin, statement_.end});
       } else {
         Note("keys of \"" + data_.NameOf(item) + "\" are not understood and are passed over");
@@ -430,8 +437,7 @@ class Reader {
     if (words.names.empty() || words.Has({"-uid", "-uuid"})) return;
     const bool isCurrent = words.names.size() == 1;
     const ItemId item = isCurrent ? current_ : Find(words.names.front());
-    std::string_view name = words.names.back();
-    if (!name.empty() && name[0] == ':') name.remove_prefix(1);
+    const std::string name = NameFrom(words.names.back());
     if (item < kMaxNodes && item != kWorldItem && !name.empty()) data_.Rename(item, name);
   }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string>
 
 namespace lipvane::standalone {
 namespace {
@@ -36,31 +35,12 @@ std::size_t SkipComment(std::string_view text, std::size_t begin) {
   return close == kNpos ? kNpos : close + 2;
 }
 
-/// Does the header name a code page in which the second byte of a character may be a backslash?
-bool IsDoubleByte(std::string_view source) {
-  constexpr std::size_t kHeader = 1024;
-  constexpr std::string_view kLabel = "//Codeset: ";
-  const std::string_view header = source.substr(0, kHeader);
-  const std::size_t label = header.find(kLabel);
-  if (label == kNpos) return false;
-  const std::string_view page = header.substr(label + kLabel.size(), 3);
-  return page == "932" || page == "936" || page == "949" || page == "950";
-}
-
 }  // namespace
 
-std::size_t SkipString(std::string_view text, std::size_t begin, bool doubleByte) {
-  for (std::size_t i = begin + 1; i < text.size(); ++i) {
-    const char c = text[i];
-    if (c == '"') return i + 1;
-    if (c == '\n' || c == '\r') return kNpos;
-    if (c == '\\') {
-      ++i;
-    } else if (doubleByte && Code(c) >= 0x81 && i + 1 < text.size() && Code(text[i + 1]) >= 0x40) {
-      // The second byte belongs to the character, unless its backslash was doubled as any other.
-      if (text.substr(i + 1, 2) == "\\\\") ++i;
-      ++i;
-    }
+std::size_t SkipString(std::string_view text, std::size_t begin, const CodePage& page) {
+  for (std::size_t i = begin + 1; i < text.size(); i += page.QuotedWidth(text, i)) {
+    if (text[i] == '"') return i + 1;
+    if (text[i] == '\n' || text[i] == '\r') return kNpos;
   }
   return kNpos;
 }
@@ -79,7 +59,7 @@ std::size_t SkipBlank(std::string_view text, std::size_t begin) {
 }
 
 StatementScanner::StatementScanner(std::string_view source)
-    : source_(source), doubleByte_(IsDoubleByte(source)) {
+    : source_(source), page_(CodePage::OfScene(source)) {
   if (source.substr(0, 3) == "\xEF\xBB\xBF") position_ = 3;
 }
 
@@ -104,7 +84,7 @@ bool StatementScanner::Next(Statement& statement) {
       statement.text = source_.substr(begin, i - begin);
       return true;
     } else if (source_[i] == '"') {
-      const std::size_t behind = SkipString(source_, i, doubleByte_);
+      const std::size_t behind = SkipString(source_, i, page_);
       if (behind == kNpos) throw ScanError(i, "a string is not closed on its line");
       i = behind;
     } else {

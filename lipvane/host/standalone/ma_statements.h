@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "lipvane/host/standalone/code_page.h"
+
 namespace lipvane::standalone {
 
 /// A place where a text stops being a script, and why.
@@ -38,12 +40,11 @@ class StatementScanner {
  private:
   std::string_view source_;
   std::size_t position_ = 0;
-  bool doubleByte_ = false;
+  CodePage page_;
 };
 
 /// The place behind a string that opens at `begin`; npos when it is not closed on its line.
-/// `doubleByte` tells that the text is in a code page whose characters may end in a backslash.
-std::size_t SkipString(std::string_view text, std::size_t begin, bool doubleByte);
+std::size_t SkipString(std::string_view text, std::size_t begin, const CodePage& page);
 
 /// The place behind white space and comments; npos when a comment is not closed.
 std::size_t SkipBlank(std::string_view text, std::size_t begin);

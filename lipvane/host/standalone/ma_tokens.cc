@@ -9,22 +9,18 @@ namespace {
 
 constexpr std::size_t kNpos = std::string_view::npos;
 
-std::string Unescaped(std::string_view text) {
+std::string Unescaped(std::string_view text, const CodePage& page) {
   std::string result;
   result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char c = text[i];
-    if (c == '\\' && i + 1 < text.size()) {
-      c = text[++i];
-      if (c == 'n') {
-        c = '\n';
-      } else if (c == 't') {
-        c = '\t';
-      } else if (c == 'r') {
-        c = '\r';
-      }
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t width = page.QuotedWidth(text, i);
+    if (text[i] != '\\' || i + 1 == text.size()) {
+      result += text.substr(i, std::min<std::size_t>(width, 2));
+    } else {
+      const char c = text[i + 1];
+      result += c == 'n' ? '\n' : c == 't' ? '\t' : c == 'r' ? '\r' : c;
     }
-    result += c;
+    i += width;
   }
   return result;
 }
@@ -70,14 +66,12 @@ Token TokenReader::Peek() {
 
 Token TokenReader::ReadString() {
   const std::size_t begin = position_ + 1;
-  std::size_t end = begin;
-  while (end < statement_.size() && statement_[end] != '"')
-    end += statement_[end] == '\\' ? 2 : 1;
-  end = std::min(end, statement_.size());
-  position_ = std::min(end + 1, statement_.size());
+  const std::size_t behind = SkipString(statement_, position_, page_);
+  const std::size_t end = behind == kNpos ? statement_.size() : behind - 1;
+  position_ = std::min(behind, statement_.size());
   const std::string_view text = statement_.substr(begin, end - begin);
   if (text.find('\\') == kNpos) return {Token::Kind::kString, text};
-  made_.push_back(Unescaped(text));
+  made_.push_back(Unescaped(text, page_));
   return {Token::Kind::kString, made_.back()};
 }
 
@@ -109,9 +103,19 @@ Token TokenReader::ReadParentheses() {
   return {Token::Kind::kString, made_.back()};
 }
 
-std::string Quoted(std::string_view text) {
+std::string Quoted(std::string_view text, const CodePage& page, bool doubleAll) {
   std::string result = "\"";
-  for (const char c : text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (page.Width(text, i) == 2) {
+      result += text.substr(i, 2);
+      ++i;
+      // An escape behind it would make its backslash look doubled.
+      const bool isEscapeNext =
+          i + 1 < text.size() && std::string_view("\n\t\r\"\\").find(text[i + 1]) != kNpos;
+      if (text[i] == '\\' && (doubleAll || isEscapeNext)) result += '\\';
+      continue;
+    }
+    const char c = text[i];
     switch (c) {
       case '\n':
         result += "\\n";

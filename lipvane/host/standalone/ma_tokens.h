@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "lipvane/host/standalone/code_page.h"
+
 namespace lipvane::standalone {
 
 /// One word of a statement.
@@ -25,7 +27,8 @@ struct Token {
 /// The words of one statement, one after the other. Texts live as long as the statement and this.
 class TokenReader {
  public:
-  explicit TokenReader(std::string_view statement) : statement_(statement) {}
+  explicit TokenReader(std::string_view statement, CodePage page = {})
+      : statement_(statement), page_(page) {}
   TokenReader(const TokenReader&) = delete;
   TokenReader& operator=(const TokenReader&) = delete;
 
@@ -38,11 +41,13 @@ class TokenReader {
   Token ReadParentheses();
 
   std::string_view statement_;
+  CodePage page_;
   std::size_t position_ = 0;
   std::list<std::string> made_;  // texts that differ from what stands in the statement
 };
 
-/// A text between double quotes, with what must be escaped.
-std::string Quoted(std::string_view text);
+/// A text between double quotes, with what must be escaped. `doubleAll` doubles also the backslash
+/// that a character of two bytes ends in.
+std::string Quoted(std::string_view text, const CodePage& page = {}, bool doubleAll = false);
 
 }  // namespace lipvane::standalone

@@ -35,13 +35,13 @@ bool MatchesWildcards(std::string_view pattern, std::string_view name) {
 
 }  // namespace
 
-NamePattern::NamePattern(std::string_view pattern) {
+NamePattern::NamePattern(std::string_view pattern, const CodePage& page) {
   if (!pattern.empty() && pattern.front() == '|') {
     wholePath_ = true;
     pattern.remove_prefix(1);
   }
   for (;;) {
-    const std::size_t bar = pattern.find('|');
+    const std::size_t bar = page.Find(pattern, '|');
     std::string_view part = pattern.substr(0, bar);
     if (!part.empty() && part.front() == ':') part.remove_prefix(1);
     parts_.emplace_back(part);

@@ -13,7 +13,8 @@ namespace lipvane::standalone {
 /// neither reaches over a namespace's colon, and a leading colon is the root namespace.
 class NamePattern {
  public:
-  explicit NamePattern(std::string_view pattern);
+  /// `page` is that of the scene, whose names are bytes of its file.
+  explicit NamePattern(std::string_view pattern, const CodePage& page = {});
 
   /// Without wildcards, so that a user means one node.
   bool IsPlain() const;

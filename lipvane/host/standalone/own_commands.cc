@@ -46,7 +46,7 @@ host::Status Select(StandaloneHost& host, const host::ArgDatabase& flags,
 
   std::vector<PathId> paths;
   for (const std::string& name : names) {
-    const NamePattern pattern(name);
+    const NamePattern pattern(name, host.GetScene().Page());
     const std::vector<PathId> found = host.FindPaths(pattern);
     if (found.empty()) return Fail(host, "No object matches name: " + name);
     if (pattern.IsPlain() && !IsOneObject(host.GetScene(), found)) {

@@ -34,9 +34,7 @@ bool Counts(const TransformValues& values, PlugCode code) {
 
 std::string CurveNameOf(const std::string& node, Channel channel) {
   std::string name = node + "_" + ChannelName(channel);
-  for (char& c : name) {
-    if (c == ':' || c == '|') c = '_';
-  }
+  std::replace(name.begin(), name.end(), ':', '_');
   return name;
 }
 
@@ -134,6 +132,10 @@ const std::vector<std::string>& Scene::ReadingNotes() const {
 }
 const std::vector<std::string>& Scene::References() const {
   return impl_->data.references;
+}
+
+const CodePage& Scene::Page() const {
+  return impl_->data.page;
 }
 
 const std::string& Scene::TimeUnit() const {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lipvane/host/host.h"
+#include "lipvane/host/standalone/code_page.h"
 #include "lipvane/host/standalone/curve.h"
 #include "lipvane/host/standalone/transform.h"
 
@@ -70,6 +71,9 @@ class Scene {
   const std::vector<std::string>& ReadingNotes() const;
   /// References to other files, which are not read: the file names as the scene gives them.
   const std::vector<std::string>& References() const;
+
+  /// Of every name: they are the bytes of the file.
+  const CodePage& Page() const;
 
   // Units.
   const std::string& TimeUnit() const;  ///< as in the file: "film" when it says none

@@ -166,7 +166,7 @@ ItemId SceneData::FindItem(std::string_view path, bool* isAmbiguous) const {
   };
   const auto descend = [&](ItemId item, std::string_view rest) {
     while (item != kNoItem && !rest.empty()) {
-      const std::size_t bar = std::min(rest.find('|'), rest.size());
+      const std::size_t bar = std::min(page.Find(rest, '|'), rest.size());
       std::string_view name = rest.substr(0, bar);
       dropRoot(name);
       item = ChildOf(item, name);
@@ -177,7 +177,7 @@ ItemId SceneData::FindItem(std::string_view path, bool* isAmbiguous) const {
   dropRoot(path);
   if (path.empty() || path == "|") return kNoItem;
   if (path[0] == '|') return descend(kWorldItem, path.substr(1));
-  const std::size_t bar = path.find('|');
+  const std::size_t bar = page.Find(path, '|');
   const std::string_view below = bar == kNpos ? std::string_view() : path.substr(bar + 1);
   ItemId found = kNoItem;
   for (ItemId item = FirstOfName(path.substr(0, bar)); item != kNoItem;

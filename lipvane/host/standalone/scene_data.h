@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "lipvane/host/standalone/attributes.h"
+#include "lipvane/host/standalone/code_page.h"
 #include "lipvane/host/standalone/curve.h"
 #include "lipvane/host/standalone/hash_index.h"
 #include "lipvane/host/standalone/limits.h"
@@ -127,6 +128,7 @@ class SceneData {
   CurveRecord* CurveOf(ItemId item);
 
   std::string text;  ///< the file
+  CodePage page;     ///< of the text and of all names
   std::deque<TypeInfo> types;
   std::deque<Item> items;
   std::deque<Edge> edges;

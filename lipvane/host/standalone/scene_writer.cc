@@ -60,11 +60,26 @@ const KeyTable::Key* FindKey(const FileKeys& keys, double time) {
   return (behind - 1)->second;  // of equal times the last counts
 }
 
+/// How the file writes what does not change its meaning.
+struct Style {
+  explicit Style(const SceneData& data)
+      : lineEnd(LineEndOf(data.text)),
+        page(data.page),
+        doublesBackslashes(page.DoublesBackslashes(data.text)) {}
+
+  std::string Quote(std::string_view words) const {
+    return Quoted(words, page, doublesBackslashes);
+  }
+
+  std::string_view lineEnd;
+  CodePage page;
+  bool doublesBackslashes;
+};
+
 class KeyWriter {
  public:
-  KeyWriter(const CurveRecord& record, const KeyTable& table, std::string node,
-            std::string_view lineEnd)
-      : record_(record), table_(table), node_(std::move(node)), lineEnd_(lineEnd) {
+  KeyWriter(const CurveRecord& record, const KeyTable& table, std::string node, const Style& style)
+      : record_(record), table_(table), node_(std::move(node)), style_(style) {
     const FileKeys fileKeys = SortedByTime(table);
     for (const CurveKey& key : record.curve.keys) {
       fileKeys_.push_back(FindKey(fileKeys, key.time));
@@ -145,16 +160,16 @@ class KeyWriter {
 
   void WriteRun(KeyAttribute attribute, std::size_t first, const std::vector<std::string>& words) {
     if (words.empty()) return;
-    if (!out_.empty()) (out_ += lineEnd_) += '\t';
+    if (!out_.empty()) (out_ += style_.lineEnd) += '\t';
     out_ += "setAttr ";
     if (fileKeys_.size() > 1) out_ += "-s " + std::to_string(fileKeys_.size()) + " ";
     std::string range = std::to_string(first);
     if (words.size() > 1) range += ":" + std::to_string(first + words.size() - 1);
-    out_ += Quoted(node_ + "." + ShortNameOf(attribute) + "[" + range + "]") + " ";
+    out_ += style_.Quote(node_ + "." + ShortNameOf(attribute) + "[" + range + "]") + " ";
     std::size_t lineLength = 0;
     for (const std::string& word : words) {
       if (lineLength + word.size() > kLineLength) {
-        (out_ += lineEnd_) += "\t\t";
+        (out_ += style_.lineEnd) += "\t\t";
         lineLength = 0;
       }
       out_ += ' ';
@@ -167,7 +182,7 @@ class KeyWriter {
   const CurveRecord& record_;
   const KeyTable& table_;
   const std::string node_;
-  const std::string_view lineEnd_;
+  const Style& style_;
   std::vector<const KeyTable::Key*> fileKeys_;  // for each key of the curve
   std::string out_;
 };
@@ -192,24 +207,25 @@ Span WithLine(std::string_view text, Span span) {
   return span;
 }
 
-void AddEdits(const SceneData& data, const CurveRecord& record, std::string_view lineEnd,
+void AddEdits(const SceneData& data, const CurveRecord& record, const Style& style,
               std::vector<Edit>& edits) {
   const std::string_view text = data.text;
   KeyTable table;
   for (const Span& span : record.keyStatements) {
-    AddKeyStatement(text.substr(span.begin, span.end - span.begin - 1), table);
+    AddKeyStatement(text.substr(span.begin, span.end - span.begin - 1), data.page, table);
   }
   SortKeys(table);
   if (record.keyStatements.empty()) {
-    std::string keys = std::string(lineEnd) + "\t" + KeyWriter(record, table, "", lineEnd).Write();
+    std::string keys =
+        std::string(style.lineEnd) + "\t" + KeyWriter(record, table, "", style).Write();
     edits.push_back({{record.declarationEnd, record.declarationEnd}, std::move(keys)});
     return;
   }
   // The first statement says how the curve is named there.
   const Span& first = record.keyStatements.front();
-  TokenReader reader(text.substr(first.begin, first.end - first.begin - 1));
+  TokenReader reader(text.substr(first.begin, first.end - first.begin - 1), data.page);
   const std::string node(SplitPlug(ReadSetAttr(reader).plug).node);
-  edits.push_back({first, KeyWriter(record, table, node, lineEnd).Write()});
+  edits.push_back({first, KeyWriter(record, table, node, style).Write()});
   for (std::size_t i = 1; i < record.keyStatements.size(); ++i) {
     edits.push_back({WithLine(text, record.keyStatements[i]), {}});
   }
@@ -234,7 +250,8 @@ std::size_t FindEnd(const SceneData& data) {
 }
 
 std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves,
-                   std::string_view lineEnd) {
+                   const Style& style) {
+  const std::string_view lineEnd = style.lineEnd;
   std::string nodes;
   std::string connections;
   const KeyTable none;
@@ -243,12 +260,12 @@ std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves
     // Without keys the host would evaluate it to zero.
     if (record.curve.keys.empty()) continue;
     const std::string& name = data.items[added.curve].name;
-    nodes += "createNode " + data.TypeOf(added.curve).name + " -n " + Quoted(name) + ";";
+    nodes += "createNode " + data.TypeOf(added.curve).name + " -n " + style.Quote(name) + ";";
     (nodes += lineEnd) += "\tsetAttr \".tan\" 18;";
     (nodes += lineEnd) += "\tsetAttr \".wgt\" no;";
-    (nodes += lineEnd) += "\t" + KeyWriter(record, none, "", lineEnd).Write();
+    (nodes += lineEnd) += "\t" + KeyWriter(record, none, "", style).Write();
     nodes += lineEnd;
-    connections += "connectAttr " + Quoted(name + ".o") + " " + Quoted(added.plug) + ";";
+    connections += "connectAttr " + style.Quote(name + ".o") + " " + style.Quote(added.plug) + ";";
     connections += lineEnd;
   }
   return nodes + connections;
@@ -258,17 +275,17 @@ std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves
 
 void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves, std::ostream& out) {
   const std::string_view text = data.text;
-  const std::string_view lineEnd = LineEndOf(text);
+  const Style style(data);
   std::vector<Edit> edits;
   for (const auto& [item, record] : data.curves) {
     if (record.isNew || record.revision == 0 || record.curve.keys.empty()) continue;
-    AddEdits(data, record, lineEnd, edits);
+    AddEdits(data, record, style, edits);
   }
-  std::string added = TextOf(data, newCurves, lineEnd);
+  std::string added = TextOf(data, newCurves, style);
   if (!added.empty()) {
     const std::size_t end = FindEnd(data);
     const bool isAtLine = end == 0 || text[end - 1] == '\n' || text[end - 1] == '\r';
-    if (!isAtLine) added.insert(0, lineEnd);
+    if (!isAtLine) added.insert(0, style.lineEnd);
     edits.push_back({{end, end}, std::move(added)});
   }
   std::sort(edits.begin(), edits.end(),

@@ -232,7 +232,7 @@ host::Status StandaloneHost::SetCurrentTime(double frame) {
 
 host::Status StandaloneHost::SelectByName(const std::string& name,
                                           host::ListAdjustment adjustment) {
-  const std::vector<PathId> paths = FindPaths(NamePattern(name));
+  const std::vector<PathId> paths = FindPaths(NamePattern(name, scene_.Page()));
   if (paths.empty()) return host::StatusCode::kFailure;
   Select(paths, adjustment);
   return {};

@@ -92,5 +92,24 @@ TEST(TokenReader, ReadsBackWhatIsQuoted) {
   EXPECT_EQ(reader.Next().text, text);
 }
 
+TEST(TokenReader, StepsOverCharactersOfTwoBytes) {
+  const CodePage page = CodePage::OfScene("//Codeset: 932\n");
+  // 0xB1 is a character of one byte, so that what follows is an escape.
+  for (const auto& [quoted, text] :
+       {std::pair{"\"\x83\\\" -p", "\x83\\"}, std::pair{"\"\x83\\\\\" -p", "\x83\\"},
+        std::pair{"\"\xB1\\\"\\n\" -p", "\xB1\"\n"}}) {
+    TokenReader reader(quoted, page);
+    EXPECT_EQ(reader.Next().text, text);
+    EXPECT_EQ(reader.Next().text, "-p");
+  }
+  for (const bool doubleAll : {false, true}) {
+    const std::string text = "\x83\\\\\x83\\\"\x83\\";
+    const std::string quoted = Quoted(text, page, doubleAll);
+    TokenReader reader(quoted, page);
+    EXPECT_EQ(reader.Next().text, text);
+    EXPECT_EQ(reader.Next().kind, Token::Kind::kEnd);
+  }
+}
+
 }  // namespace
 }  // namespace lipvane::standalone

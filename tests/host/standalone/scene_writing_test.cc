@@ -163,6 +163,25 @@ TEST(SceneWriting, NamesCurvesAndNodesUniquely) {
   ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
 }
 
+TEST(SceneWriting, KeepsNamesWholeWhoseCharactersHaveTwoBytes) {
+  // Characters that end in what looks like a backslash and a bar.
+  for (const std::string so : {"\x83\\", "\x83\\\\"}) {
+    Scene scene = Scene::Parse("//Maya ASCII\n//Codeset: 932\ncreateNode joint -n \"head\";\n" +
+                                   ("createNode joint -n \"" + so + "\" -p \"head\";\n") +
+                                   "createNode joint -n \"\x83|\x81[\" -p \"head|" + so +
+                                   "\";\nsetAttr \"|head|" + so + "|\x83|\x81[.tx\" 3;\n",
+                               "test.ma");
+    const std::string path = "|head|\x83\\|\x83|\x81[";
+    EXPECT_EQ(OwnPaths(scene), (std::vector<std::string>{"|head", "|head|\x83\\", path}));
+    EXPECT_EQ(scene.ValuesAt(At(scene, path), 0).translate[0], 3);
+    const NodeId joint = At(scene, "|head|\x83\\");
+    scene.AttachCurve(joint, Channel::kRotateX);
+    scene.SetKey(joint, Channel::kRotateX, 1, 1);
+    EXPECT_NE(Written(scene).find(" \"" + so + ".rx\";"), std::string::npos) << "as in the file";
+    ExpectSameCurves(scene, Scene::Parse(Written(scene), "again.ma"));
+  }
+}
+
 TEST(SceneWriting, ReplacesTheKeysOfACurveInPlace) {
   Scene scene = Scene::Parse(kJaw, "test.ma");
   const NodeId jaw = At(scene, "|NS:jaw");
