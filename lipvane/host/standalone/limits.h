@@ -22,6 +22,9 @@ inline constexpr int kMaxDriverSteps = 256;
 /// Nodes looked at in all to find out which one a name means that many share.
 inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 24;
 
+/// Further edges gone through in all to rename nodes that have several parents.
+inline constexpr std::size_t kMaxEdgesRenamed = std::size_t{1} << 24;
+
 /// Paths of one name compared for its shortest unique form; with more the full path is given.
 inline constexpr std::size_t kMaxRivals = 1000;
 

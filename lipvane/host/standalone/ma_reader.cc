@@ -132,13 +132,15 @@ class Reader {
   }
 
   /// The node that a statement means; notes when the name is not clear.
-  ItemId Find(std::string_view path) {
-    if (path == "time1" || path == ":time1" || path == "|time1") return kTimeItem;
+  ItemId Find(std::string_view path) { return FindPlace(path).item; }
+
+  DagPlace FindPlace(std::string_view path) {
+    if (path == "time1" || path == ":time1" || path == "|time1") return {kTimeItem};
     bool isAmbiguous = false;
-    const ItemId item = data_.FindItem(path, &isAmbiguous);
-    if (!isAmbiguous) return item;
+    const DagPlace place = data_.FindPlace(path, &isAmbiguous);
+    if (!isAmbiguous) return place;
     Note("more than one node is named \"" + std::string(path) + "\"; the statement is passed over");
-    return kNoItem;
+    return {};
   }
 
   void CreateNode(TokenReader& reader) {
@@ -417,16 +419,19 @@ class Reader {
       words.names.pop_back();
     }
     for (const std::string_view name : words.names) {
-      const ItemId item = Find(name);
+      const DagPlace place = FindPlace(name);
+      const ItemId item = place.item;
       if (parent >= kMaxNodes || item >= kMaxNodes) {
         Note("\"" + std::string(name) + "\" or its parent is not in the file; nothing is parented");
         continue;
       }
       data_.MakeDag(parent);
+      data_.MakeDag(item);
       if (words.Has({"-add", "-addObject"})) {
         data_.AddInstance(item, parent);
       } else {
-        data_.Reparent(item, parent);
+        data_.Reparent(place.edge == HashIndex::kNone ? data_.items[item].edge : place.edge,
+                       parent);
       }
     }
   }

@@ -119,73 +119,88 @@ void SceneData::MakeDag(ItemId item) {
 }
 
 void SceneData::Rename(ItemId item, std::string_view name) {
-  if (items[item].name == name) return;
-  const std::uint32_t edge = items[item].edge;
-  const ItemId parent = IsDag(item) ? edges[edge].parent : kNoItem;
-  if (IsDag(item)) edgesByName_.Replace(EdgeHash(parent, items[item].name), edge, HashIndex::kNone);
-  UnlinkName(item);
-  items[item].name = FreeName(parent, name);
-  LinkName(item);
-  if (IsDag(item)) edgesByName_.Insert(EdgeHash(parent, items[item].name), edge);
+  if (items[item].name != name) ForceRename(item, name);
 }
 
-void SceneData::Reparent(ItemId item, ItemId parent) {
-  MakeDag(item);
-  const std::uint32_t edge = items[item].edge;
-  if (edges[edge].parent == parent) return;
-  edgesByName_.Replace(EdgeHash(edges[edge].parent, items[item].name), edge, HashIndex::kNone);
+void SceneData::ForceRename(ItemId item, std::string_view name) {
+  const auto forEachEdge = [&](auto act) {
+    for (std::uint32_t edge = items[item].edge; edge != HashIndex::kNone;
+         edge = edges[edge].nextOfChild) {
+      CountRenamed(edge);
+      act(edge, EdgeHash(edges[edge].parent, items[item].name));
+    }
+  };
+  forEachEdge([&](std::uint32_t edge, std::size_t hash) {
+    edgesByName_.Replace(hash, edge, HashIndex::kNone);
+  });
   UnlinkName(item);
-  items[item].name = FreeName(parent, items[item].name);
+  items[item].name = FreeNameFor(item, name);
   LinkName(item);
+  forEachEdge([&](std::uint32_t edge, std::size_t hash) { edgesByName_.Insert(hash, edge); });
+}
+
+bool SceneData::Reparent(std::uint32_t edge, ItemId parent) {
+  const ItemId item = edges[edge].child;
+  if (ChildOf(parent, items[item].name) == item) return false;
+  edgesByName_.Replace(EdgeHash(edges[edge].parent, items[item].name), edge, HashIndex::kNone);
   edges[edge].parent = parent;
   edges[edge].order = nextOrder_++;
-  edgesByName_.Insert(EdgeHash(parent, items[item].name), edge);
+  PlaceEdge(edge);
+  return true;
 }
 
 void SceneData::AddInstance(ItemId item, ItemId parent) {
   MakeDag(item);
   if (ChildOf(parent, items[item].name) == item) return;
-  AddEdge(parent, item, nextOrder_++);
+  const std::uint32_t first = items[item].edge;
+  const auto edge = static_cast<std::uint32_t>(edges.size());
+  edges.push_back({parent, item, nextOrder_++, edges[first].nextOfChild});
+  edges[first].nextOfChild = edge;
+  PlaceEdge(edge);
 }
 
 ItemId SceneData::ChildOf(ItemId parent, std::string_view name) const {
-  const std::uint32_t edge =
-      edgesByName_.Find(EdgeHash(parent, name), [&](std::uint32_t candidate) {
-        return edges[candidate].parent == parent && items[edges[candidate].child].name == name;
-      });
+  const std::uint32_t edge = EdgeTo(parent, name);
   return edge == HashIndex::kNone ? kNoItem : edges[edge].child;
+}
+
+std::uint32_t SceneData::EdgeTo(ItemId parent, std::string_view name) const {
+  return edgesByName_.Find(EdgeHash(parent, name), [&](std::uint32_t candidate) {
+    return edges[candidate].parent == parent && items[edges[candidate].child].name == name;
+  });
 }
 
 ItemId SceneData::FirstOfName(std::string_view name) const {
   return itemsByName_.Find(Hash(name), [&](ItemId item) { return items[item].name == name; });
 }
 
-ItemId SceneData::FindItem(std::string_view path, bool* isAmbiguous) const {
+DagPlace SceneData::FindPlace(std::string_view path, bool* isAmbiguous) const {
   const auto dropRoot = [](std::string_view& name) {  // a leading ':' is the root namespace
     if (!name.empty() && name[0] == ':') name.remove_prefix(1);
   };
-  const auto descend = [&](ItemId item, std::string_view rest) {
-    while (item != kNoItem && !rest.empty()) {
+  const auto descend = [&](DagPlace place, std::string_view rest) {
+    while (place.item != kNoItem && !rest.empty()) {
       const std::size_t bar = std::min(page.Find(rest, '|'), rest.size());
       std::string_view name = rest.substr(0, bar);
       dropRoot(name);
-      item = ChildOf(item, name);
+      place.edge = EdgeTo(place.item, name);
+      place.item = place.edge == HashIndex::kNone ? kNoItem : edges[place.edge].child;
       rest.remove_prefix(std::min(bar + 1, rest.size()));
     }
-    return item;
+    return place;
   };
   dropRoot(path);
-  if (path.empty() || path == "|") return kNoItem;
-  if (path[0] == '|') return descend(kWorldItem, path.substr(1));
+  if (path.empty() || path == "|") return {};
+  if (path[0] == '|') return descend({kWorldItem, items[kWorldItem].edge}, path.substr(1));
   const std::size_t bar = page.Find(path, '|');
   const std::string_view below = bar == kNpos ? std::string_view() : path.substr(bar + 1);
-  ItemId found = kNoItem;
+  DagPlace found;
   for (ItemId item = FirstOfName(path.substr(0, bar)); item != kNoItem;
        item = items[item].nextOfName) {
     if (++nameSearch_ > kMaxNameSearch) throw std::length_error("too many nodes share their names");
-    const ItemId match = descend(item, below);
-    if (match == kNoItem || match == found) continue;
-    if (found != kNoItem) {
+    const DagPlace match = descend({item, items[item].edge}, below);
+    if (match.item == kNoItem || match.item == found.item) continue;
+    if (found.item != kNoItem) {
       if (isAmbiguous != nullptr) *isAmbiguous = true;
       break;
     }
@@ -251,6 +266,27 @@ std::string SceneData::FreeName(ItemId parent, std::string_view name) {
   return candidate;
 }
 
+std::string SceneData::FreeNameFor(ItemId item, std::string_view name) {
+  if (!IsDag(item)) return FreeName(kNoItem, name);
+  std::string free(name);
+  std::uint32_t edge = items[item].edge;
+  // Until no parent has asked for another since it was last asked.
+  for (std::uint32_t agreed = HashIndex::kNone; edge != agreed;) {
+    CountRenamed(edge);
+    std::string candidate = FreeName(edges[edge].parent, free);
+    if (candidate != free || agreed == HashIndex::kNone) agreed = edge;
+    free = std::move(candidate);
+    edge = edges[edge].nextOfChild;
+    if (edge == HashIndex::kNone) edge = items[item].edge;
+  }
+  return free;
+}
+
+void SceneData::CountRenamed(std::uint32_t edge) {
+  if (edge == items[edges[edge].child].edge) return;
+  if (++edgesRenamed_ > kMaxEdgesRenamed) throw std::length_error("too many instances move");
+}
+
 void SceneData::LinkName(ItemId item) {
   const std::string& name = items[item].name;
   const ItemId first = FirstOfName(name);
@@ -280,6 +316,16 @@ std::uint32_t SceneData::AddEdge(ItemId parent, ItemId child, std::uint32_t orde
   edges.push_back({parent, child, order});
   edgesByName_.Insert(EdgeHash(parent, items[child].name), edge);
   return edge;
+}
+
+void SceneData::PlaceEdge(std::uint32_t edge) {
+  const ItemId child = edges[edge].child;
+  const std::string name = items[child].name;
+  if (ChildOf(edges[edge].parent, name) != kNoItem) {
+    ForceRename(child, name);
+  } else {
+    edgesByName_.Insert(EdgeHash(edges[edge].parent, name), edge);
+  }
 }
 
 std::size_t SceneData::EdgeHash(ItemId parent, std::string_view name) {

@@ -36,7 +36,7 @@ struct TypeInfo {
 struct Item {
   std::string name;
   std::uint32_t type = 0;
-  std::uint32_t edge = HashIndex::kNone;  ///< to its parent; none outside the DAG
+  std::uint32_t edge = HashIndex::kNone;  ///< to its first parent; none outside the DAG
   std::uint32_t order = 0;
   ItemId nextOfName = kNoItem;
   ItemId previousOfName = kNoItem;
@@ -49,7 +49,14 @@ struct Item {
 struct Edge {
   ItemId parent;
   ItemId child;
-  std::uint32_t order;  ///< among the children of the parent
+  std::uint32_t order;                           ///< among the children of the parent
+  std::uint32_t nextOfChild = HashIndex::kNone;  ///< to another parent of the same child
+};
+
+/// A node, and the edge by which a path comes to it; none outside the DAG.
+struct DagPlace {
+  ItemId item = kNoItem;
+  std::uint32_t edge = HashIndex::kNone;
 };
 
 struct StoredValue {
@@ -107,12 +114,16 @@ class SceneData {
   /// Puts a node that was outside the DAG under the world, where its creation puts it.
   void MakeDag(ItemId item);
   void Rename(ItemId item, std::string_view name);
-  void Reparent(ItemId item, ItemId parent);
+  /// Gives the edge's child another parent there; false when it is a child of that already.
+  bool Reparent(std::uint32_t edge, ItemId parent);
   void AddInstance(ItemId item, ItemId parent);
   ItemId ChildOf(ItemId parent, std::string_view name) const;
   /// A node by its name, or partial or full path; kNoItem when there is none. Of several, the one
   /// made last, and `isAmbiguous` is set.
-  ItemId FindItem(std::string_view path, bool* isAmbiguous = nullptr) const;
+  DagPlace FindPlace(std::string_view path, bool* isAmbiguous = nullptr) const;
+  ItemId FindItem(std::string_view path, bool* isAmbiguous = nullptr) const {
+    return FindPlace(path, isAmbiguous).item;
+  }
   /// The first node of the short name; others follow by `nextOfName`.
   ItemId FirstOfName(std::string_view name) const;
 
@@ -150,7 +161,14 @@ class SceneData {
   std::string FreeName(ItemId parent, std::string_view name);
   void LinkName(ItemId item);
   void UnlinkName(ItemId item);
+  /// The name, or the next one that is free under all parents of the node.
+  std::string FreeNameFor(ItemId item, std::string_view name);
+  void ForceRename(ItemId item, std::string_view name);
+  void CountRenamed(std::uint32_t edge);
+  std::uint32_t EdgeTo(ItemId parent, std::string_view name) const;
   std::uint32_t AddEdge(ItemId parent, ItemId child, std::uint32_t order);
+  /// Makes the edge known by its child's name, which changes when it is taken there.
+  void PlaceEdge(std::uint32_t edge);
   static std::size_t EdgeHash(ItemId parent, std::string_view name);
 
   std::unordered_map<std::string, std::uint32_t> typeByName_;
@@ -161,6 +179,7 @@ class SceneData {
   std::unordered_map<std::string, ItemId> missingByName_;
   std::uint32_t nextOrder_ = 0;
   mutable std::size_t nameSearch_ = 0;  // steps taken, for the limit
+  std::size_t edgesRenamed_ = 0;        // likewise
 };
 
 }  // namespace lipvane::standalone

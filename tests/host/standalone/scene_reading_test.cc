@@ -98,6 +98,21 @@ TEST(SceneReading, MovesAndInstancesNodes) {
   EXPECT_EQ(scene.ShortestName(scene.FirstPath(At(scene, "|a|x|m"))), "a|x|m");
 }
 
+TEST(SceneReading, RenamesAndMovesEachPathOfAnInstance) {
+  const Scene scene = Read(
+      "createNode transform -n \"a\";\ncreateNode joint -n \"x\" -p \"a\";\n"
+      "createNode transform -n \"b\";\ncreateNode joint -n \"z\" -p \"b\";\n"
+      "parent -s -nc -r -add \"|a|x\" \"b\";\nrename \"|a|x\" \"y\";\n"
+      "setAttr \"|b|y.tx\" 3;\ncreateNode joint -n \"c\" -p \"|b|y\";\n"
+      "rename \"|a|y\" \"z\";\nparent -w -r \"|b|z1\";\n"
+      "createNode transform -n \"d\";\ncreateNode joint -n \"z1\" -p \"d\";\n"
+      "parent -r -add \"|a|z1\" \"d\";\nparent -r \"|a|z2\" \"d\";\n");
+  EXPECT_TRUE(scene.ReadingNotes().empty());
+  EXPECT_EQ(OwnPaths(scene), (Paths{"|a", "|a|z2", "|a|z2|c", "|b", "|b|z", "|z2", "|z2|c", "|d",
+                                    "|d|z1", "|d|z2", "|d|z2|c"}));
+  EXPECT_EQ(scene.ValuesAt(At(scene, "|a|z2"), 0).translate[0], 3);
+}
+
 TEST(SceneReading, RefusesRingsAndInstancesWithoutEnd) {
   EXPECT_EQ(RefusalOf(kHeader + std::string("createNode joint -n \"a\";createNode joint -n \"b\" "
                                             "-p \"a\";parent \"a\" \"b\";")),
