@@ -412,6 +412,8 @@ class Reader {
       Note("\"parent -removeObject\" is not understood and is passed over");
       return;
     }
+    // Shapes have no values of their own to keep a place by.
+    const bool isRelative = words.Has({"-r", "-relative", "-s", "-shape"});
     ItemId parent = kWorldItem;
     if (!words.Has({"-w", "-world"})) {
       if (words.names.size() < 2) return;
@@ -430,8 +432,13 @@ class Reader {
       if (words.Has({"-add", "-addObject"})) {
         data_.AddInstance(item, parent);
       } else {
-        data_.Reparent(place.edge == HashIndex::kNone ? data_.items[item].edge : place.edge,
-                       parent);
+        const std::uint32_t edge = data_.items[item].edge;
+        const bool isMoved =
+            data_.Reparent(place.edge == HashIndex::kNone ? edge : place.edge, parent);
+        if (isMoved && !isRelative) {
+          Note("\"" + std::string(name) +
+               "\" keeps its local values under its new parent, not its place in the world");
+        }
       }
     }
   }

@@ -113,6 +113,15 @@ TEST(SceneReading, RenamesAndMovesEachPathOfAnInstance) {
   EXPECT_EQ(scene.ValuesAt(At(scene, "|a|z2"), 0).translate[0], 3);
 }
 
+TEST(SceneReading, NotesThatAMovedNodeKeepsItsLocalValues) {
+  const Scene scene = Read(
+      "createNode joint -n \"a\";\ncreateNode joint -n \"b\";\ncreateNode joint -n \"c\";\n"
+      "parent \"b\" \"a\";\nparent -r \"c\" \"a\";\nparent \"b\" \"a\";\nparent -w \"c\";\n");
+  const std::string end =
+      " keeps its local values under its new parent, not its place in the world";
+  EXPECT_EQ(scene.ReadingNotes(), (Paths{"test.ma:7: \"b\"" + end, "test.ma:10: \"c\"" + end}));
+}
+
 TEST(SceneReading, RefusesRingsAndInstancesWithoutEnd) {
   EXPECT_EQ(RefusalOf(kHeader + std::string("createNode joint -n \"a\";createNode joint -n \"b\" "
                                             "-p \"a\";parent \"a\" \"b\";")),
