@@ -69,7 +69,10 @@ NodeKind KindOf(const SceneData& data, const Children& children, ItemId item) {
   if (item == kWorldItem) return NodeKind::kWorld;
   const TypeInfo& type = data.TypeOf(item);
   if (type.isJoint) return NodeKind::kJoint;
-  return type.isTransform || children.Count(item) > 0 ? NodeKind::kTransform : NodeKind::kShape;
+  // A type that a plug-in brought tells by what it has.
+  const bool isTransform = type.isTransform || children.Count(item) > 0 ||
+                           (data.items[item].hasChannels && !type.isShape);
+  return isTransform ? NodeKind::kTransform : NodeKind::kShape;
 }
 
 }  // namespace

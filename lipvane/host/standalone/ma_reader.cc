@@ -256,6 +256,11 @@ class Reader {
       read.push_back({first.item, code, *value});
     }
     data_.values.insert(data_.values.end(), read.begin(), read.end());
+    MarkChannels(first);
+  }
+
+  void MarkChannels(Plug plug) {
+    if (plug.code < kChannelCount) data_.items[plug.item].hasChannels = true;
   }
 
   std::optional<double> ValueFrom(std::string_view word, PlugCode code) const {
@@ -363,7 +368,11 @@ class Reader {
         ends.sourceCount = from->count;
       }
     }
-    if (ends.sourceCount != range->count) ends.source.code = plug::kUnknown;
+    // One number into what we know as three: the attribute is another of that name.
+    const bool fits = ends.sourceCount == range->count;
+    if (fits || ends.source.code == plug::kUnknown) MarkChannels(ends.destination);
+    if (fits) MarkChannels(ends.source);
+    if (!fits) ends.source.code = plug::kUnknown;
     ends.count = range->count;
     return ends;
   }

@@ -1,56 +1,25 @@
 #include "lipvane/host/standalone/scene_data.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <functional>
 #include <stdexcept>
 #include <tuple>
 #include <utility>
 
+#include "lipvane/host/standalone/dag_types.h"
+
 namespace lipvane::standalone {
 namespace {
 
 constexpr std::size_t kNpos = std::string_view::npos;
-
-/// Types that are transforms wherever they stand; others are when something is parented to them.
-constexpr std::array<std::string_view, 17> kTransformTypes{
-    "transform",
-    "joint",
-    "ikHandle",
-    "ikEffector",
-    "lookAt",
-    "place3dTexture",
-    "dagContainer",
-    "fosterParent",
-    "assembly",
-    "assemblyReference",
-    "hikFKJoint",
-    "lodGroup",
-    "hikGroundPlane",
-    "pointEmitter",
-    "fluidEmitter",
-    "unknownTransform",
-    "stereoRigTransform",
-};
-
-bool EndsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-bool IsTransformType(std::string_view name) {
-  // Constraints of the simulation are shapes, those of the rig are transforms.
-  if (name == "dynamicConstraint" || name == "hairConstraint" || name == "heightField")
-    return false;
-  return EndsWith(name, "Constraint") || EndsWith(name, "Field") ||
-         std::find(kTransformTypes.begin(), kTransformTypes.end(), name) != kTransformTypes.end();
-}
 
 TypeInfo MakeType(std::string_view name) {
   TypeInfo info;
   info.name = name;
   info.isJoint = name == "joint" || name == "hikFKJoint";
   info.isTransform = IsTransformType(name);
+  info.isShape = IsShapeType(name);
   constexpr std::string_view kCurve = "animCurve";
   if (name.size() == kCurve.size() + 2 && name.substr(0, kCurve.size()) == kCurve) {
     info.nodeClass = NodeClass::kCurve;

@@ -28,6 +28,7 @@ struct TypeInfo {
   std::string name;
   NodeClass nodeClass = NodeClass::kOther;
   bool isTransform = false;  ///< known to be in the DAG also without a parent
+  bool isShape = false;
   bool isJoint = false;
   char curveKind = 0;  ///< 'L', 'A', 'T' or 'U', by what comes out of the curve
   bool isTimeCurve = false;
@@ -43,6 +44,7 @@ struct Item {
   std::uint32_t node = 0xFFFFFFFF;  ///< its number among the DAG's nodes, once the DAG is complete
   std::uint16_t locks = 0;          ///< a bit for each channel, then for translate, rotate, scale
   bool isInFile = true;
+  bool hasChannels = false;  ///< translate, rotate or scale are set or connected
 };
 
 /// A child under a parent; an instance has several.

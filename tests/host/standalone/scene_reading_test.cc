@@ -43,6 +43,24 @@ TEST(SceneReading, TellsKindsOfNodesApart) {
   EXPECT_EQ(scene.Type(At(scene, "|j|s")), "mesh");
 }
 
+TEST(SceneReading, TellsTransformsOfOtherTypes) {
+  const Scene scene = Read(
+      "createNode nucleus -n \"top\";\ncreateNode transform -n \"g\";\n"
+      "createNode hikIKEffector -n \"h\" -p \"g\";\nsetAttr \".tx\" 2;\n"
+      "createNode plugIn -n \"set\" -p \"g\";\nsetAttr \".s\" -type \"double3\" 1 2 3;\n"
+      "createNode plugIn -n \"driven\" -p \"g\";\nconnectAttr \"h.ry\" \"driven.ry\";\n"
+      "createNode plugIn -n \"bound\" -p \"g\";\nconnectAttr \"h.out\" \"bound.t\";\n"
+      "createNode plugIn -n \"neither\" -p \"g\";\nsetAttr \".s\" 2;\nsetAttr \".ro\" 1;\n"
+      "createNode mesh -n \"shape\" -p \"g\";\nsetAttr \".tx\" 2;\n");
+  std::string transforms;
+  for (const char* path :
+       {"|top1", "|g|h", "|g|set", "|g|driven", "|g|bound", "|g|neither", "|g|shape"}) {
+    transforms += scene.Kind(At(scene, path)) == NodeKind::kTransform ? '1' : '0';
+  }
+  EXPECT_EQ(transforms, "1111100");
+  EXPECT_EQ(scene.ValuesAt(At(scene, "|g|h"), 0).translate[0], 2);
+}
+
 TEST(SceneReading, FindsNodesByShortPartialAndFullPathsAndNamespaces) {
   const Scene scene = Read(
       "createNode transform -name \"a\";\ncreateNode transform -n \"b\";\n"
