@@ -39,6 +39,12 @@ bool HasChannels(NodeKind kind) {
   return kind == NodeKind::kTransform || kind == NodeKind::kJoint;
 }
 
+bool IsFinite(const host::Matrix& matrix) {
+  return std::all_of(matrix.begin(), matrix.end(), [](const auto& row) {
+    return std::all_of(row.begin(), row.end(), [](double value) { return std::isfinite(value); });
+  });
+}
+
 class SceneIterator : public host::DagIterator {
  public:
   explicit SceneIterator(std::size_t pathCount) : pathCount_(pathCount) {}
@@ -191,6 +197,10 @@ host::Status StandaloneHost::LocalMatrix(const host::Node& transform, host::Matr
                              });
   }
   matrix = standalone::LocalMatrix(values);
+  if (!IsFinite(matrix)) {
+    WarnOnce(scene_.FullPath(scene_.FirstPath(*id)) +
+             " has a local matrix that is not finite: so is what is made from it");
+  }
   return {};
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/host/standalone/units.h"
 #include "tests/host/standalone/scene_text.h"
 
@@ -71,6 +72,33 @@ TEST(SceneValues, DividesByTheScaleOfTheParentThatIsConnected) {
       "connectAttr \"s.o\" \"a.sx\";\nconnectAttr \"a.s\" \"b.is\";\n");
   EXPECT_EQ(Values(scene, "|a|b", 10).inverseScale, (Vector{3, 3, 4}));
   EXPECT_EQ(Values(scene, "|a|c", 10).inverseScale, (Vector{1, 1, 1}));
+}
+
+TEST(SceneValues, WarnOnceACommandWhenTheyAreNotFinite) {
+  Scene scene = Read(
+      "createNode joint -n \"a\";\ncreateNode joint -n \"b\" -p \"a\";\nsetAttr \".ty\" nan;\n"
+      "createNode joint -n \"c\" -p \"a\";\nsetAttr \".sx\" inf;\n");
+  Names warnings;
+  StandaloneHost host(scene, [&](const Message& message) { warnings.push_back(message.text); });
+  const auto ask = [&] {
+    host::Status status;
+    for (const auto walk = host.NewDagIterator(status); !walk->IsDone(); walk->Next()) {
+      host::DagPath path;
+      host::Node node;
+      host::Matrix matrix;
+      walk->GetPath(path);
+      host.AttachDagNode(path, node);
+      host.LocalMatrix(node, matrix);
+    }
+  };
+  ask();
+  ask();
+  ask();
+  const std::string end = " has a local matrix that is not finite: so is what is made from it";
+  EXPECT_EQ(warnings, (Names{"|a|b" + end, "|a|c" + end}));
+  host.BeginCommand();
+  ask();
+  EXPECT_EQ(warnings.size(), 4u);
 }
 
 TEST(SceneValues, LocksComponentsAndCompounds) {
