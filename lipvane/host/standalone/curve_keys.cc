@@ -30,6 +30,9 @@ constexpr std::array<Names, kKeyAttributeCount> kNames{{
     {"keyTickDrawSpecial", "ktds"},
 }};
 
+/// Half of a key that no statement gives.
+constexpr std::string_view kUnset = "0";
+
 bool IsReal(std::string_view word) {
   return text::WholeReal(word).has_value();
 }
@@ -51,22 +54,71 @@ bool IsUnderstood(KeyAttribute attribute, std::string_view word) {
   return attribute >= KeyAttribute::kTangentLock ? BooleanOf(word).has_value() : IsReal(word);
 }
 
+/// What counts of two statements about one row.
+KeyTable::Entry Merge(const KeyTable::Entry& /*earlier*/, const KeyTable::Entry& later) {
+  return later;
+}
+KeyTable::Key Merge(const KeyTable::Key& earlier, const KeyTable::Key& later) {
+  return {later.index, later.time.empty() ? earlier.time : later.time,
+          later.value.empty() ? earlier.value : later.value};
+}
+
 template <class T>
-void KeepLastOfEach(std::vector<T>& rows) {
+void MergeEach(std::vector<T>& rows) {
   const auto isLess = [](const T& a, const T& b) { return a.index < b.index; };
   if (!std::is_sorted(rows.begin(), rows.end(), isLess)) {
     std::stable_sort(rows.begin(), rows.end(), isLess);
   }
   std::size_t kept = 0;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (i + 1 < rows.size() && rows[i + 1].index == rows[i].index) continue;
-    rows[kept++] = rows[i];
+  for (const T& row : rows) {
+    const bool isSame = kept > 0 && rows[kept - 1].index == row.index;
+    if (!isSame) ++kept;
+    rows[kept - 1] = isSame ? Merge(rows[kept - 1], row) : row;
   }
   rows.resize(kept, T{});
 }
 
 double RealOf(std::string_view word) {
   return text::WholeReal(word).value_or(0.0);
+}
+
+/// The attribute of a key statement taken apart: "ktv[2:5]" or "ktv[2].kv".
+struct KeyPlug {
+  KeyAttribute attribute;
+  std::uint32_t first;
+  bool hasTime;   ///< of kTimeValue: which halves of a key the words give
+  bool hasValue;  ///< likewise
+};
+
+std::optional<KeyPlug> ReadKeyPlug(std::string_view plug) {
+  const std::size_t dot = std::min(plug.find('.'), plug.size());
+  const std::string_view part = plug.substr(dot);
+  const auto indexed = SplitIndex(plug.substr(0, dot));
+  if (!indexed || !indexed->hasIndex) return std::nullopt;
+  const auto attribute = FindKeyAttribute(indexed->name);
+  if (!attribute) return std::nullopt;
+  KeyPlug result{*attribute, indexed->first, part.empty(), part.empty()};
+  if (part.empty()) return result;
+  result.hasTime = part == ".kt" || part == ".keyTime";
+  result.hasValue = part == ".kv" || part == ".keyValue";
+  const bool isHalf = result.hasTime || result.hasValue;
+  return isHalf && *attribute == KeyAttribute::kTimeValue ? std::optional(result) : std::nullopt;
+}
+
+bool AddKeys(const KeyPlug& plug, const std::vector<std::string_view>& words, KeyTable& table) {
+  const std::size_t step = plug.hasTime && plug.hasValue ? 2 : 1;
+  if (words.size() % step != 0) return false;
+  std::vector<KeyTable::Key> keys;
+  keys.reserve(words.size() / step);
+  std::uint32_t index = plug.first;
+  for (std::size_t i = 0; i < words.size(); i += step) {
+    const std::string_view time = plug.hasTime ? words[i] : std::string_view();
+    const std::string_view value = plug.hasValue ? words[i + step - 1] : std::string_view();
+    if ((plug.hasTime && !IsFinite(time)) || (plug.hasValue && !IsReal(value))) return false;
+    keys.push_back({index++, time, value});
+  }
+  table.keys.insert(table.keys.end(), keys.begin(), keys.end());
+  return true;
 }
 
 }  // namespace
@@ -96,37 +148,29 @@ std::optional<std::string_view> KeyTable::Find(KeyAttribute attribute, std::uint
 bool AddKeyStatement(std::string_view statement, const CodePage& page, KeyTable& table) {
   TokenReader reader(statement, page);
   const SetAttr parsed = ReadSetAttr(reader);
-  const auto indexed = SplitIndex(SplitPlug(parsed.plug).attribute);
-  if (!indexed || !indexed->hasIndex) return false;
-  const auto attribute = FindKeyAttribute(indexed->name);
-  if (!attribute) return false;
+  const auto plug = ReadKeyPlug(SplitPlug(parsed.plug).attribute);
+  if (!plug) return false;
   const std::vector<std::string_view> words = ReadValues(reader).words;
-  if (words.size() > kMaxIndex - indexed->first || !IsWithin(statement, words)) return false;
-
-  std::uint32_t index = indexed->first;
-  if (*attribute == KeyAttribute::kTimeValue) {
-    if (words.size() % 2 != 0) return false;
-    for (std::size_t i = 0; i < words.size(); i += 2) {
-      if (!IsFinite(words[i]) || !IsReal(words[i + 1])) return false;
-    }
-    for (std::size_t i = 0; i < words.size(); i += 2) {
-      table.keys.push_back({index++, words[i], words[i + 1]});
-    }
-    return true;
-  }
+  if (words.size() > kMaxIndex - plug->first || !IsWithin(statement, words)) return false;
+  if (plug->attribute == KeyAttribute::kTimeValue) return AddKeys(*plug, words, table);
   for (const std::string_view word : words) {
-    if (!IsUnderstood(*attribute, word)) return false;
+    if (!IsUnderstood(plug->attribute, word)) return false;
   }
-  auto& rows = table.entries[static_cast<std::size_t>(*attribute)];
+  auto& rows = table.entries[static_cast<std::size_t>(plug->attribute)];
+  std::uint32_t index = plug->first;
   for (const std::string_view word : words)
     rows.push_back({index++, word});
   return true;
 }
 
 void SortKeys(KeyTable& table) {
-  KeepLastOfEach(table.keys);
+  MergeEach(table.keys);
+  for (KeyTable::Key& key : table.keys) {
+    if (key.time.empty()) key.time = kUnset;
+    if (key.value.empty()) key.value = kUnset;
+  }
   for (auto& rows : table.entries)
-    KeepLastOfEach(rows);
+    MergeEach(rows);
 }
 
 std::vector<CurveKey> MakeKeys(const KeyTable& table, double factor, Tangent tangent) {

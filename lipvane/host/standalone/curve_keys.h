@@ -53,10 +53,11 @@ struct KeyTable {
   std::optional<std::string_view> Find(KeyAttribute attribute, std::uint32_t index) const;
 };
 
-/// Takes in one setAttr of a key attribute. False, and the table as it was, when the statement is
-/// not understood. Call SortKeys after the last.
+/// Takes in one setAttr of a key attribute or of half a key (".ktv[2].kv"). False, and the table as
+/// it was, when the statement is not understood. Call SortKeys after the last.
 bool AddKeyStatement(std::string_view statement, const CodePage& page, KeyTable& table);
-/// Orders the table; of what was said twice the later counts.
+/// Orders the table; of what was said twice the later counts, and half a key that was not said is
+/// "0".
 void SortKeys(KeyTable& table);
 
 /// The table's keys, strictly ascending in time. `factor` leads from the file's unit to ours.

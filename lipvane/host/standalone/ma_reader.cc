@@ -298,11 +298,14 @@ class Reader {
     CurveRecord& record = data_.curves[item];
     const std::string_view name = attribute.substr(0, attribute.find('['));
     if (FindKeyAttribute(name)) {
-      if (reader.Peek().kind == Token::Kind::kEnd) return;  // a size alone
+      const Token next = reader.Peek();
+      if (next.kind == Token::Kind::kEnd) return;  // a size alone
+      if (next.IsFlag() && ReadValues(reader).words.empty()) return;
       KeyTable table;
       if (AddKeyStatement(statement_.text, data_.page, table)) {
         record.keyStatements.push_back({statement_.begin, statement_.end});
       } else {
+        record.hasUnreadKeys = true;
         Note("keys of \"" + data_.NameOf(item) + "\" are not understood and are passed over");
       }
       return;

@@ -246,10 +246,19 @@ const Curve* Scene::CurveOf(NodeId node, Channel channel) const {
   return impl_->Convert(impl_->PlugOf(node, channel), record, source.factor);
 }
 
+Refusal Scene::RefusalOf(NodeId node, Channel channel) const {
+  if (!impl_->HasChannels(node)) return Refusal::kNoChannel;
+  if (IsLocked(node, channel)) return Refusal::kLocked;
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  if (source.driver == Driver::kOther) return Refusal::kOther;
+  const bool isUnread =
+      source.driver == Driver::kCurve && impl_->data.curves[source.item].hasUnreadKeys;
+  return isUnread ? Refusal::kUnreadKeys : Refusal::kNone;
+}
+
 bool Scene::AttachCurve(NodeId node, Channel channel) {
-  if (!impl_->HasChannels(node) || IsLocked(node, channel)) return false;
-  const Driver driver = DriverOf(node, channel);
-  if (driver != Driver::kNone) return driver == Driver::kCurve;
+  if (RefusalOf(node, channel) != Refusal::kNone) return false;
+  if (DriverOf(node, channel) == Driver::kCurve) return true;
 
   SceneData& data = impl_->data;
   const Plug plug = impl_->PlugOf(node, channel);
@@ -279,6 +288,9 @@ void Scene::SetKey(NodeId node, Channel channel, double frame, double value) {
     throw std::logic_error(Name(node) + "." + ChannelName(channel) + " has no curve");
   }
   CurveRecord& record = impl_->drivers.Load(impl_->data.curves[source.item]);
+  if (record.hasUnreadKeys) {
+    throw std::logic_error(Name(node) + "." + ChannelName(channel) + " takes no keys");
+  }
   record.curve.SetKey(frame, value / source.factor);
   ++record.revision;
 }

@@ -53,6 +53,15 @@ enum class Driver {
   kOther,  ///< something that is not evaluated here
 };
 
+/// Why a channel can be given no keys.
+enum class Refusal {
+  kNone,
+  kNoChannel,  ///< the node is no transform
+  kLocked,
+  kOther,       ///< something that is not a curve over time drives it
+  kUnreadKeys,  ///< its curve has keys that are not understood
+};
+
 /// A Maya ASCII scene in memory: what concerns DAG nodes, transform channels, curves, time and
 /// units is understood; everything else is kept as the bytes it was read as.
 class Scene {
@@ -114,8 +123,9 @@ class Scene {
   /// The curve that drives the channel, or null. Its values are the channel's, also when the file
   /// has a conversion between. Good until a key is set.
   const Curve* CurveOf(NodeId node, Channel channel) const;
-  /// The curve that drives the channel, made when nothing drives it yet; false when the
-  /// channel is locked or something else drives it.
+  Refusal RefusalOf(NodeId node, Channel channel) const;
+  /// The curve that drives the channel, made when nothing drives it yet; false when keys are
+  /// refused.
   bool AttachCurve(NodeId node, Channel channel);
   /// Adds or replaces a key (centimetres, radians). Needs an attached curve, else throws
   /// std::logic_error, and a finite time (std::invalid_argument).

@@ -97,7 +97,8 @@ struct CurveRecord {
   Tangent tangent = Tangent::kFixed;
   bool isLoaded = false;  ///< are the keys in `curve`? They are read when first asked for.
   bool isNew = false;
-  unsigned revision = 0;  ///< counts changes of the keys
+  bool hasUnreadKeys = false;  ///< do statements that are not understood give it keys, too?
+  unsigned revision = 0;       ///< counts changes of the keys
 };
 
 class SceneData {

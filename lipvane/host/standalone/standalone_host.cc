@@ -294,11 +294,20 @@ void StandaloneHost::WarnNotEvaluated(NodeId node, const std::string& attribute,
 bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
   if (scene_.AttachCurve(node, channel)) return true;
   const std::string path = AttributePath(node, ChannelName(channel));
-  if (scene_.IsLocked(node, channel)) {
-    WarnOnce(path + " is locked: it gets no curve and no keys");
-  } else {
-    WarnOnce(path + " is driven by " + scene_.DriverName(node, channel) +
-             " (not a curve over time): it gets no curve and no keys");
+  const std::string driver = " is driven by " + scene_.DriverName(node, channel);
+  switch (scene_.RefusalOf(node, channel)) {
+    case Refusal::kLocked:
+      WarnOnce(path + " is locked: it gets no curve and no keys");
+      break;
+    case Refusal::kOther:
+      WarnOnce(path + driver + " (not a curve over time): it gets no curve and no keys");
+      break;
+    case Refusal::kUnreadKeys:
+      WarnOnce(path + driver + ", a curve with keys that are not understood: it gets no keys");
+      break;
+    case Refusal::kNoChannel:
+    case Refusal::kNone:
+      break;
   }
   return false;
 }

@@ -120,6 +120,7 @@ TEST(SceneCurves, ReadsKeysInAnyShape) {
       "\tsetAttr \".keyTimeValue[3]\"  -2 45;\n\tsetAttr -s 4 \".ktv[2]\" 1.5 360;\n"
       "\tsetAttr -s 4 \".kit[1:3]\"  1 1 18;\n\tsetAttr -s 4 \".kot[2]\"  5;\n"
       "\tsetAttr -s 4 \".kix[2:3]\"  0.5 1;\n\tsetAttr -s 4 \".kiy[2]\"  -0.25;\n"
+      "\tsetAttr -l on \".ktv\";\n\tsetAttr \".kit[0]\" -l on;\n"
       "\tsetAttr \".pre\" 3;\n\tsetAttr \".postInfinity\" 4;\n"
       "connectAttr \"c.output\" \"j.rotateY\";\n");
   const lipvane::standalone::Curve* const curve = scene.CurveOf(At(scene, "|j"), Channel::kRotateY);
@@ -137,17 +138,23 @@ TEST(SceneCurves, ReadsKeysInAnyShape) {
   EXPECT_TRUE(curve->weighted);
   EXPECT_EQ(curve->before, Infinity::kCycle);
   EXPECT_EQ(curve->after, Infinity::kCycleOffset);
+  EXPECT_TRUE(scene.ReadingNotes().empty());
 }
 
 TEST(SceneCurves, PassesOverKeysThatAreNotUnderstood) {
-  for (const char* keys : {"\".ktv[0:1]\" 1 2 3", "\".ktv\" 1 2", "\".ktv[0]\" nan 2",
-                           "\".ktv[0]\" 1 two", "\".ktv[4294967296]\" 1 2", "\".ktv[0].kv\" 1 2",
-                           "\".kit[0]\" x", "\".ktv[1:0]\" 1 2", "\".ktv[0]\" \"\\t1\" 2"}) {
-    const Scene scene =
-        Read("createNode animCurveTA -n \"c\";\nsetAttr " + std::string(keys) + ";\n");
+  for (const char* keys :
+       {"\".ktv[0:1]\" 1 2 3", "\".ktv\" 1 2", "\".ktv[0]\" nan 2", "\".ktv[0]\" 1 two",
+        "\".ktv[4294967296]\" 1 2", "\".ktv[0].kx\" 1", "\".kit[0]\" x", "\".ktv[1:0]\" 1 2",
+        "\".ktv[0]\" \"\\t1\" 2", "\".ktv[0].kt\" nan", "\".kit[0].kv\" 1"}) {
+    Scene scene = Read("createNode animCurveTA -n \"c\";\nsetAttr " + std::string(keys) +
+                       ";\ncreateNode joint -n \"j\";\nconnectAttr \"c.o\" \"j.rx\";\n");
     ASSERT_EQ(scene.ReadingNotes().size(), 1u) << keys;
     EXPECT_EQ(scene.ReadingNotes()[0],
               "test.ma:5: keys of \"c\" are not understood and are passed over");
+    // Rewriting the others would shift what those mean.
+    EXPECT_EQ(scene.RefusalOf(At(scene, "|j"), Channel::kRotateX), Refusal::kUnreadKeys) << keys;
+    EXPECT_FALSE(scene.AttachCurve(At(scene, "|j"), Channel::kRotateX)) << keys;
+    EXPECT_THROW(scene.SetKey(At(scene, "|j"), Channel::kRotateX, 1, 1), std::logic_error) << keys;
   }
 }
 

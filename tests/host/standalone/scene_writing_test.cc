@@ -95,6 +95,24 @@ TEST(SceneWriting, KeepsOnlyTheLaterOfTwoKeysAtOneTime) {
   EXPECT_NE(Written(scene).find("\".ktv[0:2]\"  1 2 3 nan 5 4;"), std::string::npos);
 }
 
+TEST(SceneWriting, UnderstandsHalvesOfKeysAndRewritesThem) {
+  const std::string start =
+      "createNode joint -n \"j\";\ncreateNode animCurveTL -n \"c\";\n"
+      "\tsetAttr -s 3 \".ktv[0:2]\" 1 2 5 6 9 7;\n";
+  const std::string end = "connectAttr \"c.o\" \"j.tx\";\n";
+  Scene scene = Read(start +
+                     "\tsetAttr \".ktv[1].kv\" 8;\n\tsetAttr \"c.keyTimeValue[2].keyTime\" 10;\n"
+                     "\tsetAttr \".ktv[3].kt\" -1;\n" +
+                     end);
+  EXPECT_TRUE(scene.ReadingNotes().empty());
+  const NodeId joint = At(scene, "|j");
+  scene.SetKey(joint, Channel::kTranslateX, 3, 4);
+  const std::string written = Written(scene);
+  EXPECT_NE(written.find("\".ktv[0:4]\"  -1 0 1 2 3 4 5 8 10 7;\n"), std::string::npos) << written;
+  EXPECT_EQ(written.find("\".ktv[1].kv\""), std::string::npos);
+  ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
+}
+
 TEST(SceneWriting, UsesTheUnitsOfTheFile) {
   Scene scene = Scene::Parse(
       "currentUnit -l m -a rad -t 30fps;\ncreateNode joint -n \"j\";\ncreateNode animCurveTL -n "
