@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <string>
+#include <utility>
 
 #include "lipvane/host/standalone/attributes.h"
 #include "lipvane/host/standalone/limits.h"
@@ -212,6 +214,18 @@ Tangent TangentOf(double number) {
     if (number == static_cast<double>(tangent)) return tangent;
   }
   return Tangent::kSpline;  // old files have smooth tangents of other numbers
+}
+
+std::string InFileUnit(double value, double factor) {
+  const double plain = value / factor;
+  std::string best;
+  for (const double candidate :
+       {plain, std::nextafter(plain, -HUGE_VAL), std::nextafter(plain, HUGE_VAL)}) {
+    if (candidate * factor != value) continue;
+    std::string word = text::ExactReal(candidate);
+    if (best.empty() || word.size() < best.size()) best = std::move(word);
+  }
+  return best.empty() ? text::ExactReal(plain) : best;
 }
 
 }  // namespace lipvane::standalone

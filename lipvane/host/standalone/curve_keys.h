@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -62,6 +63,10 @@ void SortKeys(KeyTable& table);
 
 /// The table's keys, strictly ascending in time. `factor` leads from the file's unit to ours.
 std::vector<CurveKey> MakeKeys(const KeyTable& table, double factor, Tangent tangent);
+
+/// The shortest number of the file's unit that reads back as exactly the value, when there is one,
+/// else the nearest. `factor` leads from the file's unit to ours.
+std::string InFileUnit(double value, double factor);
 
 /// The tangent type of a number in the file.
 Tangent TangentOf(double number);

@@ -8,19 +8,28 @@
 namespace lipvane::standalone {
 namespace {
 
-/// Takes a flag's value off the reader. `reader` stands behind the flag.
+bool IsType(std::string_view flag) {
+  return flag == "-type" || flag == "-typ";
+}
+
+/// Takes a flag's value off the reader, which stands behind the flag; kEnd when it has none.
+Token ReadFlagValue(std::string_view flag, TokenReader& reader) {
+  if (flag == "-av" || flag == "-alteredValue" || flag == "-c" || flag == "-clamp") return {};
+  if (IsType(flag)) return reader.Next();
+  // The others take a number or a boolean; a script may leave it out before the attribute.
+  const Token value = reader.Peek();
+  if (value.kind != Token::Kind::kWord || value.IsFlag()) return {};
+  return reader.Next();
+}
+
 void ReadFlag(std::string_view flag, TokenReader& reader, std::optional<bool>& lock,
               std::string_view& type) {
-  if (flag == "-av" || flag == "-alteredValue" || flag == "-c" || flag == "-clamp") return;
-  const Token value = reader.Peek();
-  if (flag == "-type" || flag == "-typ") {
-    type = reader.Next().text;
-    return;
+  const Token value = ReadFlagValue(flag, reader);
+  if (IsType(flag)) {
+    type = value.text;
+  } else if (value.kind != Token::Kind::kEnd && (flag == "-l" || flag == "-lock")) {
+    lock = BooleanOf(value.text);
   }
-  // The others take a number or a boolean; a script may leave it out before the attribute.
-  if (value.kind != Token::Kind::kWord || value.IsFlag()) return;
-  reader.Next();
-  if (flag == "-l" || flag == "-lock") lock = BooleanOf(value.text);
 }
 
 }  // namespace
@@ -51,6 +60,23 @@ SetAttrValues ReadValues(TokenReader& reader) {
     } else {
       result.words.push_back(token.text);
     }
+  }
+  return result;
+}
+
+std::string FlagsWithoutSize(std::string_view statement, const CodePage& page) {
+  std::string result;
+  TokenReader reader(statement, page);
+  for (Token token = reader.Next(); token.kind != Token::Kind::kEnd; token = reader.Next()) {
+    if (!token.IsFlag()) continue;
+    const Token value = ReadFlagValue(token.text, reader);
+    if (token.text == "-s" || token.text == "-size") continue;
+    if (!result.empty()) result += ' ';
+    result += token.text;
+    if (value.kind == Token::Kind::kEnd) continue;
+    result += ' ';
+    result +=
+        value.kind == Token::Kind::kString ? Quoted(value.text, page) : std::string(value.text);
   }
   return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,9 @@ struct SetAttrValues {
   std::string_view type;
 };
 SetAttrValues ReadValues(TokenReader& reader);
+
+/// The flags of a setAttr and their values as they are to be written, but for the size.
+std::string FlagsWithoutSize(std::string_view statement, const CodePage& page);
 
 /// yes, no, on, off, true, false or a number.
 std::optional<bool> BooleanOf(std::string_view word);

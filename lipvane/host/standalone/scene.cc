@@ -8,12 +8,14 @@
 #include <unordered_map>
 #include <utility>
 
+#include "lipvane/host/standalone/curve_keys.h"
 #include "lipvane/host/standalone/drivers.h"
 #include "lipvane/host/standalone/hierarchy.h"
 #include "lipvane/host/standalone/ma_reader.h"
 #include "lipvane/host/standalone/scene_data.h"
 #include "lipvane/host/standalone/scene_writer.h"
 #include "lipvane/text/file.h"
+#include "lipvane/text/numbers.h"
 
 namespace lipvane::standalone {
 namespace {
@@ -36,6 +38,19 @@ std::string CurveNameOf(const std::string& node, Channel channel) {
   std::string name = node + "_" + ChannelName(channel);
   std::replace(name.begin(), name.end(), ':', '_');
   return name;
+}
+
+/// Has the curve the key, but for a difference that the file cannot show? `factor` leads from its
+/// values to the channel's.
+bool IsKeyed(const CurveRecord& record, double frame, double value, double factor) {
+  const std::vector<CurveKey>& keys = record.curve.keys;
+  const auto key =
+      std::lower_bound(keys.begin(), keys.end(), frame,
+                       [](const CurveKey& one, double wanted) { return one.time < wanted; });
+  if (key == keys.end() || key->time != frame) return false;
+  if (key->value * factor == value || key->value == value / factor) return true;
+  const auto shown = text::WholeReal(InFileUnit(value / factor, record.valueFactor));
+  return shown && *shown * record.valueFactor == key->value;
 }
 
 const char* ShortNameOf(Channel channel) {
@@ -291,6 +306,7 @@ void Scene::SetKey(NodeId node, Channel channel, double frame, double value) {
   if (record.hasUnreadKeys) {
     throw std::logic_error(Name(node) + "." + ChannelName(channel) + " takes no keys");
   }
+  if (IsKeyed(record, frame, value, source.factor)) return;
   record.curve.SetKey(frame, value / source.factor);
   ++record.revision;
 }

@@ -113,6 +113,57 @@ TEST(SceneWriting, UnderstandsHalvesOfKeysAndRewritesThem) {
   ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
 }
 
+TEST(SceneWriting, TouchesOnlyWhatChanged) {
+  const std::string text =
+      std::string(kHeader) +
+      "createNode joint -n \"j\";\ncreateNode animCurveTA -n \"c\";\n\tsetAttr \".tan\" 18;\n"
+      "\tsetAttr -l on -s 3 \".ktv[0:1]\"  1 0.1 // first\n   5 7; setAttr \".ktv[2]\" 9 45;  // "
+      "x\n"
+      "\tsetAttr -s 3 -k off \".kit[0:2]\"\n  1 1 1; setAttr \".kix[1]\" 0.5;\n"
+      "connectAttr \"c.o\" \"j.rx\";\n";
+  Scene scene = Scene::Parse(text, "test.ma");
+  const NodeId joint = At(scene, "|j");
+  const std::vector<CurveKey> keys = scene.CurveOf(joint, Channel::kRotateX)->keys;
+  for (const CurveKey& key : keys)
+    scene.SetKey(joint, Channel::kRotateX, key.time, key.value);
+  EXPECT_EQ(Written(scene), text) << "nothing changed";
+  scene.SetKey(joint, Channel::kRotateX, 5, 90 * kRadiansPerDegree);
+  EXPECT_EQ(Difference(text, Written(scene)), "90") << "no key came";
+  scene.SetKey(joint, Channel::kRotateX, 5, keys[1].value);
+  EXPECT_EQ(Written(scene), text) << "changed and changed back";
+  scene.SetKey(joint, Channel::kRotateX, 12, 0);
+  EXPECT_EQ(Difference(text, Written(scene)),
+            "4 \".ktv[0:1]\"  1 0.1 5 7;\n\tsetAttr -s 4 \".ktv[2:3]\"  9 45 12 0")
+      << "no index moved";
+  scene.SetKey(joint, Channel::kRotateX, 3, 0);
+  const std::string written = Written(scene);
+  EXPECT_EQ(Difference(text, written),
+            "5 \".ktv[0:2]\"  1 0.1 3 0 5 7;\n\tsetAttr -s 5 \".ktv[3:4]\"  9 45 12 0;  // x\n"
+            "\tsetAttr -k off -s 5 \".kit[0]\"  1;\n\tsetAttr -k off -s 5 \".kit[2:3]\"  1 1; "
+            "setAttr -s 5 \".kix[2]\" ");
+  Scene again = Scene::Parse(written, "again.ma");
+  ExpectSameCurves(scene, again);
+  for (const CurveKey& key : scene.CurveOf(joint, Channel::kRotateX)->keys)
+    again.SetKey(joint, Channel::kRotateX, key.time, key.value);
+  EXPECT_EQ(Written(again), written);
+}
+
+TEST(SceneWriting, TakesAKeyForSetThatTheFileCannotShowOtherwise) {
+  // Through a factor not every value has a number of the file that reads back as exactly it.
+  Scene scene = Scene::Parse(kJaw, "test.ma");
+  const NodeId jaw = At(scene, "|NS:jaw");
+  std::vector<double> values;
+  for (int i = 0; i < 200; ++i) {
+    values.push_back(1 / (i + 3.7));
+    scene.SetKey(jaw, Channel::kRotateX, 20 + i, values.back());
+  }
+  const std::string written = Written(scene);
+  Scene again = Scene::Parse(written, "again.ma");
+  for (int i = 0; i < 200; ++i)
+    again.SetKey(jaw, Channel::kRotateX, 20 + i, values[static_cast<std::size_t>(i)]);
+  EXPECT_EQ(Written(again), written);
+}
+
 TEST(SceneWriting, UsesTheUnitsOfTheFile) {
   Scene scene = Scene::Parse(
       "currentUnit -l m -a rad -t 30fps;\ncreateNode joint -n \"j\";\ncreateNode animCurveTL -n "
