@@ -42,7 +42,8 @@ Drivers::Source Drivers::Find(Plug plug) const {
     if (IsTimeCurve(source.item) && source.code == plug::kOutput) {
       if (!isConverted) result.factor *= ImplicitFactor(type.curveKind, plug);
       // Nothing could be keyed through a factor that loses the value.
-      if (std::isfinite(result.factor) && result.factor != 0.0) result.driver = Driver::kCurve;
+      result.isLost = !std::isfinite(result.factor) || result.factor == 0.0;
+      if (!result.isLost) result.driver = Driver::kCurve;
       return result;
     }
     if (type.nodeClass == NodeClass::kCharacter && source.code >= plug::kLinearElement &&

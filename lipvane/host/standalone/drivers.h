@@ -22,6 +22,7 @@ class Drivers {
     Driver driver = Driver::kNone;
     ItemId item = kNoItem;
     double factor = 1.0;
+    bool isLost = false;  ///< is it kOther only because the factor leaves nothing of a curve?
   };
   Source Find(Plug plug) const;
 

@@ -265,6 +265,7 @@ Refusal Scene::RefusalOf(NodeId node, Channel channel) const {
   if (!impl_->HasChannels(node)) return Refusal::kNoChannel;
   if (IsLocked(node, channel)) return Refusal::kLocked;
   const Drivers::Source source = impl_->SourceOf(node, channel);
+  if (source.isLost) return Refusal::kLostValues;
   if (source.driver == Driver::kOther) return Refusal::kOther;
   const bool isUnread =
       source.driver == Driver::kCurve && impl_->data.curves[source.item].hasUnreadKeys;

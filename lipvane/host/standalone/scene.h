@@ -59,6 +59,7 @@ enum class Refusal {
   kNoChannel,  ///< the node is no transform
   kLocked,
   kOther,       ///< something that is not a curve over time drives it
+  kLostValues,  ///< a curve drives it through a conversion that leaves nothing of the values
   kUnreadKeys,  ///< its curve has keys that are not understood
 };
 

@@ -302,6 +302,9 @@ bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
     case Refusal::kOther:
       WarnOnce(path + driver + " (not a curve over time): it gets no curve and no keys");
       break;
+    case Refusal::kLostValues:
+      WarnOnce(path + driver + " through a conversion that loses its values: it gets no keys");
+      break;
     case Refusal::kUnreadKeys:
       WarnOnce(path + driver + ", a curve with keys that are not understood: it gets no keys");
       break;

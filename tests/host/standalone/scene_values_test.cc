@@ -29,6 +29,27 @@ std::string Curve(const std::string& type, const std::string& name, const std::s
          first + " 10 " + second + ";\n";
 }
 
+/// What the host says when every channel of the node is given a curve.
+Names WarningsOfCurves(Scene& scene, const std::string& path) {
+  Names warnings;
+  StandaloneHost host(scene, [&](const Message& message) { warnings.push_back(message.text); });
+  host::Status status;
+  const auto iterator = host.NewDagIterator(status);
+  host::DagPath at;
+  for (PathId id = 0; !iterator->IsDone(); iterator->Next(), ++id) {
+    host::Node node;
+    if (scene.FullPath(id) != path || !iterator->GetPath(at).ok() ||
+        !host.AttachDagNode(at, node).ok()) {
+      continue;
+    }
+    for (std::size_t i = 0; i < kChannelCount; ++i) {
+      const char* const channel = ChannelName(static_cast<Channel>(i));
+      host.NewAnimCurve()->Create(node, host.FindAttribute(node, channel));
+    }
+  }
+  return warnings;
+}
+
 TEST(SceneValues, ReadsAllThatMakesALocalMatrix) {
   const Scene scene = Read(
       "createNode joint -n \"j\";\n"
@@ -197,6 +218,24 @@ TEST(SceneDrivers, KeysThroughAConversion) {
   EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateX)->keys[1].value, 3);
   EXPECT_EQ(Values(scene, "|j", 10).rotate[0], 3);
   EXPECT_NE(Written(scene).find("0 0 10 6;"), std::string::npos);
+}
+
+TEST(SceneDrivers, SaysWhyAChannelGetsNoKeys) {
+  Scene scene =
+      Read("createNode joint -n \"j\";\nsetAttr -l on \".ty\";\n" +
+           Curve("animCurveTL", "c", "0", "2") + Curve("animCurveTL", "odd", "0", "2") +
+           "setAttr \".ktv[2].x\" 3;\ncreateNode unitConversion -n \"u\";\nsetAttr \".cf\" 0;\n"
+           "connectAttr \"c.o\" \"u.i\";\nconnectAttr \"u.o\" \"j.tx\";\n"
+           "connectAttr \"gone.o\" \"j.tz\";\nconnectAttr \"odd.o\" \"j.sx\";\n");
+  EXPECT_EQ(
+      WarningsOfCurves(scene, "|j"),
+      (Names{"|j.translateX is driven by c through a conversion that loses its values: it gets "
+             "no keys",
+             "|j.translateY is locked: it gets no curve and no keys",
+             "|j.translateZ is driven by gone (not a curve over time): it gets no curve and no "
+             "keys",
+             "|j.scaleX is driven by odd, a curve with keys that are not understood: it gets no "
+             "keys"}));
 }
 
 TEST(SceneDrivers, SaysWhatItCannotEvaluate) {
