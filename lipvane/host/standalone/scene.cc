@@ -99,10 +99,44 @@ struct Scene::Impl {
     return &converted.curve;
   }
 
+  bool IsChannel(Plug plug) const {
+    return plug.code < kChannelCount && data.IsDag(plug.item) &&
+           HasChannels(data.items[plug.item].node);
+  }
+
+  /// By node path, then channel order.
+  std::vector<DrivenChannel> Sorted(const std::vector<DrivenChannel>& channels) const {
+    std::vector<std::tuple<std::string, Channel, const DrivenChannel*>> rows;
+    for (const DrivenChannel& channel : channels) {
+      const PathId path = hierarchy.nodes[channel.node].firstPath;
+      rows.emplace_back(FullPathOf(data, hierarchy, path), channel.channel, &channel);
+    }
+    std::sort(rows.begin(), rows.end());
+    std::vector<DrivenChannel> result;
+    result.reserve(rows.size());
+    for (const auto& row : rows)
+      result.push_back(*std::get<2>(row));
+    return result;
+  }
+
+  /// The channels that each curve drives. A curve that is attached later drives one alone, and need
+  /// not be among them.
+  const std::unordered_multimap<ItemId, Plug>& ChannelsByCurve() {
+    if (channelsByCurve.empty()) {
+      for (const auto& [destination, source] : data.connections) {
+        if (!IsChannel(destination)) continue;
+        const Drivers::Source found = drivers.Find(destination);
+        if (found.driver == Driver::kCurve) channelsByCurve.emplace(found.item, destination);
+      }
+    }
+    return channelsByCurve;
+  }
+
   SceneData data;
   Hierarchy hierarchy;
   Drivers drivers;
   std::unordered_map<Plug, Converted, PlugHash> conversions;
+  std::unordered_multimap<ItemId, Plug> channelsByCurve;  // made when first needed
   std::vector<NewCurve> newCurves;
 };
 
@@ -313,27 +347,29 @@ void Scene::SetKey(NodeId node, Channel channel, double frame, double value) {
 }
 
 std::vector<Scene::DrivenChannel> Scene::DrivenChannels() const {
-  struct Row {
-    std::string path;
-    DrivenChannel channel;
-  };
-  std::vector<Row> rows;
+  std::vector<DrivenChannel> channels;
   for (const auto& [destination, source] : impl_->data.connections) {
-    if (destination.code >= kChannelCount || !impl_->data.IsDag(destination.item)) continue;
+    if (!impl_->IsChannel(destination)) continue;
     const NodeId node = impl_->data.items[destination.item].node;
     const auto channel = static_cast<Channel>(destination.code);
     if (const Curve* const curve = CurveOf(node, channel)) {
-      rows.push_back({FullPath(FirstPath(node)), {node, channel, curve}});
+      channels.push_back({node, channel, curve});
     }
   }
-  std::sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
-    return std::tie(a.path, a.channel.channel) < std::tie(b.path, b.channel.channel);
-  });
-  std::vector<DrivenChannel> result;
-  result.reserve(rows.size());
-  for (const Row& row : rows)
-    result.push_back(row.channel);
-  return result;
+  return impl_->Sorted(channels);
+}
+
+std::vector<Scene::DrivenChannel> Scene::SharersOf(NodeId node, Channel channel) const {
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  if (source.driver != Driver::kCurve) return {};
+  const auto [first, last] = impl_->ChannelsByCurve().equal_range(source.item);
+  std::vector<DrivenChannel> channels;
+  for (auto at = first; at != last; ++at) {
+    if (at->second == impl_->PlugOf(node, channel)) continue;
+    const NodeId other = impl_->data.items[at->second.item].node;
+    channels.push_back({other, static_cast<Channel>(at->second.code), nullptr});
+  }
+  return impl_->Sorted(channels);
 }
 
 void Scene::Write(std::ostream& out) const {

@@ -139,6 +139,8 @@ class Scene {
     const Curve* curve;
   };
   std::vector<DrivenChannel> DrivenChannels() const;
+  /// The other channels that the curve of a channel drives, in the same order, without their curve.
+  std::vector<DrivenChannel> SharersOf(NodeId node, Channel channel) const;
 
   /// The scene as a file: the bytes that were read, with the curves that were changed or added
   /// since.

@@ -291,8 +291,25 @@ void StandaloneHost::WarnNotEvaluated(NodeId node, const std::string& attribute,
            ", which is not evaluated: its value in the file is used");
 }
 
+void StandaloneHost::WarnShared(NodeId node, Channel channel) {
+  const auto sharers = scene_.SharersOf(node, channel);
+  if (sharers.empty()) return;
+  // Said of one of the channels it is said of all.
+  const std::string curve = scene_.DriverName(node, channel);
+  if (!sharedCurves_.insert(curve).second) return;
+  const Scene::DrivenChannel& other = sharers.front();
+  const std::size_t more = sharers.size() - 1;
+  DisplayWarning(AttributePath(node, ChannelName(channel)) + " shares its curve " + curve +
+                 " with " + AttributePath(other.node, ChannelName(other.channel)) +
+                 (more > 0 ? " and " + std::to_string(more) + " more" : "") +
+                 ": keys set on one show on " + (more > 0 ? "all" : "both"));
+}
+
 bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
-  if (scene_.AttachCurve(node, channel)) return true;
+  if (scene_.AttachCurve(node, channel)) {
+    WarnShared(node, channel);
+    return true;
+  }
   const std::string path = AttributePath(node, ChannelName(channel));
   const std::string driver = " is driven by " + scene_.DriverName(node, channel);
   switch (scene_.RefusalOf(node, channel)) {

@@ -23,7 +23,10 @@ class StandaloneHost : public host::Host {
   StandaloneHost(Scene& scene, MessageSink sink);
 
   /// Lets the warnings that come once a command come again.
-  void BeginCommand() { warned_.clear(); }
+  void BeginCommand() {
+    warned_.clear();
+    sharedCurves_.clear();
+  }
 
   const Scene& GetScene() const { return scene_; }
   double CurrentTime() const { return currentTime_; }
@@ -70,6 +73,7 @@ class StandaloneHost : public host::Host {
   class SceneCurve;
 
   void WarnOnce(const std::string& text);
+  void WarnShared(NodeId node, Channel channel);
   void WarnNotEvaluated(NodeId node, const std::string& attribute, const std::string& driver);
   /// Puts the curve on the channel, or warns why there is none.
   bool AttachCurve(NodeId node, Channel channel);
@@ -81,6 +85,7 @@ class StandaloneHost : public host::Host {
   std::vector<PathId> selection_;
   std::set<PathId> selected_;  // the same paths
   std::set<std::string> warned_;
+  std::set<std::string> sharedCurves_;                                     // warned of
   std::unordered_map<std::string_view, std::vector<PathId>> pathsByName_;  // made when first needed
 };
 

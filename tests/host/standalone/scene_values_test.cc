@@ -238,6 +238,27 @@ TEST(SceneDrivers, SaysWhyAChannelGetsNoKeys) {
              "keys"}));
 }
 
+TEST(SceneDrivers, SaysWhichChannelsShareACurve) {
+  Scene scene =
+      Read("createNode joint -n \"j\";\ncreateNode joint -n \"k\";\n" +
+           Curve("animCurveTL", "two", "0", "2") + Curve("animCurveTA", "three", "0", "2") +
+           "createNode character -n \"s\";\nconnectAttr \"three.o\" \"s.av[1]\";\n"
+           "connectAttr \"s.av[1]\" \"j.rx\";\nconnectAttr \"three.o\" \"j.rz\";\n"
+           "connectAttr \"three.o\" \"k.rx\";\nconnectAttr \"two.o\" \"k.tx\";\n"
+           "connectAttr \"two.o\" \"j.tx\";\nconnectAttr \"j.tx\" \"k.ty\";\n");
+  const NodeId joint = At(scene, "|j");
+  const auto sharers = scene.SharersOf(joint, Channel::kRotateX);
+  ASSERT_EQ(sharers.size(), 2u);
+  EXPECT_EQ(sharers[0].channel, Channel::kRotateZ);
+  EXPECT_EQ(sharers[1].node, At(scene, "|k"));
+  EXPECT_EQ(WarningsOfCurves(scene, "|j"),
+            (Names{"|j.translateX shares its curve two with |k.translateX: keys set on one show on "
+                   "both",
+                   "|j.rotateX shares its curve three with |j.rotateZ and 1 more: keys set on one "
+                   "show on all"}));
+  EXPECT_TRUE(scene.SharersOf(joint, Channel::kScaleX).empty());
+}
+
 TEST(SceneDrivers, SaysWhatItCannotEvaluate) {
   const Scene scene = Read(
       "createNode joint -n \"j\";\nsetAttr \".t\" -type \"double3\" 1 2 3 ;\n"
