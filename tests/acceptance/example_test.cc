@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "lipvane/host/standalone/interpreter.h"
@@ -16,11 +15,6 @@ namespace lipvane::standalone {
 namespace {
 
 const std::string kExamples = LIPVANE_SOURCE_DIR "/examples/";
-
-std::string Contents(const std::string& fileName) {
-  std::ifstream in(fileName, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 bool Succeeds(Scene& scene, const std::vector<std::string>& words) {
   std::vector<Message> messages;
@@ -52,8 +46,8 @@ TEST(Example, ExportsTheSamePosesAgainAfterAnImport) {
   Scene keyed = Scene::Parse(saved.str(), "keyed.ma");
   ASSERT_TRUE(Export(keyed, second));
 
-  std::istringstream a(Contents(first));
-  std::istringstream b(Contents(second));
+  std::istringstream a(test::FileContent(first));
+  std::istringstream b(test::FileContent(second));
   int numbers = 0;
   for (std::string wordA, wordB; a >> wordA;) {
     ASSERT_TRUE(b >> wordB);

@@ -12,7 +12,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <sstream>
@@ -41,11 +40,6 @@ std::vector<std::string> SceneFiles() {
   if (const char* more = std::getenv("LIPVANE_SCENES")) addFolder(more);
   std::sort(files.begin(), files.end());
   return files;
-}
-
-std::string Contents(const std::string& fileName) {
-  std::ifstream in(fileName, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 std::string Written(const Scene& scene) {
@@ -123,7 +117,7 @@ Bones BonesOf(const Scene& scene) {
 class Scenes : public testing::TestWithParam<std::string> {};
 
 TEST_P(Scenes, AreWrittenAsTheyWereRead) {
-  EXPECT_EQ(Written(Scene::Open(GetParam())), Contents(GetParam()));
+  EXPECT_EQ(Written(Scene::Open(GetParam())), test::FileContent(GetParam()));
 }
 
 TEST_P(Scenes, KeepTheirPosesThroughExportAndImport) {
@@ -161,7 +155,7 @@ TEST_P(Scenes, KeepTheirPosesThroughExportAndImport) {
 
   // The bone lines are the only ones of 26 numbers.
   std::vector<std::vector<double>> lines;
-  std::istringstream file(Contents(lbp));
+  std::istringstream file(test::FileContent(lbp));
   for (std::string line; std::getline(file, line);) {
     std::istringstream in(line);
     const std::vector<double> numbers{std::istream_iterator<double>(in),

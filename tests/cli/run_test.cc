@@ -132,6 +132,12 @@ TEST_F(RunTest, TextThatIsNoCommandLineStopsBeforeTheFirstCommand) {
   EXPECT_EQ(Run({"-e", "select jaw", "-e", "select (x)"}).err.rfind("Error: -e 2: ", 0), 0U);
 }
 
+TEST_F(RunTest, ACommandOfAFileThatFailsIsNamedByItsPlace) {
+  const std::string script = folder_.Make("a.mel", "select jaw;\n\nselect nose;\nselect jaw;\n");
+  EXPECT_EQ(Run({"-f", script}).err, "Error: No object matches name: nose\nError: " + script +
+                                         ":3: the command failed: select nose\n");
+}
+
 TEST_F(RunTest, FilesThatCannotBeUsedAreNamed) {
   const std::vector<std::pair<Arguments, std::string>> cases = {
       {{"-f", "/no/such.mel"}, "Error: /no/such.mel: No such file or directory\n"},

@@ -26,6 +26,9 @@ TEST_F(CliTest, WrongUsageIsStatusTwo) {
       {{"run", "a.ma", "-e"}, "Error: "},
       {{"run", "a.ma", "b.ma"}, "Error: "},
       {{"run", "a.ma", "--frob"}, "Error: "},
+      {{"run", "a.ma", "-o", ""}, "Error: -o: needs the name of a file"},
+      {{"run", "a.ma", "--report", ""}, "Error: --report: needs the name of a file"},
+      {{"run", "a.ma", "-o", "b", "--report", "b"}, "name the same file, b"},
       {{"inspect"}, "Error: "},
       {{"inspect", "a", "b"}, "Error: "},
       {{"inspect", "a", "--jsno"}, "Error: "}};

@@ -26,11 +26,6 @@ Imath::M44d Rotation(const Triple& degrees) {
       .toMatrix44();
 }
 
-std::string Contents(const std::string& fileName) {
-  std::ifstream in(fileName, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 std::vector<std::string> Lines(const std::string& text) {
   std::vector<std::string> lines;
   std::istringstream in(text);
@@ -47,7 +42,7 @@ std::vector<double> NumbersOf(const std::string& line) {
 /// The pose header lines of a file, in order.
 std::vector<std::string> PoseLabels(const std::string& fileName) {
   std::vector<std::string> labels;
-  for (const std::string& line : Lines(Contents(fileName))) {
+  for (const std::string& line : Lines(FileContent(fileName))) {
     if (line.rfind("// Bone Pose ", 0) == 0) labels.push_back(line);
   }
   return labels;
@@ -106,7 +101,7 @@ TEST_P(Contract, ExportWritesSkeletonAndPosesAndGoesBackToFrameZero) {
   EXPECT_EQ(host->CurrentTime(), 0.0);
   EXPECT_TRUE(host->AllShown().empty());
 
-  const std::vector<std::string> lines = Lines(Contents(file));
+  const std::vector<std::string> lines = Lines(FileContent(file));
   const std::size_t bones = 54;  // after 43 rows
   ASSERT_EQ(lines.size(), 85u);
   EXPECT_EQ(lines[0], "// Tamsk Entertainment .LBP Version");
@@ -173,8 +168,8 @@ TEST_P(Contract, ExportLabelsEndWithTheNamesThereAre) {
   EXPECT_EQ(labels[19], "// Bone Pose 19: Blink_Right");
   EXPECT_EQ(labels[20], "// Bone Pose 20: ");
   // The mapping's weights are numbers now, no longer the built-in text.
-  EXPECT_EQ(Lines(Contents(plain))[10].substr(0, 12), "Iy 0.85 0.00");
-  EXPECT_EQ(Lines(Contents(mapped))[10].substr(0, 12), "Iy 0.85 0 0 ");
+  EXPECT_EQ(Lines(FileContent(plain))[10].substr(0, 12), "Iy 0.85 0.00");
+  EXPECT_EQ(Lines(FileContent(mapped))[10].substr(0, 12), "Iy 0.85 0 0 ");
 }
 
 TEST_P(Contract, ExportSaysWhatIsWrongWithTheMapping) {
@@ -212,7 +207,7 @@ TEST_P(Contract, ExportWritesALineForEveryNodeOfAName) {
   const std::string file = FileOf("face.lbp");
   ASSERT_TRUE(host->Run("demBonesExportPoses",
                         {"-bl", "jaw nobody", "-hb", "head", "-lbp", file, "-np", "0"}));
-  const std::vector<std::string> lines = Lines(Contents(file));
+  const std::vector<std::string> lines = Lines(FileContent(file));
   EXPECT_EQ(lines[55], "3");
   EXPECT_EQ((std::vector<std::string>(lines.begin() + 58, lines.begin() + 62)),
             (std::vector<std::string>{"jaw -> head", "jaw -> world", "head -> rig", ""}));
@@ -227,7 +222,7 @@ TEST_P(Contract, TheWorldHasNoTransformToExport) {
   ASSERT_EQ(host->AllShown().size(), 1u);
   EXPECT_EQ(host->AllShown()[0].kind, "diagnostic");
   EXPECT_EQ(host->AllShown()[0].label, "MFnDagNode constructor");
-  const std::vector<std::string> lines = Lines(Contents(file));
+  const std::vector<std::string> lines = Lines(FileContent(file));
   EXPECT_EQ(lines[58], "world -> ");
   EXPECT_EQ(lines[70], "1 0 0 0 0 1 0 0 0 0 1 0 0.5 0 0 1 0.5 0 0 1 1 1 -1 0 0 0");
   EXPECT_EQ(lines.size(), 72u);
@@ -247,7 +242,7 @@ TEST_P(Contract, TheHiddenMessageNeedsTheExactName) {
                  "If you like traffic...  Wednesday, 19 December 2001 Orrin Vale\nToasty!\nQuick "
                  "question for you... what's on my pants?! ;-)",
                  "All your bones are belong to us..."}}));
-  EXPECT_FALSE(Contents(file).empty());
+  EXPECT_FALSE(FileContent(file).empty());
 }
 
 TEST_P(Contract, ImportKeysEveryPoseTenFramesApart) {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <sstream>
 
 #include "lipvane/plugin/export_poses_command.h"
 #include "lipvane/plugin/facial_anim_command.h"
@@ -133,14 +132,13 @@ TEST_F(CallOrder, ExportSurvivesTheFailureOfAnyCall) {
     RecordingHost host(TwoJoints());
     host.FailCall(n);
     EXPECT_TRUE(ExportPosesCommand(host).DoIt(words()).ok()) << n;
-    std::ostringstream text;
-    text << std::ifstream(File("out.lbp")).rdbuf();
+    const std::string text = folder_.Content("out.lbp");
     // Where the skeleton cannot be walked the header ends with its title, and the poses follow.
-    EXPECT_EQ(text.str().find("head_bone=head") != std::string::npos, n != 0) << n;
-    EXPECT_NE(text.str().find("\n// Number of Bone Poses\n2\n\n// Bone Pose 0: Neutral\n"),
+    EXPECT_EQ(text.find("head_bone=head") != std::string::npos, n != 0) << n;
+    EXPECT_NE(text.find("\n// Number of Bone Poses\n2\n\n// Bone Pose 0: Neutral\n"),
               std::string::npos)
         << n;
-    EXPECT_NE(text.str().find("\n\n// Bone Pose 1: Eat\n"), std::string::npos) << n;
+    EXPECT_NE(text.find("\n\n// Bone Pose 1: Eat\n"), std::string::npos) << n;
   }
 }
 

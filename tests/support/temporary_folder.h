@@ -8,6 +8,12 @@
 
 namespace lipvane::test {
 
+/// The bytes of a file; none when there is no such file.
+inline std::string FileContent(const std::string& fileName) {
+  std::ifstream file(fileName, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
 /// A folder of its own, gone with the object.
 class TemporaryFolder {
  public:
@@ -32,10 +38,7 @@ class TemporaryFolder {
     return Path(name);
   }
   bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
-  std::string Content(const std::string& name) const {
-    std::ifstream file(Path(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  }
+  std::string Content(const std::string& name) const { return FileContent(Path(name)); }
 
  private:
   std::filesystem::path path_;
