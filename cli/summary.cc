@@ -123,7 +123,9 @@ std::string NotEvaluated(const Scene& scene) {
     if (kind != NodeKind::kTransform && kind != NodeKind::kJoint) continue;
     const auto add = [&](const std::string& attribute, const std::string& driver) {
       list.Add([&] {
-        return scene.FullPath(scene.FirstPath(node)) + "." + attribute + " is driven by " + driver;
+        std::string line = scene.FullPath(scene.FirstPath(node));
+        line.append(".").append(attribute).append(" is driven by ").append(driver);
+        return line;
       });
     };
     scene.ValuesAt(node, scene.StartTime(), add);
