@@ -77,6 +77,7 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
     }
     if (!host_.AttachCurve(*id, handle->channel)) return host::StatusCode::kFailure;
     attached_ = true;
+    isKeyed_ = false;
     node_ = *id;
     channel_ = handle->channel;
     return {};
@@ -85,6 +86,8 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
   host::Status AddKeyframe(double frame, double value) override {
     if (!attached_) return host::StatusCode::kFailure;
     if (!std::isfinite(frame) || !std::isfinite(value)) return host::StatusCode::kInvalidParameter;
+    if (!isKeyed_) host_.WarnShared(node_, channel_);
+    isKeyed_ = true;
     host_.scene_.SetKey(node_, channel_, frame, value);
     return {};
   }
@@ -92,6 +95,7 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
  private:
   StandaloneHost& host_;
   bool attached_ = false;
+  bool isKeyed_ = false;
   NodeId node_ = 0;
   Channel channel_ = Channel::kTranslateX;
 };
@@ -292,11 +296,11 @@ void StandaloneHost::WarnNotEvaluated(NodeId node, const std::string& attribute,
 }
 
 void StandaloneHost::WarnShared(NodeId node, Channel channel) {
-  const auto sharers = scene_.SharersOf(node, channel);
-  if (sharers.empty()) return;
   // Said of one of the channels it is said of all.
   const std::string curve = scene_.DriverName(node, channel);
-  if (!sharedCurves_.insert(curve).second) return;
+  if (!keyedCurves_.insert(curve).second) return;
+  const auto sharers = scene_.SharersOf(node, channel);
+  if (sharers.empty()) return;
   const Scene::DrivenChannel& other = sharers.front();
   const std::size_t more = sharers.size() - 1;
   DisplayWarning(AttributePath(node, ChannelName(channel)) + " shares its curve " + curve +
@@ -306,10 +310,7 @@ void StandaloneHost::WarnShared(NodeId node, Channel channel) {
 }
 
 bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
-  if (scene_.AttachCurve(node, channel)) {
-    WarnShared(node, channel);
-    return true;
-  }
+  if (scene_.AttachCurve(node, channel)) return true;
   const std::string path = AttributePath(node, ChannelName(channel));
   const std::string driver = " is driven by " + scene_.DriverName(node, channel);
   switch (scene_.RefusalOf(node, channel)) {

@@ -25,7 +25,7 @@ class StandaloneHost : public host::Host {
   /// Lets the warnings that come once a command come again.
   void BeginCommand() {
     warned_.clear();
-    sharedCurves_.clear();
+    keyedCurves_.clear();
   }
 
   const Scene& GetScene() const { return scene_; }
@@ -73,6 +73,7 @@ class StandaloneHost : public host::Host {
   class SceneCurve;
 
   void WarnOnce(const std::string& text);
+  /// Before the first key of a channel: others may show it too.
   void WarnShared(NodeId node, Channel channel);
   void WarnNotEvaluated(NodeId node, const std::string& attribute, const std::string& driver);
   /// Puts the curve on the channel, or warns why there is none.
@@ -85,7 +86,7 @@ class StandaloneHost : public host::Host {
   std::vector<PathId> selection_;
   std::set<PathId> selected_;  // the same paths
   std::set<std::string> warned_;
-  std::set<std::string> sharedCurves_;                                     // warned of
+  std::set<std::string> keyedCurves_;  // by the command that runs
   std::unordered_map<std::string_view, std::vector<PathId>> pathsByName_;  // made when first needed
 };
 

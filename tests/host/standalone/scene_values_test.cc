@@ -44,7 +44,9 @@ Names WarningsOfCurves(Scene& scene, const std::string& path) {
     }
     for (std::size_t i = 0; i < kChannelCount; ++i) {
       const char* const channel = ChannelName(static_cast<Channel>(i));
-      host.NewAnimCurve()->Create(node, host.FindAttribute(node, channel));
+      const auto curve = host.NewAnimCurve();
+      curve->Create(node, host.FindAttribute(node, channel));
+      curve->AddKeyframe(0, 0);
     }
   }
   return warnings;
