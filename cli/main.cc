@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <cstddef>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "cli/inspect.h"
@@ -15,6 +17,18 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
+
+/// Would one result take the place of the other?
+bool AreOneFile(const std::string& output, const std::string& report) {
+  namespace fs = std::filesystem;
+  if (output.empty() || report.empty() || report == "-") return false;
+  std::error_code error;
+  if (fs::exists(output, error) && !fs::is_regular_file(output, error)) return false;
+  const auto whole = [&error](const std::string& name) {
+    return fs::weakly_canonical(fs::absolute(name, error), error);
+  };
+  return whole(output) == whole(report);
+}
 
 /// Adds a subcommand, and to `work` what it does once the arguments are read.
 using Work = std::function<int()>;
@@ -51,7 +65,7 @@ void AddRun(CLI::App& app, Work& work) {
         throw CLI::ValidationError(file->get_name(), "needs the name of a file");
       }
     }
-    if (!options.output.empty() && options.output == options.report) {
+    if (AreOneFile(options.output, options.report)) {
       throw CLI::ValidationError("-o and --report", "name the same file, " + options.output);
     }
     std::size_t line = 0;

@@ -36,8 +36,9 @@ bool FolderExists(const std::string& fileName) {
   return false;
 }
 
-bool ReadScript(const Script& script, standalone::MelSource& source) {
-  source = {script.text, script.name, script.isFile};
+bool ReadScript(const Script& script, const standalone::CodePage& page,
+                standalone::MelSource& source) {
+  source = {script.text, script.name, script.isFile, page};
   if (!script.isFile) return true;
   std::string reason;
   if (text::ReadFile(script.text, source.text, reason)) return true;
@@ -47,11 +48,12 @@ bool ReadScript(const Script& script, standalone::MelSource& source) {
 
 /// Reads every command line before the first runs, so that a slip in the last one costs nothing.
 /// One that cannot be read is recorded as a command that failed.
-bool ReadCommands(const std::vector<Script>& scripts, const Interpreter& interpreter,
-                  std::vector<MelCommand>& commands, std::vector<CommandRecord>& records) {
+bool ReadCommands(const std::vector<Script>& scripts, const standalone::CodePage& page,
+                  const Interpreter& interpreter, std::vector<MelCommand>& commands,
+                  std::vector<CommandRecord>& records) {
   for (const Script& script : scripts) {
     standalone::MelSource source;
-    if (!ReadScript(script, source)) return false;
+    if (!ReadScript(script, page, source)) return false;
     try {
       auto more = standalone::SplitMel(
           source, [&](const std::string& word) { return interpreter.Knows(word); });
@@ -130,7 +132,7 @@ int Run(const RunOptions& options) {
   plugin::InitializePlugin(interpreter);
   std::vector<MelCommand> commands;
   std::vector<CommandRecord> records;
-  bool ok = ReadCommands(options.scripts, interpreter, commands, records) &&
+  bool ok = ReadCommands(options.scripts, scene->Page(), interpreter, commands, records) &&
             RunCommands(interpreter, commands, records, progress);
   plugin::UninitializePlugin(interpreter);
 

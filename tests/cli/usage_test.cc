@@ -28,7 +28,7 @@ TEST_F(CliTest, WrongUsageIsStatusTwo) {
       {{"run", "a.ma", "--frob"}, "Error: "},
       {{"run", "a.ma", "-o", ""}, "Error: -o: needs the name of a file"},
       {{"run", "a.ma", "--report", ""}, "Error: --report: needs the name of a file"},
-      {{"run", "a.ma", "-o", "b", "--report", "b"}, "name the same file, b"},
+      {{"run", "a.ma", "-o", "./b", "--report", "b"}, "name the same file, ./b"},
       {{"inspect"}, "Error: "},
       {{"inspect", "a", "b"}, "Error: "},
       {{"inspect", "a", "--jsno"}, "Error: "}};

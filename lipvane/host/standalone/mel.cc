@@ -79,6 +79,11 @@ class Splitter {
     std::string word;
     for (++at_; at_ < text_.size(); ++at_) {
       const char c = text_[at_];
+      if (source_.page.Width(text_, at_) == 2) {  // its second byte is neither quote nor escape
+        word += text_.substr(at_, 2);
+        at_ += source_.page.QuotedWidth(text_, at_) - 1;
+        continue;
+      }
       if (c == '"') {
         ++at_;
         return word;

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "lipvane/host/standalone/code_page.h"
+
 namespace lipvane::standalone {
 
 /// A text of command lines and where it came from.
@@ -13,6 +15,7 @@ struct MelSource {
   std::string text;
   std::string name;             ///< of the file, or what else a message shall call it
   bool hasLineNumbers = false;  ///< messages say "NAME:LINE" rather than "NAME"
+  CodePage page = {};           ///< of the scene whose names it holds
 };
 
 /// One command line.

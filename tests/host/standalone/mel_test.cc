@@ -58,8 +58,12 @@ TEST(MelTest, KeepsTheLineAsWrittenAndItsPlace) {
   EXPECT_EQ(commands[0].place, "face.mel:2");
   EXPECT_EQ(commands[1].line, "select\n y");
   EXPECT_EQ(commands[1].place, "face.mel:4");
-  EXPECT_EQ(SplitMel({"\ngo", "-e 2", false}, [](const std::string&) { return true; })[0].place,
-            "-e 2");
+  const auto any = [](const std::string&) { return true; };
+  EXPECT_EQ(SplitMel({"\ngo", "-e 2", false, {}}, any)[0].place, "-e 2");
+  // A character of two bytes may end in what looks like a backslash.
+  const CodePage page = CodePage::OfScene("//Codeset: 932\n");
+  EXPECT_EQ(SplitMel({"go \"\x83\x5c\" x", "-e 1", false, page}, any)[0].words,
+            (std::vector<std::string>{"go", "\x83\x5c", "x"}));
 }
 
 TEST(MelTest, RefusesWhatIsNotAPlainCommandLine) {
