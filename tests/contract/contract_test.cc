@@ -150,11 +150,11 @@ TEST_P(Contract, ExportLabelsEndWithTheNamesThereAre) {
       host->Run("demBonesExportPoses", {"-bl", "jaw", "-hb", "head", "-lbp", plain, "-np", "22"}));
   auto labels = PoseLabels(plain);
   ASSERT_EQ(labels.size(), 22u);
-  EXPECT_EQ(labels[15], "// Bone Pose 15: Cage");
-  EXPECT_EQ(labels[16], "// Bone Pose 16: Eyebrow_Up_Left");
-  EXPECT_EQ(labels[19], "// Bone Pose 19: Blink_Right");
-  EXPECT_EQ(labels[20], "// Bone Pose 20: ");
-  EXPECT_EQ(labels[21], "// Bone Pose 21: ");
+  using Labels = std::vector<std::string>;
+  EXPECT_EQ(Labels(labels.begin() + 15, labels.end()),
+            (Labels{"// Bone Pose 15: Cage", "// Bone Pose 16: Eyebrow_Up_Left",
+                    "// Bone Pose 17: Eyebrow_Up_Right", "// Bone Pose 18: Blink_Left",
+                    "// Bone Pose 19: Blink_Right", "// Bone Pose 20: ", "// Bone Pose 21: "}));
 
   const std::string mapped = FileOf("mapped.lbp");
   ASSERT_TRUE(host->Run("demBonesExportPoses",
@@ -162,11 +162,10 @@ TEST_P(Contract, ExportLabelsEndWithTheNamesThereAre) {
   labels = PoseLabels(mapped);
   ASSERT_EQ(labels.size(), 21u);
   EXPECT_EQ(labels[0], "// Bone Pose 0: Neutral");
-  EXPECT_EQ(labels[15], "// Bone Pose 15: Cage");
-  EXPECT_EQ(labels[16], "// Bone Pose 16: Eyebrow_Raise_Left");
-  EXPECT_EQ(labels[17], "// Bone Pose 17: Eyebrow_Raise_Right");
-  EXPECT_EQ(labels[19], "// Bone Pose 19: Blink_Right");
-  EXPECT_EQ(labels[20], "// Bone Pose 20: ");
+  EXPECT_EQ(Labels(labels.begin() + 15, labels.end()),
+            (Labels{"// Bone Pose 15: Cage", "// Bone Pose 16: Eyebrow_Raise_Left",
+                    "// Bone Pose 17: Eyebrow_Raise_Right", "// Bone Pose 18: Blink_Left",
+                    "// Bone Pose 19: Blink_Right", "// Bone Pose 20: "}));
   // The mapping's weights are numbers now, no longer the built-in text.
   EXPECT_EQ(Lines(FileContent(plain))[10].substr(0, 12), "Iy 0.85 0.00");
   EXPECT_EQ(Lines(FileContent(mapped))[10].substr(0, 12), "Iy 0.85 0 0 ");
