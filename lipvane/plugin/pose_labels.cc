@@ -5,27 +5,11 @@
 namespace lipvane::plugin {
 namespace {
 
+constexpr char kNeutral[] = "Neutral";
+
 // Deliberate: the brows are "Up" here and "Raise" where a mapping gives the names.
-constexpr std::array<const char*, 20> kPoseNames = {"Neutral",
-                                                    "Eat",
-                                                    "Earth",
-                                                    "If",
-                                                    "Ox",
-                                                    "Oat",
-                                                    "Wet",
-                                                    "Size",
-                                                    "Church",
-                                                    "Fave",
-                                                    "Though",
-                                                    "Told",
-                                                    "Bump",
-                                                    "New",
-                                                    "Roar",
-                                                    "Cage",
-                                                    "Eyebrow_Up_Left",
-                                                    "Eyebrow_Up_Right",
-                                                    "Blink_Left",
-                                                    "Blink_Right"};
+constexpr std::array<const char*, kExpressionNames.size()> kNewRigExpressionNames = {
+    "Eyebrow_Up_Left", "Eyebrow_Up_Right", "Blink_Left", "Blink_Right"};
 
 template <std::size_t N>
 std::string EntryOrNothing(const std::array<const char*, N>& names, int i) {
@@ -36,12 +20,15 @@ std::string EntryOrNothing(const std::array<const char*, N>& names, int i) {
 }  // namespace
 
 std::string PoseName(int pose) {
-  return EntryOrNothing(kPoseNames, pose);
+  constexpr int kTargets = static_cast<int>(kSpeechTargetNames.size());
+  if (pose == 0) return kNeutral;
+  if (pose <= kTargets) return EntryOrNothing(kSpeechTargetNames, pose - 1);
+  return EntryOrNothing(kNewRigExpressionNames, pose - kTargets - 1);
 }
 
 std::string PoseName(int pose, const PhonemeMapping& mapping) {
-  if (pose == 0) return kPoseNames[0];
   const int targets = mapping.SpeechTargetCount();
+  if (pose == 0) return kNeutral;
   if (pose <= targets) return mapping.GetSpeechTargetName(pose - 1);
   return EntryOrNothing(kExpressionNames, pose - targets - 1);
 }

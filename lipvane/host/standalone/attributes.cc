@@ -189,6 +189,12 @@ const char* ChannelName(Channel channel) {
   return TransformAttributeName(static_cast<PlugCode>(channel));
 }
 
+const char* ChannelShortName(Channel channel) {
+  constexpr std::array<const char*, kChannelCount> kNames{"tx", "ty", "tz", "rx", "ry",
+                                                          "rz", "sx", "sy", "sz"};
+  return kNames[static_cast<std::size_t>(channel)];
+}
+
 std::optional<PlugRange> FindPlug(NodeClass nodeClass, std::string_view attribute) {
   static const PlugTable transforms = MakeTransformTable();
   static const PlugTable conversions = MakeConversionTable();

@@ -1,7 +1,6 @@
 #include "lipvane/host/standalone/scene.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <stdexcept>
 #include <tuple>
@@ -51,12 +50,6 @@ bool IsKeyed(const CurveRecord& record, double frame, double value, double facto
   if (key->value * factor == value || key->value == value / factor) return true;
   const auto shown = text::WholeReal(InFileUnit(value / factor, record.valueFactor));
   return shown && *shown * record.valueFactor == key->value;
-}
-
-const char* ShortNameOf(Channel channel) {
-  constexpr std::array<const char*, kChannelCount> kNames{"tx", "ty", "tz", "rx", "ry",
-                                                          "rz", "sx", "sy", "sz"};
-  return kNames[static_cast<std::size_t>(channel)];
 }
 
 }  // namespace
@@ -326,7 +319,8 @@ bool Scene::AttachCurve(NodeId node, Channel channel) {
   if (unit == Unit::kLength) record.valueFactor = data.centimetresPerUnit;
   if (unit == Unit::kAngle) record.valueFactor = data.radiansPerUnit;
   data.connections[plug] = {item, plug::kOutput};
-  impl_->newCurves.push_back({item, ShortestName(FirstPath(node)) + "." + ShortNameOf(channel)});
+  impl_->newCurves.push_back(
+      {item, ShortestName(FirstPath(node)) + "." + ChannelShortName(channel)});
   impl_->drivers.ForgetPlan(plug.item);
   return true;
 }

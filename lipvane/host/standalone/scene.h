@@ -38,6 +38,8 @@ inline constexpr std::size_t kChannelCount = 9;
 
 /// "translateX" and so on.
 const char* ChannelName(Channel channel);
+/// "tx" and so on.
+const char* ChannelShortName(Channel channel);
 
 enum class NodeKind { kWorld, kTransform, kJoint, kShape };
 

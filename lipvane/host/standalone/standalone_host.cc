@@ -179,13 +179,12 @@ host::Node StandaloneHost::ParentOf(const host::Node& node, unsigned index) {
 }
 
 host::Attribute StandaloneHost::FindAttribute(const host::Node& node, const std::string& name) {
-  static constexpr const char* kShortNames[kChannelCount] = {"tx", "ty", "tz", "rx", "ry",
-                                                             "rz", "sx", "sy", "sz"};
   const auto id = IdOf(node);
   if (!id || !HasChannels(scene_.Kind(*id))) return {};
   for (std::size_t i = 0; i < kChannelCount; ++i) {
     const auto channel = static_cast<Channel>(i);
-    if (name == ChannelName(channel) || name == kShortNames[i]) return {AttributeHandle{channel}};
+    if (name == ChannelName(channel) || name == ChannelShortName(channel))
+      return {AttributeHandle{channel}};
   }
   return {};
 }
