@@ -8,19 +8,13 @@
 
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/phonemes.h"
+#include "lipvane/formats/read_problem.h"
 
 /// The bone pose file (LBP): one face rig's speech targets, phoneme weights, bones and poses.
 namespace lipvane {
 
 /// The only version that there is.
 inline constexpr int LBP_FORMAT_VERSION = 2;
-
-/// Why a file was refused.
-struct ReadProblem {
-  /// Counted from 1; 0 when the file as a whole is meant.
-  int line = 0;
-  std::string reason;
-};
 
 /// Appends what the file holds to both objects. False, with both as they were, when it cannot be
 /// read, its version is not 2, it ends early, or a count is beyond the limits of limits.h. What

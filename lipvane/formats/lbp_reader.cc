@@ -1,12 +1,11 @@
-#include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "lipvane/formats/data_lines.h"
+#include "lipvane/formats/expected_lines.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/text/file.h"
@@ -38,7 +37,7 @@ void MoveOver(std::vector<T>& to, std::vector<T>& from) {
 /// alone.
 class Reading {
  public:
-  Reading(std::string_view content, ReadProblem& problem) : lines_(content), problem_(problem) {}
+  Reading(std::string_view content, ReadProblem& problem) : lines_(content, problem) {}
 
   bool Run() {
     return ReadVersion() && ReadMapping() && ReadBones() && SkipAssignments() && ReadPoses();
@@ -65,32 +64,28 @@ class Reading {
   bool SkipAssignments();
   bool ReadPoses();
 
-  bool NextLine(const char* expected, std::string_view& line);
-  bool NextCount(const char* expected, int& count);
   bool WithinLimit(int count, int limit, const char* what);
-  bool Refuse(const std::string& reason);
 
-  DataLineReader lines_;
-  ReadProblem& problem_;
+  ExpectedLines lines_;
   TBonePoseInfo poseInfo_;
   PhonemeMapping mapping_;
 };
 
 bool Reading::ReadVersion() {
   int version = 0;
-  if (!NextCount("the version", version)) return false;
+  if (!lines_.NextCount("the version", version)) return false;
   if (version == LBP_FORMAT_VERSION) return true;
-  return Refuse("the version is " + std::to_string(version) + ", not " +
-                std::to_string(LBP_FORMAT_VERSION));
+  return lines_.Refuse("the version is " + std::to_string(version) + ", not " +
+                       std::to_string(LBP_FORMAT_VERSION));
 }
 
 bool Reading::ReadMapping() {
   int targetCount = 0;
-  if (!NextCount("the number of speech targets", targetCount)) return false;
+  if (!lines_.NextCount("the number of speech targets", targetCount)) return false;
   if (!WithinLimit(targetCount, kMaxSpeechTargets, "speech targets")) return false;
 
   std::string_view line;
-  if (!NextLine("the line of speech target names", line)) return false;
+  if (!lines_.Next("the line of speech target names", line)) return false;
   TokenCursor names(line, " ");
   for (int i = 0; i < targetCount; ++i)
     mapping_.AddSpeechTarget(std::string(names.Next()));
@@ -98,7 +93,7 @@ bool Reading::ReadMapping() {
   // Deliberate: always as many rows as the default table has, whatever the file says.
   std::vector<float> row;
   for (int p = 0; p < kPhonemeCount; ++p) {
-    if (!NextLine("a phoneme's row of weights", line)) return false;
+    if (!lines_.Next("a phoneme's row of weights", line)) return false;
     TokenCursor tokens(line, " ");
     const std::string name(tokens.Next());
     row.clear();
@@ -111,10 +106,10 @@ bool Reading::ReadMapping() {
 
 bool Reading::ReadBones() {
   int boneCount = 0;
-  if (!NextCount("the number of bones", boneCount)) return false;
+  if (!lines_.NextCount("the number of bones", boneCount)) return false;
   for (int i = 0; i < boneCount; ++i) {
     std::string_view line;
-    if (!NextLine("a bone of the hierarchy", line)) return false;
+    if (!lines_.Next("a bone of the hierarchy", line)) return false;
     poseInfo_.AddBone(std::string(TokenCursor(line, " -> ").Next()));
   }
   return true;
@@ -123,14 +118,14 @@ bool Reading::ReadBones() {
 bool Reading::SkipAssignments() {
   std::string_view line;
   for (int i = 0; i < kAssignmentLines; ++i) {
-    if (!NextLine("a bone assignment", line)) return false;
+    if (!lines_.Next("a bone assignment", line)) return false;
   }
   return true;
 }
 
 bool Reading::ReadPoses() {
   int poseCount = 0;
-  if (!NextCount("the number of bone poses", poseCount)) return false;
+  if (!lines_.NextCount("the number of bone poses", poseCount)) return false;
   if (!WithinLimit(poseCount, kMaxPoses, "bone poses")) return false;
 
   const auto boneCount = static_cast<int>(poseInfo_.boneNames.size());
@@ -138,7 +133,7 @@ bool Reading::ReadPoses() {
     TBonePose pose;
     for (int b = 0; b < boneCount; ++b) {
       std::string_view line;
-      if (!NextLine("a pose's bone line", line)) return false;
+      if (!lines_.Next("a pose's bone line", line)) return false;
       TokenCursor tokens(line, " ");
       TIndexedBone bone;
       tokens.Skip(kTokensBeforeTranslation);
@@ -159,29 +154,10 @@ bool Reading::ReadPoses() {
   return true;
 }
 
-bool Reading::NextLine(const char* expected, std::string_view& line) {
-  if (lines_.Next(line)) return true;
-  return Refuse(std::string("the file ends where ") + expected + " is expected");
-}
-
-bool Reading::NextCount(const char* expected, int& count) {
-  std::string_view line;
-  if (!NextLine(expected, line)) return false;
-  count = text::IntegerPrefix(TokenCursor(line, " ").Next());
-  return true;
-}
-
 bool Reading::WithinLimit(int count, int limit, const char* what) {
   if (count <= limit) return true;
-  return Refuse(std::to_string(count) + " " + what + " are more than the " + std::to_string(limit) +
-                " that a file may have");
-}
-
-bool Reading::Refuse(const std::string& reason) {
-  constexpr auto kLastLine = static_cast<std::size_t>(std::numeric_limits<int>::max());
-  problem_.line = static_cast<int>(std::min(lines_.LineNumber(), kLastLine));
-  problem_.reason = reason;
-  return false;
+  return lines_.Refuse(std::to_string(count) + " " + what + " are more than the " +
+                       std::to_string(limit) + " that a file may have");
 }
 
 }  // namespace

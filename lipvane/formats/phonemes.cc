@@ -15,8 +15,6 @@ std::string NameAt(const std::vector<std::string>& names, int i) {
 
 }  // namespace
 
-// clang-format on
-
 void PhonemeMapping::AddSpeechTarget(const std::string& name) {
   speechTargets.push_back(name);
 }

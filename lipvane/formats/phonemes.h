@@ -70,6 +70,7 @@ inline constexpr char DefaultPhonemeTable[] =
     "Sil 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00\n"
     "ShortSil 0.00 0.00 0.20 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00\n"
     "Flap 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.50 0.00 0.00 0.00 0.00";
+// clang-format on
 
 /// How strongly each phoneme pulls each speech target.
 struct PhonemeMapping {
@@ -92,6 +93,12 @@ struct PhonemeMapping {
   /// The weight of a phoneme for a speech target; one that was never given is made, as 0. False,
   /// with `weight` left alone, when there is no such speech target or phoneme.
   bool GetWeight(int target, int phoneme, float& weight);
+
+  /// Writes the table as a LIPSinc phoneme mapping file (".map"), in place of one that is there.
+  /// Deliberate: a file that cannot be written is passed over in silence; see LipsincMapText.
+  void WriteLipsincMap(const std::string& fileName, const std::string& characterName);
+  /// The bytes of that file. Weights that were never given are made, as by GetWeight.
+  std::string LipsincMapText(const std::string& characterName);
 };
 
 }  // namespace lipvane

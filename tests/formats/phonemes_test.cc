@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "lipvane/formats/data_lines.h"
+#include "tests/support/comma_locale.h"
+#include "tests/support/temporary_folder.h"
 
 namespace lipvane {
 namespace {
@@ -60,6 +62,34 @@ TEST(PhonemeMapping, MakesAWeightByReadingIt) {
   ASSERT_TRUE(mapping.GetWeight(1, 1, weight));
   EXPECT_EQ(weight, 0.0F);
   EXPECT_EQ(mapping.weights, (std::vector<std::vector<float>>{{0.85F}, {0.0F, 0.0F}}));
+}
+
+TEST(LipsincMap, HasTheBytesOfATextModeStream) {
+  PhonemeMapping mapping;
+  mapping.speechTargets = {"Eat", "Ox", "If"};
+  mapping.AddPhoneme("Iy", {0.85F, 0.125F, -1.0F});
+  mapping.AddPhoneme("Aa", {2.5e6F});
+  const test::CommaLocale comma;
+  const test::TemporaryFolder folder;
+  mapping.WriteLipsincMap(folder.Path("a.map"), "Face");
+  EXPECT_EQ(folder.Content("a.map"),
+            "; Face.map\r\r\n;\r\r\n; LIPSinc Phoneme Mapping File for Face\r\r\n;\r\r\n"
+            "; Eat Ox If \r\r\n\r\r\n[PhonemeToSpeechTargetMapping]\r\r\n"
+            "NumSpeechTargets=3\r\r\nIy=0.85, 0.12, -1.00\r\r\n"
+            "Aa=2500000.00, 0.00, 0.00\r\r\n");
+  EXPECT_EQ(mapping.weights[1].size(), 3U) << "what is missing is made";
+  mapping.WriteLipsincMap("/no/such/folder/a.map", "Face");  // in silence
+}
+
+TEST(LipsincMap, WithoutSpeechTargetsTheRowsHaveNoLineEnds) {
+  PhonemeMapping mapping;
+  const std::string header =
+      "; .map\r\r\n;\r\r\n; LIPSinc Phoneme Mapping File for \r\r\n;\r\r\n; \r\r\n\r\r\n"
+      "[PhonemeToSpeechTargetMapping]\r\r\nNumSpeechTargets=0\r\r\n";
+  EXPECT_EQ(mapping.LipsincMapText(""), header);
+  mapping.AddPhoneme("Iy", {});
+  mapping.AddPhoneme("Ih", {1.0F});
+  EXPECT_EQ(mapping.LipsincMapText(""), header + "Iy=Ih=");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Writes a bone pose file and reads it back.
+// Writes files of each format and reads them back.
 #include <cstdio>
 #include <fstream>
 #include <map>
@@ -6,7 +6,9 @@
 
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
+#include "lipvane/formats/lbp_face.h"
 #include "lipvane/formats/lbp_hierarchy.h"
+#include "lipvane/formats/ltf.h"
 #include "lipvane/formats/phonemes.h"
 
 namespace {
@@ -46,11 +48,29 @@ void BonePoseFile() {
   Check(lipvane::ReadLbpHierarchy("face.lbp", nameByNumber, numberByName, parentByName),
         "reading the hierarchy");
   Check(nameByNumber[1] == "jaw", "the jaw's number");
+
+  lipvane::TController controller;
+  lipvane::PhonemeMapping mappingOfFace;
+  Check(lipvane::LoadFace("face.lbp", controller, mappingOfFace), "loading the face");
+  mapping.WriteLipsincMap("face.map", "face");
+  Check(std::ifstream("face.map").good(), "writing the phoneme mapping");
+}
+
+void AnimationFile() {
+  lipvane::TAnimation animation;
+  animation.AddTrack(lipvane::TAnimationTrack());
+  animation.tracks[0].name = "Eat";
+  animation.tracks[0].AddKey({40, 0.5});
+  Check(lipvane::WriteLtfFile("face.ltf", animation), "writing the animation");
+  lipvane::TAnimation read;
+  Check(lipvane::LoadLtfFile("face.ltf", read), "reading the animation");
+  Check(read.length == 40 && read.tracks.size() == 1, "its track and length");
 }
 
 }  // namespace
 
 int main() {
   BonePoseFile();
+  AnimationFile();
   return failures == 0 ? 0 : 1;
 }
