@@ -3,29 +3,24 @@
 #include "lipvane/scene/dag_search.h"
 
 namespace lipvane::scene {
-namespace {
+BoneCurveSet::BoneCurveSet(host::Host& host) {
+  for (auto& curve : curves) {
+    curve = host.NewAnimCurve();
+  }
+}
 
-void BindToNode(host::Host& host, const std::string& boneName, const host::DagPath& path,
-                const host::Node& node, BoneCurveSet& bone) {
+void BindBone(host::Host& host, const std::string& boneName, const host::DagPath& path,
+              const host::Node& node, std::size_t channelCount, BoneCurveSet& bone) {
   bone.boneName = boneName;
   bone.node = node;
   std::array<host::Attribute, kChannelNames.size()> attributes;
-  for (std::size_t channel = 0; channel < attributes.size(); ++channel) {
+  for (std::size_t channel = 0; channel < channelCount; ++channel) {
     attributes[channel] = host.FindAttribute(node, kChannelNames[channel]);
   }
   host::Node transform;
   host.TransformOf(path, transform);
-  // A channel that takes no curve is the host's to report; the others still get theirs.
-  for (std::size_t channel = 0; channel < attributes.size(); ++channel) {
+  for (std::size_t channel = 0; channel < channelCount; ++channel) {
     bone.curves[channel]->Create(transform, attributes[channel]);
-  }
-}
-
-}  // namespace
-
-BoneCurveSet::BoneCurveSet(host::Host& host) {
-  for (auto& curve : curves) {
-    curve = host.NewAnimCurve();
   }
 }
 
@@ -39,7 +34,7 @@ host::Status CreateBoneCurves(host::Host& host, int boneCount,
   for (std::size_t i = 0; i < static_cast<std::size_t>(boneCount); ++i) {
     const bool found =
         search.ForEach(boneNames[i], [&](const host::DagPath& path, const host::Node& node) {
-          BindToNode(host, boneNames[i], path, node, boneCurves[i]);
+          BindBone(host, boneNames[i], path, node, kChannelNames.size(), boneCurves[i]);
         });
     if (!found) allFound = false;
   }

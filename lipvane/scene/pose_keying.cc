@@ -20,22 +20,34 @@ std::array<double, 3> JointRotation(host::Host& host, const Quaternion& poseRota
   return host.EulerAngles(matrix);
 }
 
-host::Status KeyBone(host::Host& host, const BoneCurveSet& bone, const TIndexedBone& pose,
-                     double frame) {
-  const host::Status attached = host.AttachJoint(bone.node);
+host::Status MakeJointChannels(host::Host& host, const host::Node& joint, const TIndexedBone& pose,
+                               JointChannels& channels) {
+  const host::Status attached = host.AttachJoint(joint);
   if (!attached.ok()) return attached;
   host::Rotation orientation;
-  host.GetOrientation(bone.node, orientation);
-  const auto angles = JointRotation(host, pose.rotation, orientation);
-  for (std::size_t axis = 0; axis < 3; ++axis) {
-    bone.curves[kFirstRotate + axis]->AddKeyframe(frame, angles[axis]);
-  }
-  const std::array<float, 3> translation = {pose.translation.x, pose.translation.y,
-                                            pose.translation.z};
-  for (std::size_t axis = 0; axis < 3; ++axis) {
-    bone.curves[kFirstTranslate + axis]->AddKeyframe(frame, static_cast<double>(translation[axis]));
-  }
+  host.GetOrientation(joint, orientation);
+  channels.rotation = JointRotation(host, pose.rotation, orientation);
+  channels.translation = {static_cast<double>(pose.translation.x),
+                          static_cast<double>(pose.translation.y),
+                          static_cast<double>(pose.translation.z)};
   return {};
+}
+
+void KeyChannels(const BoneCurveSet& bone, const JointChannels& channels, double frame) {
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    bone.curves[kFirstRotate + axis]->AddKeyframe(frame, channels.rotation[axis]);
+  }
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    bone.curves[kFirstTranslate + axis]->AddKeyframe(frame, channels.translation[axis]);
+  }
+}
+
+host::Status KeyBone(host::Host& host, const BoneCurveSet& bone, const TIndexedBone& pose,
+                     double frame) {
+  JointChannels channels;
+  const host::Status made = MakeJointChannels(host, bone.node, pose, channels);
+  if (made.ok()) KeyChannels(bone, channels, frame);
+  return made;
 }
 
 }  // namespace lipvane::scene

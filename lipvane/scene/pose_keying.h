@@ -14,8 +14,22 @@ namespace lipvane::scene {
 std::array<double, 3> JointRotation(host::Host& host, const Quaternion& poseRotation,
                                     const host::Rotation& orientation);
 
-/// Keys one bone of a pose on its joint: rotation, then translation; scale gets no key. Fails, with
-/// nothing keyed, when the bone is not bound to a joint.
+/// What a joint's channels have to be: radians about x, then y, then z; centimetres.
+struct JointChannels {
+  std::array<double, 3> rotation{};
+  std::array<double, 3> translation{};
+};
+
+/// Makes a joint's channels from a bone of a pose, with the joint's orientation at the current
+/// time. Fails when the node is not a joint.
+host::Status MakeJointChannels(host::Host& host, const host::Node& joint, const TIndexedBone& pose,
+                               JointChannels& channels);
+
+/// Keys the channels on a bone's curves: rotation, then translation; scale gets no key.
+void KeyChannels(const BoneCurveSet& bone, const JointChannels& channels, double frame);
+
+/// Makes and keys the channels of one bone. Fails, with nothing keyed, when the bone is not bound
+/// to a joint.
 host::Status KeyBone(host::Host& host, const BoneCurveSet& bone, const TIndexedBone& pose,
                      double frame);
 

@@ -1,0 +1,45 @@
+#include "lipvane/scene/pose_baking.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "lipvane/scene/nearest_euler.h"
+
+namespace lipvane::scene {
+namespace {
+
+bool IsFinite(const std::array<double, 3>& values) {
+  return std::all_of(values.begin(), values.end(),
+                     [](double value) { return std::isfinite(value); });
+}
+
+}  // namespace
+
+BoneBaker::BoneBaker(host::Host& host, const DagSearch& search, const std::string& boneName)
+    : host_(host), bone_(host) {
+  host::DagPath lastPath;
+  host::Node lastJoint;
+  search.ForEach(boneName, [&](const host::DagPath& path, const host::Node& node) {
+    if (!host_.AttachJoint(node).ok()) return;
+    hasJoint_ = true;
+    lastPath = path;
+    lastJoint = node;
+  });
+  if (hasJoint_) BindBone(host_, boneName, lastPath, lastJoint, kPosedChannelCount, bone_);
+}
+
+host::Status BoneBaker::Key(const TIndexedBone& pose, double frame) {
+  if (!hasJoint_) return host::StatusCode::kFailure;
+  JointChannels channels;
+  const host::Status made = MakeJointChannels(host_, bone_.node, pose, channels);
+  if (!made.ok()) return made;
+  if (!IsFinite(channels.rotation) || !IsFinite(channels.translation)) {
+    return host::StatusCode::kInvalidParameter;
+  }
+  if (previousRotation_) channels.rotation = NearestEuler(channels.rotation, *previousRotation_);
+  previousRotation_ = channels.rotation;
+  KeyChannels(bone_, channels, frame);
+  return {};
+}
+
+}  // namespace lipvane::scene
