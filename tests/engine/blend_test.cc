@@ -1,58 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <Imath/ImathQuat.h>
-#include <Imath/ImathVec.h>
-
 #include <algorithm>
 #include <cmath>
 #include <random>
 #include <tuple>
 
 #include "lipvane/engine/bone_pose.h"
+#include "tests/engine/blend_reference.h"
 
 namespace lipvane {
 namespace {
 
-Imath::V3d Wide(const Vector3& v) {
-  return {v.x, v.y, v.z};
-}
-Imath::Quatd Wide(const Quaternion& q) {
-  return {q.w, q.x, q.y, q.z};
-}
-
-/// How often each way to interpolate was taken.
-struct Taken {
-  int neutral = 0, chord = 0, arc = 0;
-};
-
-/// The blend as it is on paper, in double precision and by Imath's quaternions.
-struct Reference {
-  Imath::V3d translation;
-  Imath::Quatd rotation;
-  void Add(const TIndexedBone& pose, const TIndexedBone& neutral, double weight, Taken& taken) {
-    translation += (Wide(pose.translation) - Wide(neutral.translation)) * weight;
-    const Imath::Quatd from = Wide(neutral.rotation);
-    Imath::Quatd to = Wide(pose.rotation).normalized();
-    double cosine = from ^ to;
-    if (cosine < 0) {
-      to = -to;
-      cosine = -cosine;
-    }
-    Imath::Quatd between = from;
-    if (cosine > 0.9999999) {
-      ++taken.neutral;
-    } else if (cosine > 0.55) {
-      between = (from * (1 - weight) + to * weight).normalized();
-      ++taken.chord;
-    } else {
-      const double angle = std::acos(cosine);
-      between =
-          (from * std::sin((1 - weight) * angle) + to * std::sin(weight * angle)).normalized();
-      ++taken.arc;
-    }
-    rotation *= -(~from) * between;
-  }
-};
+using test::Stand;
+using test::Taken;
 
 TEST(BlendTest, AgreesWithDoublePrecisionInAllBranches) {
   std::mt19937 engine(64);
@@ -91,15 +51,12 @@ TEST(BlendTest, AgreesWithDoublePrecisionInAllBranches) {
   Taken taken;
   for (int i = 0; i < kBones; ++i) {
     const TIndexedBone neutral = info.GetPose(0).GetBone(i);
-    Reference reference{Wide(neutral.translation), Wide(neutral.rotation)};
+    Stand reference(neutral);
     for (int j = 0; j < kPoses; ++j) {
-      reference.Add(info.GetPose(j).GetBone(i), neutral, weights[static_cast<std::size_t>(j)],
-                    taken);
+      test::AddStep(reference, Stand(info.GetPose(j).GetBone(i)), Stand(neutral),
+                    weights[static_cast<std::size_t>(j)], taken);
     }
-    const TIndexedBone& blended = info.blendedBones[static_cast<std::size_t>(i)];
-    EXPECT_TRUE(Wide(blended.translation).equalWithAbsError(reference.translation, kClose));
-    EXPECT_NEAR(blended.rotation.w, reference.rotation.r, kClose);
-    EXPECT_TRUE(Wide(blended.rotation).v.equalWithAbsError(reference.rotation.v, kClose));
+    EXPECT_TRUE(Stand(info.blendedBones[static_cast<std::size_t>(i)]).IsCloseTo(reference, kClose));
   }
   EXPECT_GE(std::min({taken.neutral, taken.chord, taken.arc}), kBones);
 }
