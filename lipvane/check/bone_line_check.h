@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "lipvane/check/data_line.h"
+#include "lipvane/check/finding.h"
+
+namespace lipvane::check {
+
+/// Where a bone line belongs, for messages.
+struct BoneLinePlace {
+  std::string_view bone;   ///< empty when it cannot be told
+  std::size_t number = 1;  ///< of the bone, from 1
+  std::size_t pose = 0;    ///< from 0
+};
+
+/// One bone in one pose: its 26 numbers.
+void CheckBoneLine(const DataLine& line, const BoneLinePlace& place, Recorder& recorder);
+
+}  // namespace lipvane::check

@@ -1,0 +1,144 @@
+#include "lipvane/check/scene_check.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "lipvane/check/lbp_sections.h"
+#include "lipvane/check/words.h"
+#include "lipvane/formats/lbp.h"
+#include "lipvane/text/numbers.h"
+
+namespace lipvane::check {
+namespace {
+
+using standalone::Channel;
+using standalone::NodeId;
+using standalone::PathId;
+using standalone::Refusal;
+using standalone::Scene;
+
+/// Keys go to these; scale gets none.
+constexpr Channel kKeyedChannels[] = {Channel::kTranslateX, Channel::kTranslateY,
+                                      Channel::kTranslateZ, Channel::kRotateX,
+                                      Channel::kRotateY,    Channel::kRotateZ};
+
+constexpr const char* kRotateOrders[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
+
+class SceneCheck {
+ public:
+  SceneCheck(const Scene& scene, std::string sceneName, Recorder& recorder)
+      : scene_(scene), sceneName_(std::move(sceneName)), recorder_(recorder) {}
+
+  void Run(const std::vector<DataLine>& hierarchy) {
+    for (const DataLine& line : hierarchy)
+      nodes_.try_emplace(BoneName(line.text));
+    for (PathId path = 0; path < scene_.PathCount(); ++path) {
+      const NodeId node = scene_.NodeOf(path);
+      const auto wanted = nodes_.find(scene_.Name(node));
+      // An instance is a node met before.
+      if (wanted != nodes_.end() && scene_.FirstPath(node) == path) wanted->second.push_back(path);
+    }
+    std::unordered_set<std::string_view> done;
+    for (const DataLine& line : hierarchy) {
+      if (done.insert(BoneName(line.text)).second) CheckBone(line);
+    }
+  }
+
+ private:
+  void CheckBone(const DataLine& line);
+  void CheckRotation(std::size_t line, NodeId joint);
+  void CheckChannel(std::size_t line, NodeId joint, Channel channel);
+  std::string PathOf(NodeId node) const { return Quoted(scene_.FullPath(scene_.FirstPath(node))); }
+
+  const Scene& scene_;
+  std::string sceneName_;
+  Recorder& recorder_;
+  std::unordered_map<std::string_view, std::vector<PathId>> nodes_;
+};
+
+void SceneCheck::CheckBone(const DataLine& line) {
+  const std::string_view name = BoneName(line.text);
+  const std::string bone = "bone " + Quoted(name);
+  const std::vector<PathId>& found = nodes_[name];
+  if (found.empty()) {
+    recorder_.Add(line.number, rule::kBoneMissing, bone + " is not in " + sceneName_);
+    return;
+  }
+  // The keys go to the last one met, joint or not.
+  const NodeId node = scene_.NodeOf(found.back());
+  const bool isJoint = scene_.Kind(node) == standalone::NodeKind::kJoint;
+  if (found.size() > 1) {
+    recorder_.Add(line.number, rule::kBoneRepeated,
+                  bone + " is in " + sceneName_ + " " + std::to_string(found.size()) +
+                      " times: all get curves, and " +
+                      (isJoint ? "the keys go to " : "the keys would go to ") + PathOf(node));
+  }
+  if (!isJoint) {
+    recorder_.Add(line.number, rule::kBoneNotJoint,
+                  bone + " is " + PathOf(node) + " in " + sceneName_ + ", of the type " +
+                      scene_.Type(node) + " and no joint: it gets no keys");
+    return;
+  }
+  CheckRotation(line.number, node);
+  for (const Channel channel : kKeyedChannels)
+    CheckChannel(line.number, node, channel);
+}
+
+void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
+  const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime());
+  if (values.rotateOrder != standalone::RotateOrder::kXyz) {
+    recorder_.Add(line, rule::kRotateOrder,
+                  "joint " + PathOf(joint) + " in " + sceneName_ + " has the rotate order " +
+                      kRotateOrders[static_cast<std::size_t>(values.rotateOrder)] +
+                      ", not xyz: keys do not give the pose back");
+  }
+  if (std::any_of(values.rotateAxis.begin(), values.rotateAxis.end(),
+                  [](double angle) { return angle != 0; })) {
+    recorder_.Add(line, rule::kRotateAxis,
+                  "joint " + PathOf(joint) + " in " + sceneName_ +
+                      " has a rotate axis that is not zero: keys do not give the pose back");
+  }
+}
+
+void SceneCheck::CheckChannel(std::size_t line, NodeId joint, Channel channel) {
+  const std::string path =
+      Quoted(scene_.FullPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
+      sceneName_;
+  const auto add = [&](const Rule& rule, const std::string& text) {
+    recorder_.Add(line, rule, path + text);
+  };
+  const std::string driven = " is driven by " + Quoted(scene_.DriverName(joint, channel));
+  switch (scene_.RefusalOf(joint, channel)) {
+    case Refusal::kLocked:
+      return add(rule::kChannelLocked, " is locked: it gets no curve and no keys");
+    case Refusal::kOther:
+      return add(rule::kChannelDriven,
+                 driven + " (not a curve over time): it gets no curve and no keys");
+    case Refusal::kLostValues:
+      return add(rule::kChannelDriven,
+                 driven + " through a conversion that loses its values: it gets no keys");
+    case Refusal::kUnreadKeys:
+      return add(rule::kChannelDriven,
+                 driven + ", a curve with keys that are not understood: it gets no keys");
+    case Refusal::kNoChannel:
+    case Refusal::kNone:
+      break;
+  }
+}
+
+}  // namespace
+
+void CheckAgainstScene(const std::string& lbpFileName, std::string_view lbpText,
+                       const standalone::Scene& scene, const std::string& sceneName,
+                       std::vector<Finding>& findings) {
+  const LbpSections sections = SplitLbpSections(lbpText);
+  if (text::IntegerPrefix(sections.version.text) != LBP_FORMAT_VERSION) return;
+  const std::size_t before = findings.size();
+  Recorder recorder(lbpFileName, findings);
+  SceneCheck(scene, sceneName, recorder).Run(sections.hierarchy);
+  SortByLine(findings, before);
+}
+
+}  // namespace lipvane::check
