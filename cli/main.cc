@@ -9,6 +9,7 @@
 #include <system_error>
 #include <vector>
 
+#include "cli/check.h"
 #include "cli/inspect.h"
 #include "cli/messages.h"
 #include "cli/run.h"
@@ -98,6 +99,28 @@ void AddInspect(CLI::App& app, Work& work) {
   });
 }
 
+void AddCheck(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Say what is odd about bone pose files (LBP) and animation files (LTF)");
+  struct Values {
+    std::vector<std::string> files;
+    std::string scene;
+    bool asJson = false;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("FILE", values->files, "Files to check")->required();
+  CLI::Option* scene = command->add_option("--scene", values->scene,
+                                           "Hold bone pose files against this scene (.ma)");
+  scene->type_name("SCENE");
+  command->add_flag("--json", values->asJson, "The findings as JSON");
+  command->callback([=, &work] {
+    if (scene->count() > 0 && values->scene.empty()) {
+      throw CLI::ValidationError(scene->get_name(), "needs the name of a file");
+    }
+    work = [values] { return lipvane::cli::Check(values->files, values->scene, values->asJson); };
+  });
+}
+
 int Main(int argc, char** argv) {
   CLI::App app("Lip-sync poses for faces rigged with joints.", "lipvane");
   app.set_version_flag("--version", "lipvane " LIPVANE_VERSION);
@@ -105,13 +128,14 @@ int Main(int argc, char** argv) {
   Work work;
   AddRun(app, work);
   AddInspect(app, work);
+  AddCheck(app, work);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
     lipvane::cli::PrintError(error.what());
     std::cerr << "lipvane --help and lipvane SUBCOMMAND --help say what is accepted; subcommands: "
-                 "run, inspect.\n";
+                 "run, inspect, check.\n";
     return kWrongUsage;
   }
   if (!work) {

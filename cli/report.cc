@@ -161,4 +161,21 @@ std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
                    {"poses", std::move(poses)}});
 }
 
+std::string CheckReport(const std::vector<check::Finding>& findings) {
+  Json list = Json::array();
+  std::map<check::Severity, std::size_t> counts;
+  for (const check::Finding& finding : findings) {
+    ++counts[finding.rule.severity];
+    list.push_back({{"file", finding.file},
+                    {"line", finding.line},
+                    {"severity", check::SeverityName(finding.rule.severity)},
+                    {"rule", finding.rule.id},
+                    {"text", finding.text}});
+  }
+  return Document({{"findings", std::move(list)},
+                   {"errors", counts[check::Severity::kError]},
+                   {"warnings", counts[check::Severity::kWarning]},
+                   {"notes", counts[check::Severity::kNote]}});
+}
+
 }  // namespace lipvane::cli

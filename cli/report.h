@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/check/finding.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/standalone/interpreter.h"
@@ -29,5 +30,8 @@ std::string SceneReport(const standalone::Scene& scene);
 /// All that is read of a bone pose file, whose text this is.
 std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
                       const PhonemeMapping& mapping);
+
+/// What was found in files, and how much of each severity.
+std::string CheckReport(const std::vector<check::Finding>& findings);
 
 }  // namespace lipvane::cli

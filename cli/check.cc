@@ -1,0 +1,160 @@
+#include "cli/check.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "cli/file_format.h"
+#include "cli/messages.h"
+#include "cli/progress.h"
+#include "cli/report.h"
+#include "lipvane/check/finding.h"
+#include "lipvane/check/lbp_check.h"
+#include "lipvane/check/ltf_check.h"
+#include "lipvane/check/scene_check.h"
+#include "lipvane/engine/bone_pose.h"
+#include "lipvane/formats/lbp.h"
+#include "lipvane/formats/phonemes.h"
+#include "lipvane/host/standalone/scene.h"
+#include "lipvane/text/file.h"
+
+namespace lipvane::cli {
+namespace {
+
+using check::Finding;
+using check::Vocabulary;
+using standalone::Scene;
+
+struct Input {
+  std::string name;
+  std::string text;
+  FileFormat format = FileFormat::kUnknown;
+};
+
+/// False when any could not be read; the others are there.
+bool ReadInputs(const std::vector<std::string>& files, std::vector<Input>& inputs) {
+  bool ok = true;
+  for (const std::string& file : files) {
+    Input input;
+    input.name = file;
+    std::string reason;
+    if (!text::ReadFile(file, input.text, reason)) {
+      reason.insert(0, file + ": ");
+      PrintError(reason);
+      ok = false;
+      continue;
+    }
+    input.format = GuessFormat(input.text, file);
+    inputs.push_back(std::move(input));
+  }
+  return ok;
+}
+
+bool HasAny(const std::vector<Input>& inputs, FileFormat format) {
+  return std::any_of(inputs.begin(), inputs.end(),
+                     [&](const Input& input) { return input.format == format; });
+}
+
+bool OpenScene(const std::string& fileName, std::optional<Scene>& scene) {
+  Progress progress;
+  try {
+    scene = Scene::Open(fileName, [&](std::size_t done, std::size_t total) {
+      progress.Show("Opening", done, total);
+    });
+  } catch (const standalone::SceneError& error) {
+    progress.Erase();
+    PrintError(error.what());
+    return false;
+  }
+  progress.Erase();
+  for (const std::string& note : scene->ReadingNotes())
+    PrintWarning(note);
+  for (const std::string& file : scene->References()) {
+    PrintWarning("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
+  }
+  return true;
+}
+
+/// What the animations may move: by the first pose file among them, else by a new rig.
+Vocabulary FindVocabulary(const std::vector<Input>& inputs) {
+  for (const Input& input : inputs) {
+    TBonePoseInfo poseInfo;
+    PhonemeMapping mapping;
+    ReadProblem problem;
+    if (input.format != FileFormat::kLbp || !ReadLbpText(input.text, poseInfo, mapping, problem)) {
+      continue;
+    }
+    const std::size_t first = 1 + mapping.speechTargets.size();
+    const std::size_t poses = std::max(poseInfo.poses.size(), first);
+    const std::size_t expressions = std::min(poses - first, kExpressionNames.size());
+    return {mapping.speechTargets,
+            {kExpressionNames.begin(),
+             std::next(kExpressionNames.begin(), static_cast<std::ptrdiff_t>(expressions))}};
+  }
+  return {{kSpeechTargetNames.begin(), kSpeechTargetNames.end()},
+          {kExpressionNames.begin(), kExpressionNames.end()}};
+}
+
+void AddWrongFormat(const Input& input, std::vector<Finding>& findings) {
+  check::Recorder(input.name, findings)
+      .Add(1, check::rule::kUnreadable,
+           input.format == FileFormat::kScene
+               ? "this is a Maya ASCII scene: a scene is given with --scene"
+               : "this is neither a bone pose file (LBP) nor an animation file (LTF)");
+}
+
+void CheckInput(const Input& input, const std::optional<Scene>& scene, const std::string& sceneName,
+                const Vocabulary& vocabulary, std::vector<Finding>& findings) {
+  const std::size_t before = findings.size();
+  switch (input.format) {
+    case FileFormat::kLbp:
+      check::CheckLbp(input.name, input.text, findings);
+      if (scene) check::CheckAgainstScene(input.name, input.text, *scene, sceneName, findings);
+      check::SortByLine(findings, before);
+      return;
+    case FileFormat::kLtf:
+      return check::CheckLtf(input.name, input.text, vocabulary, findings);
+    case FileFormat::kScene:
+    case FileFormat::kUnknown:
+      return AddWrongFormat(input, findings);
+  }
+}
+
+std::string CheckLines(const std::vector<Finding>& findings) {
+  std::string lines;
+  for (const Finding& finding : findings) {
+    lines += finding.file + ":" + std::to_string(finding.line) + ": " +
+             check::SeverityName(finding.rule.severity) + ": " + finding.text + " [" +
+             finding.rule.id + "]\n";
+  }
+  return lines;
+}
+
+}  // namespace
+
+int Check(const std::vector<std::string>& files, const std::string& scene, bool asJson) {
+  std::vector<Input> inputs;
+  bool ok = ReadInputs(files, inputs);
+  std::optional<Scene> opened;
+  if (!scene.empty()) {
+    ok = OpenScene(scene, opened) && ok;
+    if (!HasAny(inputs, FileFormat::kLbp)) {
+      PrintWarning(scene + ": there is no bone pose file (LBP) to hold against it");
+    }
+  }
+  const Vocabulary vocabulary =
+      HasAny(inputs, FileFormat::kLtf) ? FindVocabulary(inputs) : Vocabulary();
+  std::vector<Finding> findings;
+  for (const Input& input : inputs)
+    CheckInput(input, opened, scene, vocabulary, findings);
+
+  ok = PrintResult(asJson ? CheckReport(findings) : CheckLines(findings)) && ok;
+  const bool hasError = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+    return finding.rule.severity == check::Severity::kError;
+  });
+  return ok && !hasError ? 0 : 1;
+}
+
+}  // namespace lipvane::cli

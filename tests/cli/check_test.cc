@@ -1,0 +1,121 @@
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/cli_test.h"
+#include "tests/support/lbp_text.h"
+
+namespace lipvane::test {
+namespace {
+
+using nlohmann::json;
+
+class CheckTest : public CliTest {
+ protected:
+  /// One speech target and two of the expressions; of one bone, its count of poses is line 52.
+  std::string Face(const std::vector<std::string>& bones) const {
+    const std::vector<BoneLine> pose(bones.size());
+    return folder_.Make("face.lbp", LbpText(bones, {pose, pose, pose, pose}));
+  }
+  std::string Animation(const std::string& target, const std::string& expression) const {
+    return folder_.Make("a.ltf", "LTF\n1.0\n0\n1\n{\n" + target + "\n0\n}\n1\n{\n" + expression +
+                                     "\n2\n0 0 0 1\n}\n");
+  }
+};
+
+TEST_F(CheckTest, PrintsOneFindingALine) {
+  const std::string file = Face({"jaw"});
+  const std::string finding =
+      file + ":52: warning: 4 poses give only 2 of the 4 expressions [expression-poses]\n";
+  const ProcessResult odd = Lipvane({"check", file});
+  EXPECT_EQ(odd.out, finding);
+  EXPECT_EQ(odd.err, "");
+  EXPECT_EQ(odd.status, 0);  // no error among them
+
+  const std::string note = folder_.Make("note.txt", "hello");
+  const std::string missing = folder_.Path("missing.lbp");
+  const ProcessResult bad = Lipvane({"check", missing, note, file});
+  EXPECT_EQ(bad.out, note +
+                         ":1: error: this is neither a bone pose file (LBP) nor an animation file "
+                         "(LTF) [unreadable]\n" +
+                         finding);
+  EXPECT_EQ(bad.err, "Error: " + missing + ": No such file or directory\n");
+  EXPECT_EQ(bad.status, 1);
+  EXPECT_EQ(Lipvane({"check", missing, file}).status, 1);
+  EXPECT_EQ(Lipvane({"check", note}).status, 1);
+  EXPECT_EQ(Lipvane({"check"}).status, 2);
+  EXPECT_EQ(Lipvane({"check", file, "--scene", ""}).status, 2);
+}
+
+TEST_F(CheckTest, HoldsPoseFilesAgainstAScene) {
+  const std::string scene = folder_.Make("face.ma", kFaceScene);
+  const std::string file = Face({"jaw", "chin", "eye"});
+  const ProcessResult result = Lipvane({"check", file, "--scene", scene});
+  EXPECT_TRUE(Has(result.out, file + ":49: error: bone \"chin\" is not in " + scene)) << result.out;
+  EXPECT_TRUE(Has(result.out, file + ":50: warning: bone \"eye\" is in " + scene + " 2 times"))
+      << result.out;
+  EXPECT_LT(result.out.find("[bone-repeated]"), result.out.find("[expression-poses]"));
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(Lipvane({"check", Face({"jaw"}), "--scene", scene}).status, 0);
+
+  EXPECT_TRUE(Has(Lipvane({"check", scene}).out, scene + ":1: error: this is a Maya ASCII scene"));
+  const ProcessResult alone = Lipvane({"check", scene, "--scene", scene});
+  EXPECT_TRUE(Has(alone.err, "Warning: " + scene + ": there is no bone pose file")) << alone.err;
+  const ProcessResult none = Lipvane({"check", file, "--scene", folder_.Path("none.ma")});
+  EXPECT_TRUE(Has(none.out, "[expression-poses]")) << none.out;
+  EXPECT_TRUE(Has(none.err, "Error: " + folder_.Path("none.ma"))) << none.err;
+  EXPECT_EQ(none.status, 1);
+}
+
+TEST_F(CheckTest, AnimationsUseTheNamesOfTheFirstPoseFile) {
+  const std::string animation = Animation("Eat", "Blink_Left");
+  const std::string twoKeys =
+      animation +
+      ":13: error: key 2 of track \"Blink_Left\" is at 0 like the one before "
+      "it: as the last two keys they give no number there "
+      "[equal-last-times]\n";
+  EXPECT_EQ(Lipvane({"check", animation}).out, twoKeys);
+  // Two expression poses are the brows alone.
+  const std::string cut = folder_.Make("cut.lbp", "2\n");
+  const ProcessResult result = Lipvane({"check", animation, cut, Face({"jaw"})});
+  EXPECT_EQ(result.out.find(animation + ":11: warning: expression track \"Blink_Left\" bears"), 0U)
+      << result.out;
+  EXPECT_TRUE(Has(result.out, twoKeys));
+}
+
+TEST_F(CheckTest, PrintsJson) {
+  const std::string file = folder_.Make("cut.lbp", "2\n");
+  const ProcessResult result = Lipvane({"check", file, Face({"jaw"}), "--json"});
+  EXPECT_EQ(result.status, 1);
+  const json report = json::parse(result.out);
+  ASSERT_EQ(report["findings"].size(), 2U);
+  EXPECT_EQ(report["findings"][0],
+            (json{{"file", file},
+                  {"line", 1},
+                  {"severity", "error"},
+                  {"rule", "unreadable"},
+                  {"text", "the file ends where the number of speech targets is expected"}}));
+  EXPECT_EQ(report["errors"], 1);
+  EXPECT_EQ(report["warnings"], 1);
+  EXPECT_EQ(report["notes"], 0);
+}
+
+TEST_F(CheckTest, TheExampleHasNoFindings) {
+  const std::string examples = LIPVANE_SOURCE_DIR "/examples/";
+  std::ifstream in(examples + "bones.txt");
+  std::string bones;
+  std::getline(in, bones);
+  const std::string file = folder_.Path("face.lbp");
+  ASSERT_EQ(Lipvane({"run", examples + "face_poses.ma", "-e",
+                     "demBonesExportPoses -bones \"" + bones +
+                         "\" -headbone head -numposes 20 -lbpfile \"" + file + "\""})
+                .status,
+            0);
+  for (const char* scene : {"face_poses.ma", "face_rig.ma"}) {
+    const ProcessResult result = Lipvane({"check", file, "--scene", examples + scene});
+    EXPECT_EQ(result.out + result.err, "") << scene;
+    EXPECT_EQ(result.status, 0);
+  }
+}
+
+}  // namespace
+}  // namespace lipvane::test
