@@ -18,14 +18,13 @@ bool IsFinite(const std::array<double, 3>& values) {
 BoneBaker::BoneBaker(host::Host& host, const DagSearch& search, const std::string& boneName)
     : host_(host), bone_(host) {
   host::DagPath lastPath;
-  host::Node lastJoint;
+  host::Node lastNode;
   search.ForEach(boneName, [&](const host::DagPath& path, const host::Node& node) {
-    if (!host_.AttachJoint(node).ok()) return;
-    hasJoint_ = true;
     lastPath = path;
-    lastJoint = node;
+    lastNode = node;
   });
-  if (hasJoint_) BindBone(host_, boneName, lastPath, lastJoint, kPosedChannelCount, bone_);
+  hasJoint_ = host_.AttachJoint(lastNode).ok();
+  if (hasJoint_) BindBone(host_, boneName, lastPath, lastNode, kPosedChannelCount, bone_);
 }
 
 host::Status BoneBaker::Key(const TIndexedBone& pose, double frame) {

@@ -11,12 +11,12 @@
 
 namespace lipvane::scene {
 
-/// Keys one bone's pose at frame after frame on the joint of its name, the last one of the walk
-/// when there are several. The joint turns from each frame to the next by the nearest of the Euler
-/// triples that mean the rotation, so that nothing flips in between.
+/// Keys one bone's pose at frame after frame on the joint of its name; of several nodes of the name
+/// it is the last one of the walk, as for an import. The joint turns from each frame to the next by
+/// the nearest of the Euler triples that mean the rotation, so that nothing flips in between.
 class BoneBaker {
  public:
-  /// Makes curves on the joint's translation and rotation, when there is a joint of that name. The
+  /// Makes curves on the joint's translation and rotation, when the name's node is a joint. The
   /// search must have looked for it.
   BoneBaker(host::Host& host, const DagSearch& search, const std::string& boneName);
 

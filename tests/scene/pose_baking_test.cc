@@ -29,7 +29,7 @@ class PoseBaking : public testing::Test {
 
   test::RecordingHost host_{{Node("joint", "|head"), Node("joint", "|head|eye"),
                              Node("transform", "|rest"), Node("joint", "|rest|eye"),
-                             Node("transform", "|rest|eye|eye")}};
+                             Node("joint", "|rest|lid"), Node("transform", "|rest|lid|lid")}};
 };
 
 TEST_F(PoseBaking, KeysTheLastJointOfTheName) {
@@ -40,7 +40,7 @@ TEST_F(PoseBaking, KeysTheLastJointOfTheName) {
   EXPECT_NEAR(host_.curves["|rest|eye.rotateX"][7], 0.5, 1e-6);
   EXPECT_EQ(host_.curves["|rest|eye.translateZ"][7], 3);
 
-  for (const char* name : {"rest", "nose"}) {
+  for (const char* name : {"rest", "nose", "lid"}) {
     BoneBaker none = Baker(name);
     EXPECT_FALSE(none.HasJoint());
     EXPECT_FALSE(none.Key(Turned(0.5), 7).ok());
