@@ -1,9 +1,9 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
+#include <map>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "lipvane/check/rules.h"
@@ -19,25 +19,29 @@ struct Finding {
 };
 
 /// Orders those from place `first` on by line; of one line they stay as they were found.
-inline void SortByLine(std::vector<Finding>& findings, std::size_t first) {
-  std::stable_sort(findings.begin() + static_cast<std::ptrdiff_t>(first), findings.end(),
-                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
-}
+void SortByLine(std::vector<Finding>& findings, std::size_t first);
+
+/// So many findings of one rule are kept of a file, and one more that counts the rest: a file of
+/// millions of bad lines must not take gigabytes, and nobody reads them.
+inline constexpr std::size_t kMostOfARule = 1000;
 
 /// Adds findings of one file.
 class Recorder {
  public:
-  /// The list must live as long.
-  Recorder(std::string file, std::vector<Finding>& findings)
-      : file_(std::move(file)), findings_(findings) {}
+  /// The list must live as long, and nobody else may change it in between.
+  Recorder(std::string file, std::vector<Finding>& findings);
 
-  void Add(std::size_t line, const Rule& rule, std::string text) {
-    findings_.push_back({file_, line, rule, std::move(text)});
-  }
+  void Add(std::size_t line, const Rule& rule, std::string text);
 
  private:
+  struct Tally {
+    std::size_t count = 0;
+    std::size_t rest = 0;  // the place of the finding that counts those beyond the most
+  };
+
   std::string file_;
   std::vector<Finding>& findings_;
+  std::map<std::string_view, Tally> tallies_;
 };
 
 }  // namespace lipvane::check

@@ -148,6 +148,15 @@ TEST(LbpCheck, FindingsStandInOrderOfLine) {
   EXPECT_EQ(lines, "2 5 5 49 55 ");
 }
 
+TEST(LbpCheck, ManyFindingsOfARuleEndInTheirNumber) {
+  Lines lines = CleanLbp(600);
+  std::fill(lines.begin() + 53, lines.end(), kBone + " 0");
+  const Findings found = LbpFindings(Changed(lines, {}));
+  ASSERT_EQ(found.size(), kMostOfARule + 1);
+  EXPECT_EQ(found.back().line, 53 + kMostOfARule + 1);
+  EXPECT_EQ(found.back().text, "200 more findings of this rule, up to line 1253");
+}
+
 /// Eat has 27 keys on lines 9 and 10, Ox three on line 15; two expressions have none.
 Lines CleanLtf() {
   std::string first = "0 0";

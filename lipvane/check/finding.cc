@@ -1,0 +1,28 @@
+#include "lipvane/check/finding.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lipvane::check {
+
+void SortByLine(std::vector<Finding>& findings, std::size_t first) {
+  std::stable_sort(findings.begin() + static_cast<std::ptrdiff_t>(first), findings.end(),
+                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
+}
+
+Recorder::Recorder(std::string file, std::vector<Finding>& findings)
+    : file_(std::move(file)), findings_(findings) {}
+
+void Recorder::Add(std::size_t line, const Rule& rule, std::string text) {
+  Tally& tally = tallies_[rule.id];
+  ++tally.count;
+  if (tally.count > kMostOfARule + 1) {
+    findings_[tally.rest].text = std::to_string(tally.count - kMostOfARule) +
+                                 " more findings of this rule, up to line " + std::to_string(line);
+    return;
+  }
+  tally.rest = findings_.size();
+  findings_.push_back({file_, line, rule, std::move(text)});
+}
+
+}  // namespace lipvane::check
