@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Makes the example face: two Maya scenes, the list of bones and a picture of the poses.
+"""Makes the example face: two Maya scenes, the list of bones, a line to speak and a picture of the
+poses.
 
     python3 examples/make_face.py [FOLDER]
 
-writes face_poses.ma, face_rig.ma, bones.txt and poses.svg into FOLDER (this script's own folder
-when none is given). The result depends on nothing but the tables in facerig/.
+writes face_poses.ma, face_rig.ma, bones.txt, hello.ltf and poses.svg into FOLDER (this script's own
+folder when none is given). The result depends on nothing but the tables in facerig/.
 """
 
 import pathlib
@@ -12,7 +13,7 @@ import sys
 
 sys.dont_write_bytecode = True  # leaves no __pycache__ in the source tree
 
-from facerig import joints, maya_scene, poses, sheet, solve  # noqa: E402
+from facerig import joints, maya_scene, poses, sheet, solve, spoken_line  # noqa: E402
 
 
 def main() -> None:
@@ -25,6 +26,7 @@ def main() -> None:
         "face_poses.ma": maya_scene.text("face_poses", rig, list(posed.values())),
         "face_rig.ma": maya_scene.text("face_rig", rig, []),
         "bones.txt": " ".join(bone.name for bone in rig.joints if bone.joint.listed) + "\n",
+        "hello.ltf": spoken_line.text(),
         "poses.svg": sheet.svg(rig, posed),
     }
     folder.mkdir(parents=True, exist_ok=True)
