@@ -4,12 +4,15 @@
 #include <cstddef>
 #include <iterator>
 #include <optional>
+#include <ostream>
 #include <utility>
 
 #include "cli/file_format.h"
 #include "cli/messages.h"
+#include "cli/output.h"
 #include "cli/progress.h"
 #include "cli/report.h"
+#include "cli/scene_file.h"
 #include "lipvane/check/finding.h"
 #include "lipvane/check/lbp_check.h"
 #include "lipvane/check/ltf_check.h"
@@ -41,8 +44,7 @@ bool ReadInputs(const std::vector<std::string>& files, std::vector<Input>& input
     input.name = file;
     std::string reason;
     if (!text::ReadFile(file, input.text, reason)) {
-      reason.insert(0, file + ": ");
-      PrintError(reason);
+      PrintError(file + ": " + reason);
       ok = false;
       continue;
     }
@@ -57,24 +59,14 @@ bool HasAny(const std::vector<Input>& inputs, FileFormat format) {
                      [&](const Input& input) { return input.format == format; });
 }
 
-bool OpenScene(const std::string& fileName, std::optional<Scene>& scene) {
+std::optional<Scene> OpenSceneToSearch(const std::string& fileName) {
   Progress progress;
-  try {
-    scene = Scene::Open(fileName, [&](std::size_t done, std::size_t total) {
-      progress.Show("Opening", done, total);
-    });
-  } catch (const standalone::SceneError& error) {
-    progress.Erase();
-    PrintError(error.what());
-    return false;
-  }
-  progress.Erase();
-  for (const std::string& note : scene->ReadingNotes())
-    PrintWarning(note);
+  std::optional<Scene> scene = OpenScene(fileName, progress);
+  if (!scene) return scene;
   for (const std::string& file : scene->References()) {
     PrintWarning("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
   }
-  return true;
+  return scene;
 }
 
 /// What the animations may move: by the first pose file among them, else by a new rig.
@@ -127,7 +119,7 @@ std::string CheckLines(const std::vector<Finding>& findings) {
   for (const Finding& finding : findings) {
     lines += finding.file + ":" + std::to_string(finding.line) + ": " +
              check::SeverityName(finding.rule.severity) + ": " + finding.text + " [" +
-             finding.rule.id + "]\n";
+             std::string(finding.rule.id) + "]\n";
   }
   return lines;
 }
@@ -139,7 +131,8 @@ int Check(const std::vector<std::string>& files, const std::string& scene, bool 
   bool ok = ReadInputs(files, inputs);
   std::optional<Scene> opened;
   if (!scene.empty()) {
-    ok = OpenScene(scene, opened) && ok;
+    opened = OpenSceneToSearch(scene);
+    ok = opened.has_value() && ok;
     if (!HasAny(inputs, FileFormat::kLbp)) {
       PrintWarning(scene + ": there is no bone pose file (LBP) to hold against it");
     }
@@ -150,7 +143,8 @@ int Check(const std::vector<std::string>& files, const std::string& scene, bool 
   for (const Input& input : inputs)
     CheckInput(input, opened, scene, vocabulary, findings);
 
-  ok = PrintResult(asJson ? CheckReport(findings) : CheckLines(findings)) && ok;
+  const std::string result = asJson ? CheckReport(findings) : CheckLines(findings);
+  ok = WriteOutput(kStandardOutput, [&](std::ostream& out) { out << result; }) && ok;
   const bool hasError = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
     return finding.rule.severity == check::Severity::kError;
   });

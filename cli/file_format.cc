@@ -30,7 +30,8 @@ bool BeginsSceneStatement(std::string_view word) {
   return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
 }
 
-/// In small letters, with its dot.
+}  // namespace
+
 std::string Ending(const std::string& fileName) {
   const std::size_t dot = fileName.find_last_of("./\\");
   if (dot == std::string::npos || fileName[dot] != '.') return {};
@@ -40,8 +41,6 @@ std::string Ending(const std::string& fileName) {
   });
   return ending;
 }
-
-}  // namespace
 
 FileFormat GuessFormat(std::string_view text, const std::string& fileName) {
   if (StartsWith(text, "\xEF\xBB\xBF")) text.remove_prefix(3);

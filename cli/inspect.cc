@@ -1,13 +1,17 @@
 #include "cli/inspect.h"
 
+#include <ostream>
 #include <utility>
 
 #include "cli/file_format.h"
 #include "cli/messages.h"
+#include "cli/output.h"
 #include "cli/report.h"
 #include "cli/summary.h"
+#include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
+#include "lipvane/formats/ltf.h"
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/text/file.h"
@@ -15,17 +19,30 @@
 namespace lipvane::cli {
 namespace {
 
+bool Print(const std::string& result) {
+  return WriteOutput(kStandardOutput, [&](std::ostream& out) { out << result; });
+}
+
 bool InspectLbp(const std::string& fileName, const std::string& text, bool asJson) {
   TBonePoseInfo poseInfo;
   PhonemeMapping mapping;
   ReadProblem problem;
   if (!ReadLbpText(text, poseInfo, mapping, problem)) {
-    const std::string line = problem.line > 0 ? ":" + std::to_string(problem.line) : "";
-    PrintLine(fileName + line + ": " + problem.reason);
+    PrintProblem(fileName, problem);
     return false;
   }
-  return PrintResult(asJson ? LbpReport(text, poseInfo, mapping)
-                            : LbpSummary(fileName, poseInfo, mapping));
+  return Print(asJson ? LbpReport(text, poseInfo, mapping)
+                      : LbpSummary(fileName, poseInfo, mapping));
+}
+
+bool InspectLtf(const std::string& fileName, const std::string& text, bool asJson) {
+  TAnimation animation;
+  ReadProblem problem;
+  if (!ReadLtfText(text, animation, problem)) {
+    PrintProblem(fileName, problem);
+    return false;
+  }
+  return Print(asJson ? LtfReport(animation) : LtfSummary(fileName, animation));
 }
 
 bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
@@ -33,9 +50,9 @@ bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
     const auto scene = standalone::Scene::Parse(std::move(text), fileName);
     for (const std::string& note : scene.ReadingNotes())
       PrintWarning(note);
-    return PrintResult(asJson ? SceneReport(scene) : SceneSummary(fileName, scene));
+    return Print(asJson ? SceneReport(scene) : SceneSummary(fileName, scene));
   } catch (const standalone::SceneError& error) {
-    PrintLine(error.what());
+    PrintError(error.what());
     return false;
   }
 }
@@ -47,12 +64,13 @@ bool InspectText(const std::string& fileName, std::string text, bool asJson) {
     case FileFormat::kLbp:
       return InspectLbp(fileName, text, asJson);
     case FileFormat::kLtf:
-      PrintLine(fileName + ": animation files (LTF) cannot be inspected yet");
-      return false;
+      return InspectLtf(fileName, text, asJson);
     case FileFormat::kUnknown:
       break;
   }
-  PrintLine(fileName + ": it is neither a Maya ASCII scene nor a bone pose file (LBP)");
+  PrintError(fileName +
+             ": it is neither a bone pose file (LBP), an animation file (LTF) nor a Maya ASCII "
+             "scene");
   return false;
 }
 
@@ -62,7 +80,7 @@ int Inspect(const std::string& fileName, bool asJson) {
   std::string text;
   std::string reason;
   if (!text::ReadFile(fileName, text, reason)) {
-    PrintLine(fileName + ": " + reason);
+    PrintError(fileName + ": " + reason);
     return 1;
   }
   return InspectText(fileName, std::move(text), asJson) ? 0 : 1;

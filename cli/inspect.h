@@ -4,7 +4,8 @@
 
 namespace lipvane::cli {
 
-/// Says what is read of a pose or scene file, for people or as JSON. Returns the exit status.
+/// Says what is read of a pose, animation or scene file, for people or as JSON. Returns the exit
+/// status.
 int Inspect(const std::string& fileName, bool asJson);
 
 }  // namespace lipvane::cli

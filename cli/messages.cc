@@ -14,6 +14,11 @@ void PrintError(const std::string& text) {
   PrintLine("Error: " + text);
 }
 
+void PrintProblem(const std::string& fileName, const ReadProblem& problem) {
+  const std::string line = problem.line > 0 ? ":" + std::to_string(problem.line) : "";
+  PrintError(fileName + line + ": " + problem.reason);
+}
+
 void PrintWarning(const std::string& text) {
   PrintLine("Warning: " + text);
 }
@@ -30,13 +35,6 @@ void PrintMessage(const standalone::Message& message) {
     case Kind::kBox:
       return PrintLine("[" + message.title + "] " + message.text);
   }
-}
-
-bool PrintResult(const std::string& text) {
-  std::cout << text << std::flush;
-  if (std::cout) return true;
-  PrintError("standard output: it could not be written");
-  return false;
 }
 
 }  // namespace lipvane::cli

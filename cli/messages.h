@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "lipvane/formats/read_problem.h"
 #include "lipvane/host/standalone/message.h"
 
 namespace lipvane::cli {
@@ -10,12 +11,11 @@ namespace lipvane::cli {
 void PrintLine(const std::string& text);
 /// "Error: TEXT".
 void PrintError(const std::string& text);
+/// "Error: FILE:LINE: REASON"; no line when the file as a whole is meant.
+void PrintProblem(const std::string& fileName, const ReadProblem& problem);
 /// "Warning: TEXT".
 void PrintWarning(const std::string& text);
 /// A command's message, in the form of its kind.
 void PrintMessage(const standalone::Message& message);
-
-/// Writes a result to standard output. False, after saying so, when it could not all be written.
-bool PrintResult(const std::string& text);
 
 }  // namespace lipvane::cli

@@ -2,23 +2,19 @@
 
 #include <cstddef>
 #include <map>
-#include <nlohmann/json.hpp>
 
+#include "cli/json.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/lbp_hierarchy.h"
+#include "lipvane/formats/ltf.h"
 
 namespace lipvane::cli {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using standalone::Channel;
 using standalone::Message;
 using standalone::PathId;
 using standalone::Scene;
-
-std::string Line(const Json& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
 
 /// One member a line, and one element a line where a member is a list of lists or objects: long
 /// lists stay readable, and a comparison of two reports shows what changed.
@@ -26,15 +22,15 @@ std::string Document(const Json& object) {
   std::string text = "{\n";
   std::size_t membersLeft = object.size();
   for (const auto& [name, value] : object.items()) {
-    text += "  " + Line(name) + ": ";
+    text += "  " + OneLine(name) + ": ";
     if (value.is_array() && !value.empty() && value.front().is_structured()) {
       text += "[\n";
       for (std::size_t i = 0; i < value.size(); ++i) {
-        text += "    " + Line(value[i]) + (i + 1 < value.size() ? ",\n" : "\n");
+        text += "    " + OneLine(value[i]) + (i + 1 < value.size() ? ",\n" : "\n");
       }
       text += "  ]";
     } else {
-      text += Line(value);
+      text += OneLine(value);
     }
     text += --membersLeft > 0 ? ",\n" : "\n";
   }
@@ -110,6 +106,18 @@ Json HierarchyJson(const std::string& text) {
           {"parentByName", parentByName}};
 }
 
+Json TracksJson(const std::vector<TAnimationTrack>& tracks) {
+  Json json = Json::array();
+  for (const TAnimationTrack& track : tracks) {
+    Json keys = Json::array();
+    for (int i = 0; i < track.KeyCount(); ++i) {
+      keys.push_back(Json::array({track.GetKey(i)->time, track.GetKey(i)->value}));
+    }
+    json.push_back({{"name", track.name}, {"keys", std::move(keys)}});
+  }
+  return json;
+}
+
 }  // namespace
 
 std::string RunReport(const std::vector<CommandRecord>& commands, const Scene& scene,
@@ -159,6 +167,14 @@ std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
                    {"bones", poseInfo.boneNames},
                    {"hierarchy", HierarchyJson(text)},
                    {"poses", std::move(poses)}});
+}
+
+std::string LtfReport(const TAnimation& animation) {
+  return Document({{"format", "ltf"},
+                   {"version", kLtfVersion},
+                   {"length", animation.length},
+                   {"tracks", TracksJson(animation.tracks)},
+                   {"expressionTracks", TracksJson(animation.expressionTracks)}});
 }
 
 std::string CheckReport(const std::vector<check::Finding>& findings) {

@@ -4,14 +4,13 @@
 #include <vector>
 
 #include "lipvane/check/finding.h"
+#include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/host/standalone/scene.h"
 
-/// What programs read of our results: JSON texts, always valid. Numbers read back as the values
-/// they were printed from, those that are not finite are null, and bytes of a name that are not
-/// UTF-8 become replacement characters.
+/// What programs read of our results: JSON texts, as json.h has them.
 namespace lipvane::cli {
 
 /// A command line and what became of it.
@@ -30,6 +29,9 @@ std::string SceneReport(const standalone::Scene& scene);
 /// All that is read of a bone pose file, whose text this is.
 std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
                       const PhonemeMapping& mapping);
+
+/// All that is read of an animation file.
+std::string LtfReport(const TAnimation& animation);
 
 /// What was found in files, and how much of each severity.
 std::string CheckReport(const std::vector<check::Finding>& findings);

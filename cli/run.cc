@@ -1,16 +1,16 @@
 #include "cli/run.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <ostream>
-#include <system_error>
 #include <utility>
 
 #include "cli/messages.h"
+#include "cli/output.h"
 #include "cli/progress.h"
 #include "cli/report.h"
+#include "cli/scene_file.h"
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/host/standalone/mel.h"
 #include "lipvane/host/standalone/scene.h"
@@ -24,17 +24,6 @@ using standalone::Interpreter;
 using standalone::MelCommand;
 using standalone::Message;
 using standalone::Scene;
-
-constexpr char kStandardOutput[] = "-";
-
-/// Tells before the work rather than after it that a result cannot be written.
-bool FolderExists(const std::string& fileName) {
-  const std::filesystem::path folder = std::filesystem::path(fileName).parent_path();
-  std::error_code error;
-  if (folder.empty() || std::filesystem::is_directory(folder, error)) return true;
-  PrintError(fileName + ": there is no folder " + folder.string());
-  return false;
-}
 
 bool ReadScript(const Script& script, const standalone::CodePage& page,
                 standalone::MelSource& source) {
@@ -87,43 +76,14 @@ bool RunCommands(Interpreter& interpreter, const std::vector<MelCommand>& comman
   return true;
 }
 
-/// Writes a file whole or not at all.
-template <typename Writer>
-bool WriteFile(const std::string& fileName, const Writer& write) {
-  text::OutputFile file;
-  std::string reason;
-  if (file.Open(fileName, text::OutputFile::Mode::kBinary, reason)) {
-    write(file.Stream());
-    if (file.Commit(reason)) return true;
-  }
-  PrintError(fileName + ": " + reason);
-  return false;
-}
-
-bool WriteReport(const std::string& fileName, const std::string& report) {
-  if (fileName == kStandardOutput) return PrintResult(report);
-  return WriteFile(fileName, [&](std::ostream& out) { out << report; });
-}
-
 }  // namespace
 
 int Run(const RunOptions& options) {
   if (!FolderExists(options.output) || !FolderExists(options.report)) return 1;
 
   Progress progress;
-  std::optional<Scene> scene;
-  try {
-    scene = Scene::Open(options.scene, [&](std::size_t done, std::size_t total) {
-      progress.Show("Opening", done, total);
-    });
-  } catch (const standalone::SceneError& error) {
-    progress.Erase();
-    PrintError(error.what());
-    return 1;
-  }
-  progress.Erase();
-  for (const std::string& note : scene->ReadingNotes())
-    PrintWarning(note);
+  std::optional<Scene> scene = OpenScene(options.scene, progress);
+  if (!scene) return 1;
 
   Interpreter interpreter(*scene, [&](const Message& message) {
     progress.Erase();
@@ -138,10 +98,11 @@ int Run(const RunOptions& options) {
 
   progress.Erase();
   if (ok && !options.output.empty()) {
-    ok = WriteFile(options.output, [&](std::ostream& out) { scene->Write(out); });
+    ok = WriteOutput(options.output, [&](std::ostream& out) { scene->Write(out); });
   }
   if (!options.report.empty()) {
-    ok = WriteReport(options.report, RunReport(records, *scene, interpreter.GetHost())) && ok;
+    const std::string report = RunReport(records, *scene, interpreter.GetHost());
+    ok = WriteOutput(options.report, [&](std::ostream& out) { out << report; }) && ok;
   }
   return ok ? 0 : 1;
 }

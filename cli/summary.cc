@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lipvane/formats/lbp.h"
+#include "lipvane/formats/ltf.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::cli {
@@ -44,15 +45,15 @@ std::string NameList(const std::string& title, const std::vector<std::string>& n
 /// A title with lines below, of which the first ones are made and shown, the rest counted.
 class LineList {
  public:
-  explicit LineList(const std::string& title) : text_(title + ":\n") {}
+  explicit LineList(const std::string& title) : text_(title + "\n") {}
 
   template <typename Make>
   void Add(const Make& make) {
     if (++count_ <= kMaxListed) text_ += "  " + make() + "\n";
   }
   /// Empty when nothing was added.
-  std::string Text() const {
-    if (count_ == 0) return {};
+  std::string Text() const { return count_ == 0 ? std::string() : TextWithTitle(); }
+  std::string TextWithTitle() const {
     if (count_ <= kMaxListed) return text_;
     return text_ + "  ... and " + std::to_string(count_ - kMaxListed) + " more\n";
   }
@@ -79,7 +80,7 @@ std::string NodeCounts(const Scene& scene) {
 
 /// Every joint, indented by the joints above it.
 std::string JointTree(const Scene& scene) {
-  LineList list("Joints");
+  LineList list("Joints:");
   std::vector<std::size_t> depths(scene.PathCount(), 0);  // of what stands below each path
   for (PathId path = 1; path < scene.PathCount(); ++path) {
     const NodeId node = scene.NodeOf(path);
@@ -109,7 +110,7 @@ std::string CurveCounts(const Scene& scene) {
 }
 
 std::string References(const Scene& scene) {
-  LineList list("References (not read)");
+  LineList list("References (not read):");
   for (const std::string& file : scene.References()) {
     list.Add([&] { return file; });
   }
@@ -117,7 +118,7 @@ std::string References(const Scene& scene) {
 }
 
 std::string NotEvaluated(const Scene& scene) {
-  LineList list("Not evaluated (the value in the file stands in)");
+  LineList list("Not evaluated (the value in the file stands in):");
   for (NodeId node = 1; node < scene.NodeCount(); ++node) {
     const NodeKind kind = scene.Kind(node);
     if (kind != NodeKind::kTransform && kind != NodeKind::kJoint) continue;
@@ -133,6 +134,24 @@ std::string NotEvaluated(const Scene& scene) {
   return list.Text();
 }
 
+/// Every track with how many keys it has, from when to when, and its largest value.
+std::string TrackList(const std::string& title, const std::vector<TAnimationTrack>& tracks) {
+  LineList list(title + ": " + std::to_string(tracks.size()));
+  for (const TAnimationTrack& track : tracks) {
+    list.Add([&] {
+      const int count = track.KeyCount();
+      if (count == 0) return track.name + ": no keys";
+      double most = track.GetKey(0)->value;
+      for (int i = 1; i < count; ++i)
+        most = std::max(most, track.GetKey(i)->value);
+      return track.name + ": " + std::to_string(count) + (count == 1 ? " key, " : " keys, ") +
+             std::to_string(track.GetKey(0)->time) + " to " +
+             std::to_string(track.GetKey(count - 1)->time) + ", at most " + Number(most);
+    });
+  }
+  return list.TextWithTitle();
+}
+
 }  // namespace
 
 std::string LbpSummary(const std::string& fileName, const TBonePoseInfo& poseInfo,
@@ -141,6 +160,13 @@ std::string LbpSummary(const std::string& fileName, const TBonePoseInfo& poseInf
          NameList("Speech targets", mapping.speechTargets) +
          NameList("Phonemes", mapping.phonemes) + NameList("Bones", poseInfo.boneNames) +
          "Poses: " + std::to_string(poseInfo.poses.size()) + "\n";
+}
+
+std::string LtfSummary(const std::string& fileName, const TAnimation& animation) {
+  return fileName + ": animation file (LTF), version " + Number(kLtfVersion) + "\n" +
+         "Length: " + std::to_string(animation.length) + "\n" +
+         TrackList("Speech target tracks", animation.tracks) +
+         TrackList("Expression tracks", animation.expressionTracks);
 }
 
 std::string SceneSummary(const std::string& fileName, const Scene& scene) {

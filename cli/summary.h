@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/standalone/scene.h"
@@ -11,6 +12,8 @@ namespace lipvane::cli {
 
 std::string LbpSummary(const std::string& fileName, const TBonePoseInfo& poseInfo,
                        const PhonemeMapping& mapping);
+
+std::string LtfSummary(const std::string& fileName, const TAnimation& animation);
 
 std::string SceneSummary(const std::string& fileName, const standalone::Scene& scene);
 

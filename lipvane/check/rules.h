@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string_view>
 
 /// What is looked for in pose and animation files. docs/check.md says of each rule why it matters
 /// and what to do; scripts rely on the identifiers.
@@ -13,8 +14,10 @@ enum class Severity {
 };
 
 struct Rule {
-  const char* id;
+  std::string_view id;
   Severity severity;
+
+  friend constexpr bool operator==(const Rule& a, const Rule& b) { return a.id == b.id; }
 };
 
 namespace rule {

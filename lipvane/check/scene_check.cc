@@ -71,8 +71,7 @@ void SceneCheck::CheckBone(const DataLine& line) {
   const bool isJoint = scene_.Kind(node) == standalone::NodeKind::kJoint;
   if (found.size() > 1) {
     recorder_.Add(line.number, rule::kBoneRepeated,
-                  bone + " is in " + sceneName_ + " " + std::to_string(found.size()) +
-                      " times: all get curves, and " +
+                  bone + " is in " + sceneName_ + " " + std::to_string(found.size()) + " times: " +
                       (isJoint ? "the keys go to " : "the keys would go to ") + PathOf(node));
   }
   if (!isJoint) {

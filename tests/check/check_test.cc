@@ -40,13 +40,13 @@ std::string Changed(Lines lines, const std::vector<Change>& changes) {
 std::string Written(const Findings& findings) {
   std::string text;
   for (const Finding& f : findings)
-    text += std::to_string(f.line) + " " + f.rule.id + ": " + f.text + "\n";
+    text += std::to_string(f.line) + " " + std::string(f.rule.id) + ": " + f.text + "\n";
   return text;
 }
 
 void ExpectOnly(const Findings& findings, const Rule& rule, std::size_t line) {
   ASSERT_EQ(findings.size(), 1U) << rule.id << "\n" << Written(findings);
-  EXPECT_STREQ(findings[0].rule.id, rule.id) << findings[0].text;
+  EXPECT_EQ(findings[0].rule.id, rule.id) << findings[0].text;
   EXPECT_EQ(findings[0].line, line) << findings[0].text;
   EXPECT_EQ(findings[0].file, "file");
 }
@@ -288,10 +288,10 @@ TEST(SceneCheck, OfARepeatedNameTheLastIsLookedAt) {
   const Findings found = SceneFindings(kJaw + top + turned);
   ASSERT_EQ(found.size(), 2U) << Written(found);
   EXPECT_NE(found[0].text.find("go to \"|jaw\""), std::string::npos) << found[0].text;
-  EXPECT_STREQ(found[1].rule.id, rule::kRotateOrder.id);
+  EXPECT_EQ(found[1].rule.id, rule::kRotateOrder.id);
   const Findings shadowed = SceneFindings(kJaw + "createNode transform -n \"jaw\";\n");
   ASSERT_EQ(shadowed.size(), 2U) << Written(shadowed);
-  EXPECT_STREQ(shadowed[1].rule.id, rule::kBoneNotJoint.id);
+  EXPECT_EQ(shadowed[1].rule.id, rule::kBoneNotJoint.id);
 }
 
 TEST(Rules, AreThoseOfTheDocument) {
@@ -305,7 +305,7 @@ TEST(Rules, AreThoseOfTheDocument) {
   }
   std::multiset<std::string> known;
   for (const Rule& rule : kAllRules)
-    known.insert(rule.id + std::string(" ") + SeverityName(rule.severity));
+    known.insert(std::string(rule.id) + " " + SeverityName(rule.severity));
   EXPECT_EQ(documented, known);
 }
 

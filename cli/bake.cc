@@ -1,0 +1,141 @@
+#include "cli/bake.h"
+
+#include <cstddef>
+#include <ostream>
+#include <vector>
+
+#include "cli/messages.h"
+#include "cli/output.h"
+#include "cli/playback.h"
+#include "cli/progress.h"
+#include "cli/samples.h"
+#include "cli/scene_file.h"
+#include "lipvane/check/finding.h"
+#include "lipvane/check/rules.h"
+#include "lipvane/check/scene_check.h"
+#include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/standalone_host.h"
+#include "lipvane/scene/dag_search.h"
+#include "lipvane/scene/pose_baking.h"
+#include "lipvane/text/numbers.h"
+
+namespace lipvane::cli {
+namespace {
+
+using standalone::Message;
+using standalone::Scene;
+
+/// Keys are held in memory: this many take some gigabytes.
+constexpr std::size_t kMaxKeys = std::size_t{1} << 26;
+
+/// What stands between the file's bones and the scene's joints. Channels that take no keys are left
+/// to the host, which tells of them when it is asked for curves.
+void WarnOfScene(const Playback& playback, const BakeOptions& options, const Scene& scene) {
+  std::vector<check::Finding> findings;
+  check::CheckAgainstScene(options.lbp, playback.LbpText(), scene, options.scene, findings);
+  for (const check::Finding& finding : findings) {
+    const bool isOfChannel =
+        finding.rule == check::rule::kChannelDriven || finding.rule == check::rule::kChannelLocked;
+    if (!isOfChannel) PrintWarning(finding.text);
+  }
+}
+
+/// The frames that could not be keyed, of one bone.
+struct Skipped {
+  std::size_t count = 0;
+  double first = 0.0;
+};
+
+class Baking {
+ public:
+  Baking(Playback& playback, standalone::StandaloneHost& host) : playback_(playback), host_(host) {
+    const scene::DagSearch search(host_, playback_.BoneNames());
+    for (const std::string& name : playback_.BoneNames()) {
+      bones_.emplace_back(host_, search, name);
+      jointCount_ += bones_.back().HasJoint() ? 1 : 0;
+    }
+    skipped_.resize(bones_.size());
+  }
+
+  std::size_t JointCount() const { return jointCount_; }
+
+  void KeyFrame(double frame) {
+    host_.SetCurrentTime(frame);
+    for (std::size_t i = 0; i < bones_.size(); ++i) {
+      if (!bones_[i].HasJoint()) continue;
+      if (bones_[i].Key(playback_.Pose().GetBone(static_cast<int>(i)), frame).ok()) continue;
+      if (skipped_[i].count++ == 0) skipped_[i].first = frame;
+    }
+  }
+
+  void WarnOfSkipped() const {
+    for (std::size_t i = 0; i < skipped_.size(); ++i) {
+      if (skipped_[i].count == 0) continue;
+      PrintWarning("the pose of bone \"" + playback_.BoneNames()[i] + "\" is not finite at " +
+                   std::to_string(skipped_[i].count) + " frames, the first " +
+                   text::ExactReal(skipped_[i].first) + ": it gets no keys there");
+    }
+  }
+
+ private:
+  Playback& playback_;
+  standalone::StandaloneHost& host_;
+  std::vector<scene::BoneBaker> bones_;
+  std::vector<Skipped> skipped_;
+  std::size_t jointCount_ = 0;
+};
+
+bool KeysFit(std::size_t frames, std::size_t joints) {
+  const std::size_t keys = frames * joints * scene::kPosedChannelCount;
+  if (keys <= kMaxKeys) return true;
+  PrintError(std::to_string(frames) + " frames on " + std::to_string(joints) + " joints make " +
+             std::to_string(keys) + " keys, more than the " + std::to_string(kMaxKeys) +
+             " that a scene may be given at once");
+  return false;
+}
+
+}  // namespace
+
+int Bake(const BakeOptions& options) {
+  if (!FolderExists(options.output)) return 1;
+  Playback playback;
+  if (!playback.Load(options.lbp, options.ltf)) return 1;
+  Progress progress;
+  auto scene = OpenScene(options.scene, progress);
+  if (!scene) return 1;
+
+  SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
+  if (options.framesPerSecond) {
+    rate.framesPerSecond = *options.framesPerSecond;
+    if (rate.framesPerSecond != scene->FramesPerSecond()) {
+      PrintWarning(options.scene + ": the scene shows " +
+                   text::ExactReal(scene->FramesPerSecond()) +
+                   " frames a second; at that rate the animation, baked for " +
+                   text::ExactReal(rate.framesPerSecond) + ", has another speed");
+    }
+  }
+  const auto frameCount = rate.CountUpTo(playback.Animation().length, options.ltf);
+  if (!frameCount) return 1;
+
+  standalone::StandaloneHost host(*scene, [&](const Message& message) {
+    progress.Erase();
+    PrintMessage(message);
+  });
+  WarnOfScene(playback, options, *scene);
+  Baking baking(playback, host);
+  if (baking.JointCount() == 0) {
+    PrintError(options.scene + ": it has none of the joints of " + options.lbp);
+    return 1;
+  }
+  if (!KeysFit(*frameCount, baking.JointCount())) return 1;
+  for (std::size_t i = 0; i < *frameCount; ++i) {
+    playback.Play(rate.TimeOf(i));
+    baking.KeyFrame(options.start + static_cast<double>(i));
+    progress.Show("Baking", i, *frameCount);
+  }
+  progress.Erase();
+  baking.WarnOfSkipped();
+  return WriteOutput(options.output, [&](std::ostream& out) { scene->Write(out); }) ? 0 : 1;
+}
+
+}  // namespace lipvane::cli

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace lipvane::cli {
+
+struct BakeOptions {
+  std::string scene;
+  std::string lbp;
+  std::string ltf;
+  std::string output;
+  std::optional<double> framesPerSecond;  ///< the scene's own rate when it is not given
+  double ticksPerSecond = 1000.0;
+  double start = 0.0;  ///< the frame that time 0 falls on
+};
+
+/// Plays an animation onto the joints of a scene, one key a frame, and saves the scene. Returns the
+/// exit status.
+int Bake(const BakeOptions& options);
+
+}  // namespace lipvane::cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace lipvane::cli {
+
+/// Members stay in the order in which they were given.
+using Json = nlohmann::ordered_json;
+
+/// JSON on one line, always valid: numbers read back as the values they were printed from, those
+/// that are not finite are null, and bytes that are not UTF-8 become replacement characters.
+inline std::string OneLine(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace lipvane::cli

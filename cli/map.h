@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace lipvane::cli {
+
+/// Writes the phoneme table of a bone pose file as a phoneme mapping file. Returns the exit status.
+int Map(const std::string& lbpFileName, const std::string& characterName,
+        const std::string& output);
+
+}  // namespace lipvane::cli

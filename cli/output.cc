@@ -1,0 +1,43 @@
+#include "cli/output.h"
+
+#include <filesystem>
+#include <iostream>
+#include <system_error>
+
+#include "cli/messages.h"
+#include "lipvane/text/file.h"
+
+namespace lipvane::cli {
+namespace {
+
+bool WriteToStandardOutput(const std::function<void(std::ostream&)>& write) {
+  write(std::cout);
+  std::cout.flush();
+  if (std::cout) return true;
+  PrintError("standard output: it could not be written");
+  return false;
+}
+
+}  // namespace
+
+bool FolderExists(const std::string& fileName) {
+  const std::filesystem::path folder = std::filesystem::path(fileName).parent_path();
+  std::error_code error;
+  if (folder.empty() || std::filesystem::is_directory(folder, error)) return true;
+  PrintError(fileName + ": there is no folder " + folder.string());
+  return false;
+}
+
+bool WriteOutput(const std::string& fileName, const std::function<void(std::ostream&)>& write) {
+  if (fileName == kStandardOutput) return WriteToStandardOutput(write);
+  text::OutputFile file;
+  std::string reason;
+  if (file.Open(fileName, text::OutputFile::Mode::kBinary, reason)) {
+    write(file.Stream());
+    if (file.Commit(reason)) return true;
+  }
+  PrintError(fileName + ": " + reason);
+  return false;
+}
+
+}  // namespace lipvane::cli

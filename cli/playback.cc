@@ -1,0 +1,49 @@
+#include "cli/playback.h"
+
+#include "cli/messages.h"
+#include "lipvane/formats/lbp_face.h"
+#include "lipvane/formats/ltf.h"
+#include "lipvane/formats/read_problem.h"
+#include "lipvane/text/file.h"
+
+namespace lipvane::cli {
+
+bool Playback::Load(const std::string& lbpFileName, const std::string& ltfFileName) {
+  ReadProblem problem;
+  if (!text::ReadFile(lbpFileName, lbpText_, problem.reason) ||
+      !LoadFaceText(lbpText_, controller_, mapping_, problem)) {
+    PrintProblem(lbpFileName, problem);
+    return false;
+  }
+  if (!LoadLtfFile(ltfFileName, animation_, problem)) {
+    PrintProblem(ltfFileName, problem);
+    return false;
+  }
+  controller_.InitializeBones(pose_);
+  for (int i = 0; i < pose_.BoneCount(); ++i) {
+    // Expressions move bones of the rig alone, so the rig has every identifier.
+    boneNames_.push_back(Rig().GetBoneName(Rig().FindBoneIndex(pose_.GetBone(i).boneIndex)));
+  }
+  return true;
+}
+
+std::vector<std::string> Playback::ExpressionNames() {
+  std::vector<std::string> names;
+  for (int i = 0; i < controller_.ExpressionCount(); ++i)
+    names.push_back(controller_.GetExpression(i)->name);
+  return names;
+}
+
+void Playback::Play(double time) {
+  time_ = time;
+  isInside_ = !controller_.UpdateFacialAnim(animation_, time, weights_, pose_);
+}
+
+std::vector<double> Playback::ExpressionWeights() {
+  std::vector<double> weights;
+  for (int i = 0; i < controller_.ExpressionCount(); ++i)
+    weights.push_back(controller_.GetExpression(i)->weight);
+  return weights;
+}
+
+}  // namespace lipvane::cli

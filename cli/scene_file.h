@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/progress.h"
+#include "lipvane/host/standalone/scene.h"
+
+namespace lipvane::cli {
+
+/// Opens a scene, with its notes as warnings; nothing, after saying why, when it cannot be read.
+std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress);
+
+}  // namespace lipvane::cli

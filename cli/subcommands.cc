@@ -1,0 +1,261 @@
+#include "cli/subcommands.h"
+
+#include <cmath>
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "cli/bake.h"
+#include "cli/check.h"
+#include "cli/inspect.h"
+#include "cli/map.h"
+#include "cli/output.h"
+#include "cli/play.h"
+#include "cli/run.h"
+#include "lipvane/text/numbers.h"
+
+namespace lipvane::cli {
+namespace {
+
+/// Would a result take the place of another file?
+bool AreOneFile(const std::string& output, const std::string& other) {
+  namespace fs = std::filesystem;
+  if (output.empty() || other.empty()) return false;
+  if (output == kStandardOutput || other == kStandardOutput) return output == other;
+  std::error_code error;
+  if (fs::exists(output, error) && !fs::is_regular_file(output, error)) return false;
+  const auto whole = [&error](const std::string& name) {
+    return fs::weakly_canonical(fs::absolute(name, error), error);
+  };
+  return whole(output) == whole(other);
+}
+
+void RefuseEmpty(const CLI::Option& file) {
+  // An unset variable of a script's must not lose its work in silence.
+  if (file.count() > 0 && file.as<std::string>().empty()) {
+    throw CLI::ValidationError(file.get_name(), "needs the name of a file");
+  }
+}
+
+/// A result must not take the place of a file that it is made from.
+void RefuseOverwriting(const std::string& output, const std::vector<std::string>& inputs) {
+  for (const std::string& input : inputs) {
+    if (AreOneFile(output, input)) {
+      throw CLI::ValidationError("-o", "names a file that is read, " + output);
+    }
+  }
+}
+
+double ReadNumber(const std::string& option, std::string_view text) {
+  const auto number = text::WholeReal(text);
+  if (!number || !std::isfinite(*number)) {
+    throw CLI::ValidationError(option, "\"" + std::string(text) + "\" is not a number");
+  }
+  return *number;
+}
+
+double ReadRate(const std::string& option, std::string_view text) {
+  const double rate = ReadNumber(option, text);
+  if (rate <= 0.0) {
+    throw CLI::ValidationError(option, "\"" + std::string(text) + "\" is not above 0");
+  }
+  return rate;
+}
+
+std::vector<double> ReadTimes(const std::string& option, std::string_view text) {
+  std::vector<double> times;
+  for (;;) {
+    const std::size_t comma = text.find(',');
+    times.push_back(ReadNumber(option, text.substr(0, comma)));
+    if (comma == std::string_view::npos) return times;
+    text.remove_prefix(comma + 1);
+  }
+}
+
+/// An option of one value that `read` turns from text into a value, or throws.
+template <typename Value, typename Read>
+CLI::Option* AddValue(CLI::App& command, const std::string& name, const std::string& type,
+                      const std::string& description, Value& value, const Read& read) {
+  return command
+      .add_option_function<std::string>(
+          name, [&value, name, read](const std::string& text) { value = read(name, text); },
+          description)
+      ->type_name(type);
+}
+
+CLI::Option* AddTicksPerSecond(CLI::App& command, double& value) {
+  return AddValue(command, "--ticks-per-second", "N",
+                  "How many of the LTF file's units of time make a second [1000]", value, ReadRate);
+}
+
+void AddRun(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand("run", "Open a scene, run command lines, save it");
+  struct Values {
+    RunOptions options;
+    std::vector<std::string> lines;
+    std::vector<std::string> files;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("SCENE", values->options.scene, "Maya ASCII scene (.ma)")->required();
+  CLI::Option* lines = command->add_option(
+      "-e", values->lines,
+      "Command lines, separated by \";\". They run in the order of all -e and -f");
+  lines->allow_extra_args(false)->type_name("MEL");
+  CLI::Option* files = command->add_option("-f", values->files, "File of command lines");
+  files->allow_extra_args(false)->type_name("FILE");
+  CLI::Option* output = command->add_option("-o", values->options.output, "Save the scene here");
+  output->type_name("OUT");
+  CLI::Option* report = command->add_option(
+      "--report", values->options.report, "Write what happened as JSON here; - is standard output");
+  report->type_name("FILE");
+  command->footer(
+      "The commands are facialAnim, demBonesExportPoses, select and currentTime. Each ends at a\n"
+      "\";\", at the end of its text, or before a line that begins with a command's name.");
+
+  command->callback([=, &work] {
+    RunOptions& options = values->options;
+    RefuseEmpty(*output);
+    RefuseEmpty(*report);
+    if (AreOneFile(options.output, options.report)) {
+      throw CLI::ValidationError("-o and --report", "name the same file, " + options.output);
+    }
+    std::size_t line = 0;
+    std::size_t file = 0;
+    for (const CLI::Option* option : command->parse_order()) {
+      if (option == lines) {
+        const std::string& text = values->lines[line++];
+        options.scripts.push_back({false, text, "-e " + std::to_string(line)});
+      } else if (option == files) {
+        const std::string& name = values->files[file++];
+        options.scripts.push_back({true, name, name});
+      }
+    }
+    work = [values] { return Run(values->options); };
+  });
+}
+
+void AddInspect(CLI::App& app, Work& work) {
+  CLI::App* command =
+      app.add_subcommand("inspect", "Say what is in a pose (LBP), animation (LTF) or scene file");
+  struct Values {
+    std::string file;
+    bool asJson = false;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("FILE", values->file, "File to read")->required();
+  command->add_flag("--json", values->asJson, "Everything, as JSON");
+  command->callback(
+      [=, &work] { work = [values] { return Inspect(values->file, values->asJson); }; });
+}
+
+void AddCheck(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Say what is wrong with pose (LBP) and animation (LTF) files, or odd");
+  struct Values {
+    std::vector<std::string> files;
+    std::string scene;
+    bool asJson = false;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("FILE", values->files, "Files to check")->required();
+  CLI::Option* scene = command->add_option(
+      "--scene", values->scene, "Also say what keeps the poses from being put onto this scene");
+  scene->type_name("SCENE.ma");
+  command->add_flag("--json", values->asJson, "The findings as JSON");
+  command->footer(
+      "Findings go to standard output, one a line: FILE:LINE: SEVERITY: TEXT [RULE]. The exit\n"
+      "status is 1 when one of them is an error. docs/check.md says what each rule is about.");
+  command->callback([=, &work] {
+    RefuseEmpty(*scene);
+    work = [values] { return Check(values->files, values->scene, values->asJson); };
+  });
+}
+
+void AddPlay(CLI::App& app, Work& work) {
+  CLI::App* command =
+      app.add_subcommand("play", "Play an animation; write its frames as JSON or CSV");
+  const auto options = std::make_shared<PlayOptions>();
+  options->output = kStandardOutput;
+  command->add_option("LBP", options->lbp, "Bone pose file of the face")->required();
+  command->add_option("LTF", options->ltf, "Animation file")->required();
+  CLI::Option* fps = AddValue(*command, "--fps", "N",
+                              "Frames a second, from time 0 to the animation's length [30]",
+                              options->rate.framesPerSecond, ReadRate);
+  AddValue(*command, "--at", "T[,T...]",
+           "Frames at these times instead, in the LTF file's unit; --at=-5,0 when the first is "
+           "negative",
+           options->times, ReadTimes)
+      ->excludes(fps);
+  AddTicksPerSecond(*command, options->rate.ticksPerSecond);
+  CLI::Option* output = command->add_option(
+      "-o", options->output, "Write here instead of to standard output; CSV when it ends in .csv");
+  output->type_name("FILE");
+  command->callback([=, &work] {
+    RefuseEmpty(*output);
+    RefuseOverwriting(options->output, {options->lbp, options->ltf});
+    work = [options] { return Play(*options); };
+  });
+}
+
+void AddBake(CLI::App& app, Work& work) {
+  CLI::App* command =
+      app.add_subcommand("bake", "Play an animation onto a scene's joints, a key a frame");
+  const auto options = std::make_shared<BakeOptions>();
+  command->add_option("SCENE", options->scene, "Maya ASCII scene (.ma)")->required();
+  command->add_option("LBP", options->lbp, "Bone pose file of the face")->required();
+  command->add_option("LTF", options->ltf, "Animation file")->required();
+  CLI::Option* output = command->add_option("-o", options->output, "Save the scene here");
+  output->type_name("OUT.ma")->required();
+  AddValue(*command, "--fps", "N", "Frames a second [the scene's own rate]",
+           options->framesPerSecond, ReadRate);
+  AddTicksPerSecond(*command, options->ticksPerSecond);
+  AddValue(*command, "--start", "FRAME", "The frame that time 0 falls on [0]", options->start,
+           ReadNumber);
+  command->callback([=, &work] {
+    RefuseEmpty(*output);
+    RefuseOverwriting(options->output, {options->lbp, options->ltf});
+    work = [options] { return Bake(*options); };
+  });
+}
+
+void AddMap(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand(
+      "map", "Write a pose file's phoneme table as a phoneme mapping file (.map)");
+  struct Values {
+    std::string lbp;
+    std::string character;
+    std::string output;
+  };
+  const auto values = std::make_shared<Values>();
+  command->add_option("LBP", values->lbp, "Bone pose file")->required();
+  command->add_option("CHARACTER", values->character, "The character's name")->required();
+  CLI::Option* output =
+      command->add_option("-o", values->output, "Write here; - is standard output [CHARACTER.map]");
+  output->type_name("FILE");
+  command->callback([=, &work] {
+    if (values->character.empty() || values->character.find_first_of("\r\n") != std::string::npos) {
+      throw CLI::ValidationError("CHARACTER", "needs a name of one line");
+    }
+    RefuseEmpty(*output);
+    if (values->output.empty()) values->output = values->character + ".map";
+    RefuseOverwriting(values->output, {values->lbp});
+    work = [values] { return Map(values->lbp, values->character, values->output); };
+  });
+}
+
+}  // namespace
+
+void AddSubcommands(CLI::App& app, Work& work) {
+  AddRun(app, work);
+  AddInspect(app, work);
+  AddCheck(app, work);
+  AddPlay(app, work);
+  AddBake(app, work);
+  AddMap(app, work);
+}
+
+}  // namespace lipvane::cli

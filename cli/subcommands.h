@@ -1,0 +1,14 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+namespace lipvane::cli {
+
+/// What a command line asks for; answers the exit status.
+using Work = std::function<int()>;
+
+/// Adds every subcommand. One whose arguments are read sets `work`, which must outlive the app.
+void AddSubcommands(CLI::App& app, Work& work);
+
+}  // namespace lipvane::cli

@@ -1,0 +1,199 @@
+#include <cmath>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "lipvane/formats/lbp.h"
+#include "tests/cli/cli_test.h"
+#include "tests/support/lbp_text.h"
+
+namespace lipvane::test {
+namespace {
+
+using nlohmann::json;
+
+constexpr double kPi = 3.14159265358979323846;
+
+/// Turned about x, as pose files have it.
+BoneLine Turned(double angle) {
+  return {{100, 0, 0}, {-std::cos(angle / 2), std::sin(angle / 2), 0, 0}};
+}
+
+class BakeTest : public CliTest {
+ protected:
+  /// A face whose lip "Eat" turns by a third of a turn, and weights that make it turn on and on.
+  std::string Face(const std::vector<std::string>& bones) {
+    const std::vector<BoneLine> neutral(bones.size(), Turned(0));
+    const std::vector<BoneLine> eat(bones.size(), Turned(2.0));
+    return folder_.Make("face.lbp", LbpText(bones, {neutral, eat}));
+  }
+  ProcessResult Bake(const std::vector<std::string>& more) {
+    std::vector<std::string> arguments = {"bake", scene_, lbp_, ltf_, "-o", out_};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return Lipvane(arguments);
+  }
+  /// "node.attribute" -> keys of the baked scene.
+  json Keys() {
+    json keys;
+    const json scene = json::parse(Lipvane({"inspect", out_, "--json"}).out);
+    for (const json& curve : scene["curves"]) {
+      keys[curve["node"].get<std::string>() + "." + curve["attribute"].get<std::string>()] =
+          curve["keys"];
+    }
+    return keys;
+  }
+
+  std::string scene_ = folder_.Make("face.ma", kFaceScene);
+  std::string lbp_ = Face({"lip"});
+  std::string ltf_ = folder_.Make("line.ltf", "LTF\n1.0\n0\n1\n{\nEat\n2\n0 0 100 1\n}\n0\n");
+  std::string out_ = folder_.Path("out.ma");
+};
+
+TEST_F(BakeTest, KeysEveryFrameAtTheScenesOwnRate) {
+  const ProcessResult result = Bake({"--start", "-1.5"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out + result.err, "");
+  const json keys = Keys();
+  ASSERT_EQ(keys.size(), 8U) << "two of the scene's own, six of the lip's";
+  // 30 frames a second, 100 ms: four frames. The scene's unit is the metre.
+  EXPECT_EQ(keys["|head|jaw|lip.translateX"],
+            json::parse("[[-1.5, 1.0], [-0.5, 1.0], [0.5, 1.0], [1.5, 1.0]]"));
+  const json turn = keys["|head|jaw|lip.rotateX"];
+  ASSERT_EQ(turn.size(), 4U);
+  EXPECT_NEAR(turn[0][1], 0.0, 1e-6);
+  EXPECT_NEAR(turn[3][1], 2.0, 1e-6);  // the file's rotation is the pose's own turn
+  // What the file held is still there.
+  EXPECT_TRUE(Has(folder_.Content("out.ma"), "connectAttr \"jaw_rotateY.o\" \"jaw.ry\";"));
+}
+
+TEST_F(BakeTest, TurnsOnWhereAnglesBeginAnew) {
+  // The second track's pose does the same turn again, so the lip passes half a turn.
+  std::string twice = folder_.Content("face.lbp");
+  twice.replace(twice.find("\n2\n", 10), 3, "\n3\n");
+  twice += twice.substr(twice.rfind("\n1 0 0 0") + 1);
+  lbp_ = folder_.Make("twice.lbp", twice);
+  ltf_ = folder_.Make("twice.ltf",
+                      "LTF\n1\n0\n2\n{\nEat\n2\n0 0 1000 1\n}\n{\nIf\n2\n0 0 1000 1\n}\n0\n");
+  ASSERT_EQ(Bake({}).status, 0);
+  const json turn = Keys()["|head|jaw|lip.rotateX"];
+  ASSERT_EQ(turn.size(), 31U);
+  EXPECT_NEAR(turn[30][1], 4.0, 1e-5);
+  for (std::size_t i = 1; i < turn.size(); ++i)
+    EXPECT_LT(std::abs(turn[i][1].get<double>() - turn[i - 1][1].get<double>()), 0.5);
+}
+
+TEST_F(BakeTest, WarnsOfBonesThatGetNoKeysAndBakesTheRest) {
+  lbp_ = Face({"lip", "nose", "head", "eye"});
+  std::string locked = kFaceScene;
+  locked.insert(locked.find("createNode transform -n \"left\""), "\tsetAttr -l on \".ry\";\n");
+  scene_ = folder_.Make("locked.ma", locked);
+  const ProcessResult result = Bake({"--fps", "25"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(
+      result.err,
+      "Warning: " + scene_ +
+          ": the scene shows 30 frames a second; at that rate the animation, baked for 25, has "
+          "another speed\nWarning: bone \"nose\" is not in " +
+          scene_ + "\nWarning: bone \"head\" is \"|head\" in " + scene_ +
+          ", of the type transform and no joint: it gets no keys\n"
+          "Warning: bone \"eye\" is in " +
+          scene_ +
+          " 2 times: the keys go to \"|right|eye\"\n"
+          "Warning: |head|jaw|lip.rotateY is locked: it gets no curve and no keys\n");
+  const json keys = Keys();
+  EXPECT_EQ(keys["|head|jaw|lip.rotateX"].size(), 3U);
+  EXPECT_EQ(keys["|right|eye.rotateX"].size(), 3U);
+  EXPECT_FALSE(keys.contains("|left|eye.rotateX"));
+  EXPECT_FALSE(keys.contains("|head|jaw|lip.rotateY"));
+}
+
+TEST_F(BakeTest, WarnsOfFramesThatAreNotFinite) {
+  ltf_ = folder_.Make("nan.ltf", "LTF\n1\n0\n1\n{\nEat\n3\n0 0 100 1 100 1\n}\n0\n");
+  const ProcessResult result = Bake({});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err,
+            "Warning: the pose of bone \"lip\" is not finite at 1 frames, the first 3: it gets no "
+            "keys there\n");
+  EXPECT_EQ(Keys()["|head|jaw|lip.translateY"].size(), 3U);
+}
+
+TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
+  const std::string vast =
+      folder_.Make("vast.ltf", "LTF\n1.0\n0\n1\n{\nEat\n1\n2147483647 0\n}\n0\n");
+  const std::string notScene = folder_.Make("not.ma", "hello");
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{notScene, lbp_, ltf_}, notScene + ": not a Maya ASCII scene"},
+      {{"none.ma", lbp_, ltf_}, "none.ma: No such file or directory"},
+      {{scene_, ltf_, ltf_}, ltf_ + ":1: the version is 0, not 2"},
+      {{scene_, lbp_, "none.ltf"}, "none.ltf: No such file or directory"},
+      {{scene_, lbp_, vast},
+       vast + ": its length of 2147483647 makes more than 1000000 frames at 30 a second and 1000 "
+              "ticks a second"}};
+  for (const auto& [files, error] : cases) {
+    const ProcessResult result = Lipvane({"bake", files[0], files[1], files[2], "-o", out_});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "Error: " + error + "\n");
+    EXPECT_FALSE(folder_.Has("out.ma"));
+  }
+  lbp_ = Face({"nose"});
+  const ProcessResult none = Bake({});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_TRUE(Has(none.err, "Error: " + scene_ + ": it has none of the joints of " + lbp_ + "\n"));
+  out_ = "/no/such/out.ma";
+  EXPECT_EQ(Bake({}).err, "Error: /no/such/out.ma: there is no folder /no/such\n");
+}
+
+// The example line on the example rig: what was baked, exported again, is what was played.
+TEST_F(BakeTest, AgreesWithPlayOnTheExample) {
+  const std::string examples = LIPVANE_SOURCE_DIR "/examples/";
+  std::string bones;
+  std::ifstream list(examples + "bones.txt");
+  std::getline(list, bones);
+  const auto exportPoses = [&](const std::string& scene, const std::string& lbp,
+                               const std::string& poses) {
+    const ProcessResult result =
+        Lipvane({"run", scene, "-e",
+                 "demBonesExportPoses -bl \"" + bones + "\" -hb head -np " + poses + " -lbp \"" +
+                     lbp + "\""});
+    EXPECT_EQ(result.status, 0) << result.err;
+  };
+  lbp_ = folder_.Path("example.lbp");
+  exportPoses(examples + "face_poses.ma", lbp_, "20");
+  scene_ = examples + "face_rig.ma";
+  ltf_ = examples + "hello.ltf";
+  ASSERT_EQ(Bake({"--fps", "30"}).status, 0);
+  const std::string baked = folder_.Path("baked.lbp");
+  exportPoses(out_, baked, "10");
+
+  TBonePoseInfo exported;
+  PhonemeMapping unused;
+  ASSERT_TRUE(ReadLbpFile(baked, exported, unused));
+  const json frames = json::parse(Lipvane({"play", lbp_, ltf_}).out)["frames"];
+  ASSERT_GE(frames.size(), 90U);
+  double mostMoved = 0;
+  for (std::size_t pose = 0; pose * 10 < 90; ++pose) {
+    const json& bonesOfFrame = frames[pose * 10]["bones"];
+    ASSERT_EQ(bonesOfFrame.size(), exported.boneNames.size());
+    for (std::size_t i = 0; i < bonesOfFrame.size(); ++i) {
+      const json& played = bonesOfFrame[i];
+      EXPECT_EQ(played["name"], exported.boneNames[i]);
+      const TIndexedBone& bone =
+          exported.GetPose(static_cast<int>(pose)).GetBone(static_cast<int>(i));
+      const std::array<float, 3> t = {bone.translation.x, bone.translation.y, bone.translation.z};
+      const std::array<float, 4> r = {bone.rotation.w, bone.rotation.x, bone.rotation.y,
+                                      bone.rotation.z};
+      double cosine = 0;
+      for (std::size_t k = 0; k < 4; ++k)
+        cosine += r[k] * played["rotation"][k].get<double>();
+      for (std::size_t k = 0; k < 4; ++k)
+        EXPECT_NEAR(r[k] * (cosine < 0 ? -1 : 1), played["rotation"][k].get<double>(), 1e-5);
+      for (std::size_t k = 0; k < 3; ++k)
+        EXPECT_NEAR(t[k], played["translation"][k].get<double>(), 1e-4);
+      const double before = frames[0]["bones"][i]["translation"][1].get<double>();
+      mostMoved = std::max(mostMoved, std::abs(t[1] - before));
+    }
+  }
+  EXPECT_GT(mostMoved, 0.1) << "the face does move";
+}
+
+}  // namespace
+}  // namespace lipvane::test

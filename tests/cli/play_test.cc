@@ -1,0 +1,128 @@
+#include <nlohmann/json.hpp>
+
+#include "tests/cli/cli_test.h"
+#include "tests/support/lbp_text.h"
+
+namespace lipvane::test {
+namespace {
+
+using nlohmann::json;
+
+BoneLine At(double x) {
+  return {{x, 0, 0}, {-1, 0, 0, 0}};
+}
+
+/// A jaw that "Eat" moves by 10, and lids that expressions move: the left brow's pose moves none.
+const std::string kFace =
+    LbpText({"jaw", "l,id"},
+            {{At(0), At(5)}, {At(10), At(5)}, {At(0), At(5)}, {At(0), At(7)}, {At(0), At(6)}});
+constexpr char kLine[] =
+    "LTF\n1.0\n0\n1\n{\nEat\n2\n0 0 1000 1\n}\n1\n{\nBlink_Left\n1\n500 0.5\n}\n";
+
+class PlayTest : public CliTest {
+ protected:
+  ProcessResult Play(const std::vector<std::string>& more) {
+    std::vector<std::string> arguments = {"play", lbp_, ltf_};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    return Lipvane(arguments);
+  }
+  json Frames(const std::vector<std::string>& more) {
+    const ProcessResult result = Play(more);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    return json::parse(result.out)["frames"];
+  }
+
+  std::string lbp_ = folder_.Make("face.lbp", kFace);
+  std::string ltf_ = folder_.Make("line.ltf", kLine);
+};
+
+TEST_F(PlayTest, PrintsWhatTheControllerMakes) {
+  const json played = json::parse(Play({"--at=500,-5"}).out);
+  EXPECT_EQ(played["ticksPerSecond"], 1000);
+  EXPECT_EQ(played["speechTargets"], json::parse(R"(["Eat"])"));
+  EXPECT_EQ(played["expressions"],
+            json::parse(R"(["Eyebrow_Raise_Left", "Eyebrow_Raise_Right", "Blink_Left"])"));
+  ASSERT_EQ(played["frames"].size(), 2U);
+  // In ascending order; outside of the animation there are no weights yet, and expressions all the
+  // same.
+  EXPECT_EQ(played["frames"][0], json::parse(R"({"time": -5.0, "inside": false, "weights": [],
+      "expressionWeights": [0.0, 0.0, 0.5], "bones": [
+        {"id": 1, "name": "jaw", "translation": [0.0, 0.0, 0.0], "rotation": [1.0, 0.0, 0.0, 0.0]},
+        {"id": 2, "name": "l,id", "translation": [5.5, 0.0, 0.0],
+         "rotation": [-1.0, 0.0, 0.0, 0.0]}]})"));
+  // The blend has made weights for the poses that no track drives.
+  EXPECT_EQ(played["frames"][1]["weights"], json::parse("[0.0, 0.5, 0.0, 0.0, 0.0]"));
+  EXPECT_EQ(played["frames"][1]["bones"][0]["translation"][0], 5.0);
+}
+
+TEST_F(PlayTest, SamplesDoNotPassTheLength) {
+  const auto times = [&](const std::vector<std::string>& more) {
+    std::vector<double> list;
+    for (const json& frame : Frames(more)) {
+      list.push_back(frame["time"]);
+      EXPECT_EQ(frame["inside"], true);
+    }
+    return list;
+  };
+  EXPECT_EQ(times({"--fps", "4"}), (std::vector<double>{0, 250, 500, 750, 1000}));
+  EXPECT_EQ(times({"--fps", "2.5"}), (std::vector<double>{0, 400, 800}));
+  EXPECT_EQ(times({"--fps", "2", "--ticks-per-second", "600.5"}),
+            (std::vector<double>{0, 300.25, 600.5, 900.75}));
+  EXPECT_EQ(times({}).size(), 31U);
+  EXPECT_EQ(times({})[30], 1000);
+  EXPECT_EQ(times({"--fps", "0.001"}), std::vector<double>{0});
+}
+
+TEST_F(PlayTest, WritesCsvWithARowAFrame) {
+  const std::string file = folder_.Path("frames.CSV");
+  EXPECT_EQ(Play({"--at=-1,0.1", "-o", file}).status, 0);
+  EXPECT_EQ(folder_.Content("frames.CSV"),
+            "time,inside,weight.Neutral,weight.Eat,weight.Eyebrow_Raise_Left,"
+            "weight.Eyebrow_Raise_Right,weight.Blink_Left,expression.Eyebrow_Raise_Left,"
+            "expression.Eyebrow_Raise_Right,expression.Blink_Left,"
+            "jaw.tx,jaw.ty,jaw.tz,jaw.qw,jaw.qx,jaw.qy,jaw.qz,\"l,id.tx\",\"l,id.ty\",\"l,id.tz\","
+            "\"l,id.qw\",\"l,id.qx\",\"l,id.qy\",\"l,id.qz\"\n"
+            "-1,0,,,,,,0,0,0.5,0,0,0,1,0,0,0,5.5,0,0,-1,0,0,0\n"
+            "0.1,1,0,2.9998e-08,0,0,0,0,0,0.5,2.999800017278176e-07,0,0,1,0,0,0,"
+            "5.5,0,0,-1,0,0,0\n");
+}
+
+TEST_F(PlayTest, WhatIsNotANumberIsNullAndTheFileIsWhole) {
+  ltf_ = folder_.Make("nan.ltf", "LTF\n1.0\n0\n1\n{\nEat\n2\n5 0 5 1\n}\n0\n");
+  const std::string file = folder_.Path("frames.json");
+  const ProcessResult result = Play({"--at", "5", "-o", file});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out + result.err, "");
+  const json frame = json::parse(folder_.Content("frames.json"))["frames"][0];
+  EXPECT_EQ(frame["weights"][1], nullptr);
+  EXPECT_EQ(frame["bones"][0]["translation"][0], nullptr);
+}
+
+TEST_F(PlayTest, SaysWhatCannotBePlayed) {
+  const std::string vast =
+      folder_.Make("vast.ltf", "LTF\n1.0\n0\n1\n{\nEat\n1\n2147483647 0\n}\n0\n");
+  const std::string old = folder_.Make("old.lbp", "1\n");
+  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+      {{"no.lbp", ltf_}, "no.lbp: No such file or directory"},
+      {{old, ltf_}, old + ":1: the version is 1, not 2"},
+      {{lbp_, "no.ltf"}, "no.ltf: No such file or directory"},
+      {{lbp_, lbp_}, lbp_ + ":1: it begins with \"2\", not with \"LTF\""},
+      {{lbp_, vast},
+       vast + ": its length of 2147483647 makes more than 1000000 frames at 30 a second and 1000 "
+              "ticks a second"},
+      {{lbp_, ltf_, "-o", "/no/such/f.json"}, "/no/such/f.json: there is no folder /no/such"},
+      {{lbp_, ltf_, "-o", folder_.Path()}, folder_.Path() + ": Is a directory"}};
+  for (const auto& [arguments, error] : cases) {
+    std::vector<std::string> words = {"play"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const ProcessResult result = Lipvane(words);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "Error: " + error + "\n");
+    EXPECT_EQ(result.out, "");
+  }
+  EXPECT_EQ(Lipvane({"play", lbp_, vast, "--at", "2147483647"}).status, 0);
+}
+
+}  // namespace
+}  // namespace lipvane::test
