@@ -42,6 +42,7 @@ function(build_project name folder)
   run("Configuring ${name}" ${CMAKE_COMMAND} -S ${WORK}/${name} -B ${WORK}/${name}/build
       -G ${GENERATOR} "-DCMAKE_BUILD_TYPE=${CONFIG}" "-DCMAKE_CXX_COMPILER=${COMPILER}"
       "-DCMAKE_CXX_FLAGS=${flags}" "-DCMAKE_PREFIX_PATH=${WORK}/moved"
+      # The empty expression keeps some generators from adding a folder for the configuration.
       "-DCMAKE_RUNTIME_OUTPUT_DIRECTORY=${WORK}/${name}/bin$<0:>"
       -DCMAKE_FIND_USE_PACKAGE_REGISTRY=OFF)
   run("Building ${name}" ${CMAKE_COMMAND} --build ${WORK}/${name}/build --config "${CONFIG}")
