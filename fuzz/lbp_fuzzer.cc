@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -6,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "lipvane/check/lbp_check.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/engine/exception.h"
 #include "lipvane/formats/lbp.h"
@@ -18,11 +20,22 @@ void Expect(bool held) {
   if (!held) std::abort();
 }
 
+/// Whether the checker calls it an error.
+bool IsFaulty(std::string_view text) {
+  std::vector<lipvane::check::Finding> findings;
+  lipvane::check::CheckLbp("a.lbp", text, findings);
+  return std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
+    return finding.rule.severity == lipvane::check::Severity::kError;
+  });
+}
+
 void ReadPoses(std::string_view text) {
   lipvane::TBonePoseInfo info;
   lipvane::PhonemeMapping mapping;
   lipvane::ReadProblem problem;
+  const bool isFaulty = IsFaulty(text);
   if (!lipvane::ReadLbpText(text, info, mapping, problem)) {
+    Expect(isFaulty);
     Expect(!problem.reason.empty() && problem.line >= 0);
     Expect(info.boneNames.empty() && info.poses.empty() && mapping.speechTargets.empty());
     return;

@@ -12,4 +12,9 @@ inline constexpr int kMaxSpeechTargets = 4096;
 /// have tens to hundreds.
 inline constexpr int kMaxPoses = 65536;
 
+/// A line of keys may be short, its missing keys still count: a line of two bytes is 26 keys, of 16
+/// bytes each. This many keys of all tracks together, fifteen tracks of over five hours at 60 keys
+/// a second, take 268 MB.
+inline constexpr int kMaxKeys = 1 << 24;
+
 }  // namespace lipvane

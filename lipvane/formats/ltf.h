@@ -18,8 +18,9 @@ inline constexpr int kKeysOnFirstLine = 25;
 inline constexpr int kKeysOnLaterLines = 26;
 
 /// Appends the tracks of a file to an animation and digests it. False when the file cannot be read,
-/// is no animation file of version 1.0, has a track that does not stand between "{" and "}", or
-/// ends early. Tracks that were complete before the failure stay in the animation, undigested.
+/// is no animation file of version 1.0, has a track that does not stand between "{" and "}", ends
+/// early, or announces more keys than limits.h allows. Tracks that were complete before the failure
+/// stay in the animation, undigested.
 ///
 /// What else may be odd about it is accepted: a missing or unreadable number is 0, and nothing
 /// sorts the keys. Times are cut to whole numbers towards zero; those beyond 32 bits become the

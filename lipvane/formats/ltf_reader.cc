@@ -5,6 +5,7 @@
 
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/expected_lines.h"
+#include "lipvane/formats/limits.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
@@ -55,6 +56,7 @@ class Reading {
   bool ReadBrace(const char* brace, const char* expected);
 
   ExpectedLines lines_;
+  int keysLeft_ = kMaxKeys;
 };
 
 bool Reading::ReadMagic() {
@@ -107,6 +109,11 @@ bool Reading::ReadTrack(TAnimationTrack& track) {
 }
 
 bool Reading::ReadKeys(int count, TAnimationTrack& track) {
+  if (count > keysLeft_) {
+    return lines_.Refuse(std::to_string(count) + " keys make more than the " +
+                         std::to_string(kMaxKeys) + " that a file may have");
+  }
+  keysLeft_ -= std::max(count, 0);
   TokenCursor tokens("", " ");
   for (int number = 1; number <= count; ++number) {
     // Deliberate: the keys that begin a line are 1, 26, 52, 78 ..., so the first line is a short

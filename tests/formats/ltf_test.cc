@@ -125,8 +125,10 @@ TEST(LtfReader, RefusesWithPlaceAndReason) {
       {"LTF\n1\n2\n{\n", "4: the file ends where a header line is expected"},
       {"LTF\n1\n0\n1\n{\nEat\n0\n1\n", "8: the \"}\" of a track is expected here, not \"1\""},
       {"LTF\n1\n0\n1\n {\n", "5: the \"{\" of a track is expected here, not \" {\""},
-      {"LTF\n1\n0\n2147483647\n{\nEat\n2147483647\n1 1\n2 2\n",
+      {"LTF\n1\n0\n2147483647\n{\nEat\n16777216\n1 1\n2 2\n",
        "9: the file ends where a line of keys is expected"},
+      {"LTF\n1\n0\n2\n{\nEat\n1\n0 0\n}\n{\nIf\n16777216\n0 0\n",
+       "12: 16777216 keys make more than the 16777216 that a file may have"},
       {"LTF\n1\n0\n99999999999\n", "4: the file ends where the \"{\" of a track is expected"}};
   for (const auto& [text, refusal] : cases) {
     EXPECT_EQ(Refusal(text), refusal) << text;
