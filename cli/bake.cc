@@ -25,7 +25,7 @@ namespace {
 using standalone::Message;
 using standalone::Scene;
 
-/// Keys are held in memory: this many take some gigabytes.
+/// Keys are held in memory: this many take some ten gigabytes.
 constexpr std::size_t kMaxKeys = std::size_t{1} << 26;
 
 /// What stands between the file's bones and the scene's joints. Channels that take no keys are left
@@ -71,9 +71,12 @@ class Baking {
   void WarnOfSkipped() const {
     for (std::size_t i = 0; i < skipped_.size(); ++i) {
       if (skipped_[i].count == 0) continue;
+      const std::string first = text::ExactReal(skipped_[i].first);
       PrintWarning("the pose of bone \"" + playback_.BoneNames()[i] + "\" is not finite at " +
-                   std::to_string(skipped_[i].count) + " frames, the first " +
-                   text::ExactReal(skipped_[i].first) + ": it gets no keys there");
+                   (skipped_[i].count == 1
+                        ? "frame " + first
+                        : std::to_string(skipped_[i].count) + " frames, the first " + first) +
+                   ": it gets no keys there");
     }
   }
 

@@ -44,7 +44,7 @@ bool ReadInputs(const std::vector<std::string>& files, std::vector<Input>& input
     input.name = file;
     std::string reason;
     if (!text::ReadFile(file, input.text, reason)) {
-      PrintError(file + ": " + reason);
+      PrintProblem(file, {0, reason});
       ok = false;
       continue;
     }

@@ -1,5 +1,7 @@
 #include "cli/playback.h"
 
+#include <cstddef>
+
 #include "cli/messages.h"
 #include "lipvane/formats/lbp_face.h"
 #include "lipvane/formats/ltf.h"
@@ -29,6 +31,7 @@ bool Playback::Load(const std::string& lbpFileName, const std::string& ltfFileNa
 
 std::vector<std::string> Playback::ExpressionNames() {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(controller_.ExpressionCount()));
   for (int i = 0; i < controller_.ExpressionCount(); ++i)
     names.push_back(controller_.GetExpression(i)->name);
   return names;
@@ -41,6 +44,7 @@ void Playback::Play(double time) {
 
 std::vector<double> Playback::ExpressionWeights() {
   std::vector<double> weights;
+  weights.reserve(static_cast<std::size_t>(controller_.ExpressionCount()));
   for (int i = 0; i < controller_.ExpressionCount(); ++i)
     weights.push_back(controller_.GetExpression(i)->weight);
   return weights;

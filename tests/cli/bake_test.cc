@@ -11,8 +11,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr double kPi = 3.14159265358979323846;
-
 /// Turned about x, as pose files have it.
 BoneLine Turned(double angle) {
   return {{100, 0, 0}, {-std::cos(angle / 2), std::sin(angle / 2), 0, 0}};
@@ -107,13 +105,16 @@ TEST_F(BakeTest, WarnsOfBonesThatGetNoKeysAndBakesTheRest) {
 }
 
 TEST_F(BakeTest, WarnsOfFramesThatAreNotFinite) {
-  ltf_ = folder_.Make("nan.ltf", "LTF\n1\n0\n1\n{\nEat\n3\n0 0 100 1 100 1\n}\n0\n");
-  const ProcessResult result = Bake({});
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err,
-            "Warning: the pose of bone \"lip\" is not finite at 1 frames, the first 3: it gets no "
-            "keys there\n");
+  const auto warning = [&](const std::string& keys, const std::string& at) {
+    ltf_ = folder_.Make("nan.ltf", "LTF\n1\n0\n1\n{\nEat\n3\n" + keys + "\n}\n0\n");
+    const ProcessResult result = Bake({});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "Warning: the pose of bone \"lip\" is not finite at " + at +
+                              ": it gets no keys there\n");
+  };
+  warning("0 0 100 1 100 1", "frame 3");
   EXPECT_EQ(Keys()["|head|jaw|lip.translateY"].size(), 3U);
+  warning("0 0 100 1e300 200 1e300", "6 frames, the first 1");
 }
 
 TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
@@ -134,6 +135,23 @@ TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
     EXPECT_EQ(result.err, "Error: " + error + "\n");
     EXPECT_FALSE(folder_.Has("out.ma"));
   }
+  // As many frames as there may be, and one joint too many for them.
+  std::string joints;
+  std::vector<std::string> names;
+  for (int i = 0; i < 12; ++i) {
+    names.push_back("joint" + std::to_string(i));
+    joints += "createNode joint -n \"" + names.back() + "\";\n";
+  }
+  const std::string longLine =
+      folder_.Make("long.ltf", "LTF\n1\n0\n1\n{\nEat\n1\n999998 0\n}\n0\n");
+  const ProcessResult many = Lipvane({"bake", folder_.Make("joints.ma", joints), Face(names),
+                                      longLine, "-o", out_, "--fps", "1000"});
+  EXPECT_EQ(many.status, 1);
+  EXPECT_TRUE(Has(many.err,
+                  "Error: 999999 frames on 12 joints make 71999928 keys, more than the "
+                  "67108864 that a scene may be given at once\n"))
+      << many.err;
+  EXPECT_FALSE(folder_.Has("out.ma"));
   lbp_ = Face({"nose"});
   const ProcessResult none = Bake({});
   EXPECT_EQ(none.status, 1);

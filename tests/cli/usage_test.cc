@@ -1,4 +1,7 @@
+#include <filesystem>
+
 #include "tests/cli/cli_test.h"
+#include "tests/support/lbp_text.h"
 
 namespace lipvane::test {
 namespace {
@@ -75,6 +78,24 @@ TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
                   "subcommands: run, inspect, check, play, bake, map.\n");
     EXPECT_EQ(result.out, "");
   }
+}
+
+TEST_F(CliTest, AResultThatCannotBeWrittenIsAFailure) {
+  const std::string scene = folder_.Make("face.ma", kFaceScene);
+  const std::string lbp = folder_.Make("face.lbp", LbpText({"jaw"}, {{{}}}));
+  const std::string ltf = folder_.Make("line.ltf", "LTF\n1\n0\n0\n0\n");
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is full";
+  for (const std::string& command :
+       {"inspect " + lbp, "check " + lbp, "play " + lbp + " " + ltf, "map " + lbp + " Face -o -",
+        "bake " + scene + " " + lbp + " " + ltf + " -o -", "run " + scene + " -o -",
+        "run " + scene + " --report -"}) {
+    const ProcessResult result =
+        RunProcess("/bin/sh", {"-c", LIPVANE_BINARY " " + command + " > /dev/full"});
+    EXPECT_EQ(result.status, 1) << command;
+    EXPECT_EQ(result.err, "Error: standard output: it could not be written\n");
+  }
+  EXPECT_EQ(Lipvane({"play", lbp, ltf, "-o", "/dev/full"}).err,
+            "Error: /dev/full: No space left on device\n");
 }
 
 }  // namespace
