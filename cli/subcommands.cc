@@ -60,10 +60,21 @@ double ReadNumber(const std::string& option, std::string_view text) {
 
 double ReadRate(const std::string& option, std::string_view text) {
   const double rate = ReadNumber(option, text);
-  if (rate <= 0.0) {
-    throw CLI::ValidationError(option, "\"" + std::string(text) + "\" is not above 0");
+  // Beyond these, times and frames run together.
+  if (rate < 1e-6 || rate > 1e9) {
+    throw CLI::ValidationError(
+        option, "\"" + std::string(text) + "\" is no rate: it is from " + "0.000001 to 1000000000");
   }
   return rate;
+}
+
+double ReadFrame(const std::string& option, std::string_view text) {
+  const double frame = ReadNumber(option, text);
+  if (std::abs(frame) > 1e9) {
+    throw CLI::ValidationError(option, "\"" + std::string(text) + "\" is no frame: it is from " +
+                                           "-1000000000 to 1000000000");
+  }
+  return frame;
 }
 
 std::vector<double> ReadTimes(const std::string& option, std::string_view text) {
@@ -214,7 +225,7 @@ void AddBake(CLI::App& app, Work& work) {
            options->framesPerSecond, ReadRate);
   AddTicksPerSecond(*command, options->ticksPerSecond);
   AddValue(*command, "--start", "FRAME", "The frame that time 0 falls on [0]", options->start,
-           ReadNumber);
+           ReadFrame);
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseOverwriting(options->output, {options->lbp, options->ltf});
