@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <ostream>
+#include <set>
 #include <vector>
 
 #include "cli/messages.h"
@@ -40,12 +41,6 @@ void WarnOfScene(const Playback& playback, const BakeOptions& options, const Sce
   }
 }
 
-/// The frames that could not be keyed, of one bone.
-struct Skipped {
-  std::size_t count = 0;
-  double first = 0.0;
-};
-
 class Baking {
  public:
   Baking(Playback& playback, standalone::StandaloneHost& host) : playback_(playback), host_(host) {
@@ -54,38 +49,43 @@ class Baking {
       bones_.emplace_back(host_, search, name);
       jointCount_ += bones_.back().HasJoint() ? 1 : 0;
     }
-    skipped_.resize(bones_.size());
   }
 
   std::size_t JointCount() const { return jointCount_; }
 
   void KeyFrame(double frame) {
     host_.SetCurrentTime(frame);
+    bool isWhole = true;
     for (std::size_t i = 0; i < bones_.size(); ++i) {
       if (!bones_[i].HasJoint()) continue;
       if (bones_[i].Key(playback_.Pose().GetBone(static_cast<int>(i)), frame).ok()) continue;
-      if (skipped_[i].count++ == 0) skipped_[i].first = frame;
+      skippedBones_.insert(i);
+      isWhole = false;
     }
+    if (!isWhole && skippedFrames_++ == 0) firstSkipped_ = frame;
   }
 
+  /// Of the frames whose pose is not finite.
   void WarnOfSkipped() const {
-    for (std::size_t i = 0; i < skipped_.size(); ++i) {
-      if (skipped_[i].count == 0) continue;
-      const std::string first = text::ExactReal(skipped_[i].first);
-      PrintWarning("the pose of bone \"" + playback_.BoneNames()[i] + "\" is not finite at " +
-                   (skipped_[i].count == 1
-                        ? "frame " + first
-                        : std::to_string(skipped_[i].count) + " frames, the first " + first) +
-                   ": it gets no keys there");
-    }
+    if (skippedFrames_ == 0) return;
+    const std::size_t others = skippedBones_.size() - 1;
+    const std::string first = text::ExactReal(firstSkipped_);
+    std::string warning = "bone \"" + playback_.BoneNames()[*skippedBones_.begin()] + "\"";
+    if (others > 0) warning += " and " + std::to_string(others) + " more";
+    warning += ": the pose is not finite at ";
+    warning += skippedFrames_ == 1 ? "frame " + first
+                                   : std::to_string(skippedFrames_) + " frames, the first " + first;
+    PrintWarning(warning + ", no keys are set there");
   }
 
  private:
   Playback& playback_;
   standalone::StandaloneHost& host_;
   std::vector<scene::BoneBaker> bones_;
-  std::vector<Skipped> skipped_;
   std::size_t jointCount_ = 0;
+  std::set<std::size_t> skippedBones_;
+  std::size_t skippedFrames_ = 0;
+  double firstSkipped_ = 0.0;
 };
 
 bool KeysFit(std::size_t frames, std::size_t joints) {

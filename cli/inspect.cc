@@ -32,7 +32,7 @@ bool InspectLbp(const std::string& fileName, const std::string& text, bool asJso
     return false;
   }
   return Print(asJson ? LbpReport(text, poseInfo, mapping)
-                      : LbpSummary(fileName, poseInfo, mapping));
+                      : Printable(LbpSummary(fileName, poseInfo, mapping)));
 }
 
 bool InspectLtf(const std::string& fileName, const std::string& text, bool asJson) {
@@ -42,7 +42,7 @@ bool InspectLtf(const std::string& fileName, const std::string& text, bool asJso
     PrintProblem(fileName, problem);
     return false;
   }
-  return Print(asJson ? LtfReport(animation) : LtfSummary(fileName, animation));
+  return Print(asJson ? LtfReport(animation) : Printable(LtfSummary(fileName, animation)));
 }
 
 bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
@@ -50,7 +50,7 @@ bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
     const auto scene = standalone::Scene::Parse(std::move(text), fileName);
     for (const std::string& note : scene.ReadingNotes())
       PrintWarning(note);
-    return Print(asJson ? SceneReport(scene) : SceneSummary(fileName, scene));
+    return Print(asJson ? SceneReport(scene) : Printable(SceneSummary(fileName, scene)));
   } catch (const standalone::SceneError& error) {
     PrintError(error.what());
     return false;

@@ -4,8 +4,16 @@
 
 namespace lipvane::cli {
 
+std::string Printable(std::string text) {
+  for (char& c : text) {
+    const bool isControl = (c >= '\0' && c < ' ') || c == '\x7f';
+    if (isControl && c != '\n' && c != '\t') c = '?';
+  }
+  return text;
+}
+
 void PrintLine(const std::string& text) {
-  std::cerr << text;
+  std::cerr << Printable(text);
   if (text.empty() || text.back() != '\n') std::cerr << '\n';
   std::cerr << std::flush;
 }

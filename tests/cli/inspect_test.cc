@@ -96,6 +96,15 @@ TEST_F(InspectTest, RefusesWithAPlaceAndAReason) {
   }
 }
 
+TEST_F(InspectTest, ControlCharactersOfAFileDoNotReachTheTerminal) {
+  const std::string track = "LTF\n1\n0\n1\n{\nE\x1B[2J\n0\n";
+  const std::string file = folder_.Make("a.ltf", track + "}\n0\n");
+  EXPECT_TRUE(Has(Lipvane({"inspect", file}).out, "  E?[2J: no keys\n"));
+  const std::string cut = folder_.Make("b.ltf", track + "\x1B}\n");
+  EXPECT_EQ(Lipvane({"inspect", cut}).err,
+            "Error: " + cut + ":8: the \"}\" of a track is expected here, not \"?}\"\n");
+}
+
 TEST_F(InspectTest, NamesThatAreNotUtf8StillMakeValidJson) {
   const std::string file = folder_.Make("face.ma", "createNode joint -n \"b\xE4r\";\n");
   EXPECT_EQ(Json(file)["nodes"][0]["path"], "|b\xEF\xBF\xBDr");
