@@ -26,12 +26,13 @@ int Play(PlayOptions options) {
 
   const auto writer = NewFrameWriter(options.output);
   Progress progress;
+  const bool showsProgress = options.output != kStandardOutput || !StandardOutputIsTerminal();
   const bool written = WriteOutput(options.output, [&](std::ostream& out) {
     writer->Begin(out, playback, options.rate.ticksPerSecond);
     for (std::size_t i = 0; i < count && out; ++i) {
       playback.Play(times.empty() ? options.rate.TimeOf(i) : times[i]);
       writer->WriteFrame(out, playback);
-      if (options.output != kStandardOutput) progress.Show("Playing", i, count);
+      if (showsProgress) progress.Show("Playing", i, count);
     }
     writer->End(out);
     progress.Erase();

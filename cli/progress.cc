@@ -15,17 +15,24 @@ namespace {
 constexpr std::chrono::milliseconds kDelay{500};
 constexpr std::chrono::milliseconds kInterval{100};
 
-bool StandardErrorIsTerminal() {
+constexpr int kStandardOutputNumber = 1;
+constexpr int kStandardErrorNumber = 2;
+
+bool IsTerminal(int descriptor) {
 #ifdef _WIN32
-  return _isatty(2) != 0;
+  return _isatty(descriptor) != 0;
 #else
-  return isatty(STDERR_FILENO) != 0;
+  return isatty(descriptor) != 0;
 #endif
 }
 
 }  // namespace
 
-Progress::Progress() : Progress(std::cerr, StandardErrorIsTerminal(), kDelay) {}
+bool StandardOutputIsTerminal() {
+  return IsTerminal(kStandardOutputNumber);
+}
+
+Progress::Progress() : Progress(std::cerr, IsTerminal(kStandardErrorNumber), kDelay) {}
 
 Progress::Progress(std::ostream& out, bool isShown, Clock::duration delay)
     : out_(out), isShown_(isShown), next_(Clock::now() + delay) {}

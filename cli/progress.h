@@ -7,6 +7,9 @@
 
 namespace lipvane::cli {
 
+/// Whether results go to a terminal, where a bar would stand between them.
+bool StandardOutputIsTerminal();
+
 /// A bar on a terminal that says how far long work has come. Work that is done soon never shows it.
 class Progress {
  public:

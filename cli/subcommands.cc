@@ -41,7 +41,8 @@ void RefuseEmpty(const CLI::Option& file) {
   }
 }
 
-/// A result must not take the place of a file that it is made from.
+/// A result must not take the place of another that it is made from. (A scene may be saved in its
+/// own place.)
 void RefuseOverwriting(const std::string& output, const std::vector<std::string>& inputs) {
   for (const std::string& input : inputs) {
     if (AreOneFile(output, input)) {

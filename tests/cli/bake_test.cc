@@ -47,20 +47,36 @@ class BakeTest : public CliTest {
 };
 
 TEST_F(BakeTest, KeysEveryFrameAtTheScenesOwnRate) {
-  const ProcessResult result = Bake({"--start", "-1.5"});
+  std::string pal = kFaceScene;
+  pal.replace(pal.find("ntsc"), 4, "pal");
+  scene_ = folder_.Make("pal.ma", pal);
+  const ProcessResult result = Bake({"--start", "-1.5", "--ticks-per-second", "800"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.out + result.err, "");
   const json keys = Keys();
   ASSERT_EQ(keys.size(), 8U) << "two of the scene's own, six of the lip's";
-  // 30 frames a second, 100 ms: four frames. The scene's unit is the metre.
+  // 25 frames a second, an eighth of a second: four frames. The scene's unit is the metre.
   EXPECT_EQ(keys["|head|jaw|lip.translateX"],
             json::parse("[[-1.5, 1.0], [-0.5, 1.0], [0.5, 1.0], [1.5, 1.0]]"));
   const json turn = keys["|head|jaw|lip.rotateX"];
   ASSERT_EQ(turn.size(), 4U);
   EXPECT_NEAR(turn[0][1], 0.0, 1e-6);
-  EXPECT_NEAR(turn[3][1], 2.0, 1e-6);  // the file's rotation is the pose's own turn
+  // Time 96 of 100, nearly all of the pose's own turn.
+  EXPECT_NEAR(turn[3][1], 2.0 * 0.995328, 2e-3);
   // What the file held is still there.
   EXPECT_TRUE(Has(folder_.Content("out.ma"), "connectAttr \"jaw_rotateY.o\" \"jaw.ry\";"));
+}
+
+TEST_F(BakeTest, TakesAnOrientationThatMovesAsItIsAtEachFrame) {
+  scene_ = folder_.Make("moving.ma", std::string(kFaceScene) +
+                                         "createNode animCurveTA -n \"turn\";\n"
+                                         "\tsetAttr -s 2 \".ktv[0:1]\" 0 0 3 90;\n"
+                                         "connectAttr \"turn.o\" \"lip.jox\";\n");
+  ltf_ = folder_.Make("still.ltf", "LTF\n1\n0\n1\n{\nEat\n1\n100 0\n}\n0\n");
+  ASSERT_EQ(Bake({}).status, 0);
+  const json turn = Keys()["|head|jaw|lip.rotateX"];
+  EXPECT_NEAR(turn[0][1], 0.0, 1e-6);
+  EXPECT_NEAR(turn[3][1], -1.5707963, 1e-6);
 }
 
 TEST_F(BakeTest, TurnsOnWhereAnglesBeginAnew) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -38,8 +39,12 @@ select -ne :time1;
 // End of face.ma
 )";
 
+/// Runs in a folder of its own.
 class CliTest : public testing::Test {
  protected:
+  CliTest() { std::filesystem::current_path(folder_.Path()); }
+  ~CliTest() override { std::filesystem::current_path(before_); }
+
   static ProcessResult Lipvane(const std::vector<std::string>& arguments) {
     return RunProcess(LIPVANE_BINARY, arguments);
   }
@@ -48,6 +53,9 @@ class CliTest : public testing::Test {
   }
 
   TemporaryFolder folder_;
+
+ private:
+  std::filesystem::path before_ = std::filesystem::current_path();
 };
 
 }  // namespace lipvane::test

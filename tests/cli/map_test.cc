@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include "tests/cli/cli_test.h"
 #include "tests/support/lbp_text.h"
 
@@ -8,10 +6,6 @@ namespace {
 
 class MapTest : public CliTest {
  protected:
-  MapTest() { std::filesystem::current_path(folder_.Path()); }
-  ~MapTest() override { std::filesystem::current_path(before_); }
-
-  std::filesystem::path before_ = std::filesystem::current_path();
   std::string lbp_ = folder_.Make("face.lbp", LbpText({"jaw"}, {{{}}}));
 };
 

@@ -38,12 +38,12 @@ class PlayTest : public CliTest {
 };
 
 TEST_F(PlayTest, PrintsWhatTheControllerMakes) {
-  const json played = json::parse(Play({"--at=500,-5"}).out);
+  const json played = json::parse(Play({"--at=500,-5,2000,2000"}).out);
   EXPECT_EQ(played["ticksPerSecond"], 1000);
   EXPECT_EQ(played["speechTargets"], json::parse(R"(["Eat"])"));
   EXPECT_EQ(played["expressions"],
             json::parse(R"(["Eyebrow_Raise_Left", "Eyebrow_Raise_Right", "Blink_Left"])"));
-  ASSERT_EQ(played["frames"].size(), 2U);
+  ASSERT_EQ(played["frames"].size(), 4U);
   // In ascending order; outside of the animation there are no weights yet, and expressions all the
   // same.
   EXPECT_EQ(played["frames"][0], json::parse(R"({"time": -5.0, "inside": false, "weights": [],
@@ -54,6 +54,10 @@ TEST_F(PlayTest, PrintsWhatTheControllerMakes) {
   // The blend has made weights for the poses that no track drives.
   EXPECT_EQ(played["frames"][1]["weights"], json::parse("[0.0, 0.5, 0.0, 0.0, 0.0]"));
   EXPECT_EQ(played["frames"][1]["bones"][0]["translation"][0], 5.0);
+  // After the end the weights stay as they were.
+  EXPECT_EQ(played["frames"][2]["inside"], false);
+  EXPECT_EQ(played["frames"][2]["weights"], played["frames"][1]["weights"]);
+  EXPECT_EQ(played["frames"][3], played["frames"][2]);
 }
 
 TEST_F(PlayTest, SamplesDoNotPassTheLength) {
@@ -72,6 +76,11 @@ TEST_F(PlayTest, SamplesDoNotPassTheLength) {
   EXPECT_EQ(times({}).size(), 31U);
   EXPECT_EQ(times({})[30], 1000);
   EXPECT_EQ(times({"--fps", "0.001"}), std::vector<double>{0});
+  // A length over a rate that is only nearly a whole number of frames.
+  ltf_ = folder_.Make("2500.ltf", "LTF\n1\n0\n1\n{\nEat\n1\n2500 0\n}\n0\n");
+  const auto film = times({"--fps", "23.976", "--ticks-per-second", "30"});
+  ASSERT_EQ(film.size(), 1999U);
+  EXPECT_EQ(film[1998], 2500);
 }
 
 TEST_F(PlayTest, WritesCsvWithARowAFrame) {
@@ -86,6 +95,17 @@ TEST_F(PlayTest, WritesCsvWithARowAFrame) {
             "-1,0,,,,,,0,0,0.5,0,0,0,1,0,0,0,5.5,0,0,-1,0,0,0\n"
             "0.1,1,0,2.9998e-08,0,0,0,0,0,0.5,2.999800017278176e-07,0,0,1,0,0,0,"
             "5.5,0,0,-1,0,0,0\n");
+}
+
+TEST_F(PlayTest, CsvHasAColumnForTracksBeyondThePoses) {
+  std::string tracks;
+  for (int i = 0; i < 6; ++i)
+    tracks += "{\nEat\n1\n0 0." + std::to_string(i) + "\n}\n";
+  ltf_ = folder_.Make("six.ltf", "LTF\n1\n0\n6\n" + tracks + "0\n");
+  ASSERT_EQ(Play({"-o", "six.csv"}).status, 0);
+  const std::string csv = folder_.Content("six.csv");
+  EXPECT_TRUE(Has(csv, "weight.Blink_Left,weight.Blink_Right,weight.pose 6,expression."));
+  EXPECT_TRUE(Has(csv, "\n0,1,0,0,0.1,0.2,0.3,0.4,0.5,0,0,0,")) << csv;
 }
 
 TEST_F(PlayTest, WhatIsNotANumberIsNullAndTheFileIsWhole) {

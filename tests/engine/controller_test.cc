@@ -91,7 +91,8 @@ TEST_F(ControllerTest, ListOfAnimations) {
     animation_.tracks[0].AddKey({end, 1.0});
     controller_.AddAnimation(animation_);
   }
-  EXPECT_TRUE(controller_.AnimationsChanged());
+  Play();
+  EXPECT_TRUE(controller_.AnimationsChanged()) << "nothing takes it back";
   EXPECT_EQ(controller_.TotalAnimTime(), 90.0);  // both were digested
   EXPECT_EQ(controller_.GetAnimation(-1), nullptr);
   EXPECT_EQ(controller_.GetAnimation(2), nullptr);
@@ -167,6 +168,12 @@ TEST_F(ControllerTest, WeightOfZeroSkipsTheExpression) {
   EXPECT_EQ(X(1), 22);
 }
 
+TEST_F(ControllerTest, AnExpressionOfOnePoseGrowsTheNeutralPose) {
+  AddExpression(Expression("Blink", {2, 8, 9}, 120), 0.5);
+  Play();
+  EXPECT_EQ(controller_.BonePoseInfo()->GetPose(0).BoneCount(), 3);
+}
+
 TEST_F(ControllerTest, SeveralPosesOfAnExpressionGetTheSpeechWeights) {
   TExpressionInfo expression = Expression("Blink", {2}, 100);
   expression.GetPose(1).AddBone(Bone(104));
@@ -214,6 +221,10 @@ TEST_F(ControllerTest, NeutralPose) {
   TBonePose neutral = controller_.GetNeutralPose();
   ASSERT_EQ(neutral.BoneCount(), 2);
   EXPECT_EQ(neutral.GetBone(1).translation.x, 20);
+  // It is blended like any other: each pose flips the sign of the rotations.
+  EXPECT_EQ(neutral.GetBone(1).rotation, Quaternion());
+  controller_.BonePoseInfo()->GetPose(2);
+  EXPECT_EQ(controller_.GetNeutralPose().GetBone(1).rotation, Quaternion(-1, 0, 0, 0));
   TBonePose headless = controller_.GetNeutralPoseWithoutHeadBone();
   ASSERT_EQ(headless.BoneCount(), 1);
   EXPECT_EQ(headless.GetBone(0).translation.x, 10);

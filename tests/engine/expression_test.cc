@@ -25,7 +25,7 @@ TExpressionInfo Expression(int bones, const std::vector<TBonePose>& poses) {
 TEST(ExpressionTest, SinglePoseReplacesTheReference) {
   TExpressionInfo expression = Expression(2, {Pose({1, 2, 3}, {0, 3, 0, 0})});
   TBonePose reference = Pose({7, 7, 7});
-  Weights weights{0.5};
+  Weights weights;
   expression.Blend(&reference, weights, true);
   ASSERT_EQ(expression.blendedBones.size(), 2U);
   EXPECT_EQ(expression.blendedBones[0].translation, Vector3(1, 2, 3));
@@ -34,8 +34,10 @@ TEST(ExpressionTest, SinglePoseReplacesTheReference) {
   EXPECT_EQ(reference.BoneCount(), 2);
 
   TExpressionInfo empty = Expression(1, {});
+  empty.blendedBones.resize(3);
   empty.Blend(nullptr, weights, true);
   EXPECT_TRUE(empty.poses.empty()) << "without a reference nothing changes";
+  EXPECT_EQ(empty.blendedBones.size(), 3U);
   empty.Blend(&reference, weights, true);
   EXPECT_EQ(empty.poses.size(), 1U);
   EXPECT_EQ(empty.blendedBones[0].translation, Vector3());

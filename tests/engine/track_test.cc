@@ -79,6 +79,7 @@ TEST(TrackTest, KeysOutOfOrder) {
   EXPECT_EQ(ValueAt(5, {{0, 0}, {10, 1}, {2, 50}, {20, 60}}), 0.5);
   EXPECT_EQ(ValueAt(12, {{8, 3}, {4, 0}, {20, 2}, {10, 9}}), 9);
   EXPECT_EQ(ValueAt(10, {{8, 3}, {0, 0}, {20, 2}, {10, 9}}), 1);
+  EXPECT_EQ(ValueAt(10, {{0, 0}, {20, 1}, {5, 7}, {8, 7}, {30, 9}}), 0.5);
   // When none holds it, it is the last one's end.
   EXPECT_EQ(ValueAt(10, {{10, 3}, {0, 1}, {10, 2}}), 2);
 }

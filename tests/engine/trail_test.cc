@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <set>
@@ -168,8 +169,25 @@ TEST_F(TrailTest, FailuresOfElementsLeaveTheirOwnersDestructor) {
   EXPECT_EQ(
       Trail("TExpressionInfo::~TExpressionInfo", [&] { const TController dying = controller_; }),
       "raised TExpressionInfo::~TExpressionInfo -> TController::~TController -> ");
+  EXPECT_EQ(Trail("TAnimationTrack::~TAnimationTrack",
+                  [&] {
+                    TAnimation dying;
+                    dying.expressionTracks.resize(1);
+                  }),
+            "raised TAnimationTrack::~TAnimationTrack -> TAnimation::~TAnimation -> ");
 }
 #endif
+
+TEST_F(TrailTest, AControllersAnimationsGoBeforeItsExpressions) {
+  auto dying = std::make_unique<TController>(controller_);
+  enteredMethods.clear();
+  dying.reset();
+  const auto placeOf = [](const char* entry) {
+    return std::find(enteredMethods.begin(), enteredMethods.end(), entry);
+  };
+  EXPECT_LT(placeOf("TAnimation::~TAnimation"), placeOf("TExpressionInfo::~TExpressionInfo"));
+  EXPECT_NE(placeOf("TExpressionInfo::~TExpressionInfo"), enteredMethods.end());
+}
 
 TEST_F(TrailTest, ControllersConstructorAndRigTakeNoPart) {
   const auto controller = std::make_unique<TController>();

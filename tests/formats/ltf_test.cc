@@ -54,7 +54,7 @@ std::string Refusal(const std::string& text) {
 constexpr char kWhole[] =
     "// an animation\r\n\r\nLTF x\r\n1.00 // version\r\n2\r\n{\r\n} any text\r\n"
     "2\r\n{ x\r\n Eat a// lot\r\n2\r\n0 0.25 40.9 1e0\r\n}\r\n{\r\n}\r\n0\r\n}\r\n"
-    "1\r\n{\r\nBlink_Left\r\n1\r\n120 -.5\r\n} end\r\ntrailing\r\n";
+    "1\r\n{\r\nBlink the left\r\n1\r\n120 -.5\r\n} end\r\ntrailing\r\n";
 
 TEST(LtfReader, ReadsTracksAndDigests) {
   const test::CommaLocale comma;
@@ -68,7 +68,7 @@ TEST(LtfReader, ReadsTracksAndDigests) {
   EXPECT_EQ(animation.tracks[2].name, "}");
   EXPECT_EQ(animation.tracks[2].KeyCount(), 0);
   ASSERT_EQ(animation.expressionTracks.size(), 1U);
-  EXPECT_EQ(animation.expressionTracks[0].name, "Blink_Left");
+  EXPECT_EQ(animation.expressionTracks[0].name, "Blink the left");
   EXPECT_EQ(KeysOf(animation.expressionTracks[0]), (Keys{{120, -0.5}}));
   EXPECT_EQ(animation.length, 120);
 }
