@@ -1,8 +1,12 @@
 #include "cli/bake.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <ostream>
 #include <set>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "cli/messages.h"
@@ -24,6 +28,8 @@ namespace lipvane::cli {
 namespace {
 
 using standalone::Message;
+using standalone::NodeKind;
+using standalone::Refusal;
 using standalone::Scene;
 
 /// Keys are held in memory: this many take some ten gigabytes.
@@ -88,6 +94,48 @@ class Baking {
   double firstSkipped_ = 0.0;
 };
 
+/// The frames that were baked.
+struct Frames {
+  double start = 0.0;
+  std::size_t count = 0;
+
+  double At(std::size_t i) const { return start + static_cast<double>(i); }
+  bool Hold(double time) const {
+    const double i = std::round(time - start);
+    return i >= 0.0 && i < static_cast<double>(count) && start + i == time;
+  }
+};
+
+/// Keys that the scene had at other times go on moving the joints: between the frames, or after
+/// them.
+void WarnOfOtherKeys(const Scene& scene, const std::vector<std::string>& boneNames,
+                     const Frames& frames) {
+  std::unordered_map<std::string_view, standalone::NodeId> nodes;  // the last of each name
+  for (standalone::PathId path = 0; path < scene.PathCount(); ++path)
+    nodes[scene.Name(scene.NodeOf(path))] = scene.NodeOf(path);
+  std::size_t count = 0;
+  std::string first;
+  for (const std::string& name : boneNames) {
+    const auto found = nodes.find(name);
+    if (found == nodes.end() || scene.Kind(found->second) != NodeKind::kJoint) continue;
+    for (std::size_t i = 0; i < scene::kPosedChannelCount; ++i) {
+      const auto channel = static_cast<standalone::Channel>(i);
+      const standalone::Curve* curve = scene.CurveOf(found->second, channel);
+      if (curve == nullptr || scene.RefusalOf(found->second, channel) != Refusal::kNone) continue;
+      const auto other =
+          std::find_if(curve->keys.begin(), curve->keys.end(),
+                       [&](const standalone::CurveKey& key) { return !frames.Hold(key.time); });
+      if (other == curve->keys.end()) continue;
+      if (count++ > 0) continue;
+      first = scene.FullPath(scene.FirstPath(found->second)) + "." +
+              standalone::ChannelName(channel) + " at frame " + text::ExactReal(other->time);
+    }
+  }
+  if (count == 0) return;
+  PrintWarning("keys that the scene had at other times stay, on " + std::to_string(count) +
+               (count == 1 ? " channel: " : " channels, the first ") + first);
+}
+
 bool KeysFit(std::size_t frames, std::size_t joints) {
   const std::size_t keys = frames * joints * scene::kPosedChannelCount;
   if (keys <= kMaxKeys) return true;
@@ -131,13 +179,15 @@ int Bake(const BakeOptions& options) {
     return 1;
   }
   if (!KeysFit(*frameCount, baking.JointCount())) return 1;
+  const Frames frames{options.start, *frameCount};
   for (std::size_t i = 0; i < *frameCount; ++i) {
     playback.Play(rate.TimeOf(i));
-    baking.KeyFrame(options.start + static_cast<double>(i));
+    baking.KeyFrame(frames.At(i));
     progress.Show("Baking", i, *frameCount);
   }
   progress.Erase();
   baking.WarnOfSkipped();
+  WarnOfOtherKeys(*scene, playback.BoneNames(), frames);
   return WriteOutput(options.output, [&](std::ostream& out) { scene->Write(out); }) ? 0 : 1;
 }
 

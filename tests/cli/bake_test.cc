@@ -120,13 +120,26 @@ TEST_F(BakeTest, WarnsOfBonesThatGetNoKeysAndBakesTheRest) {
   EXPECT_FALSE(keys.contains("|head|jaw|lip.rotateY"));
 }
 
+TEST_F(BakeTest, ReplacesKeysOfItsFramesAndWarnsOfOthers) {
+  lbp_ = Face({"jaw"});
+  const ProcessResult result = Bake({"--start", "0.5"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err,
+            "Warning: keys that the scene had at other times stay, on 1 channel: "
+            "|head|jaw.translateX at frame 0\n");
+  const json keys = Keys();
+  EXPECT_EQ(keys["|head|jaw.translateX"].size(), 6U);
+  EXPECT_EQ(keys["|head|jaw.rotateY"].size(), 4U) << "the one at 0.5 is replaced";
+}
+
 TEST_F(BakeTest, WarnsOfFramesThatAreNotFinite) {
-  lbp_ = Face({"jaw", "lip"});
+  lbp_ = Face({"lip", "nod"});
+  scene_ = folder_.Make("nod.ma", std::string(kFaceScene) + "createNode joint -n \"nod\";\n");
   const auto warning = [&](const std::string& keys, const std::string& at) {
     ltf_ = folder_.Make("nan.ltf", "LTF\n1\n0\n1\n{\nEat\n3\n" + keys + "\n}\n0\n");
     const ProcessResult result = Bake({});
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.err, "Warning: bone \"jaw\" and 1 more: the pose is not finite at " + at +
+    EXPECT_EQ(result.err, "Warning: bone \"lip\" and 1 more: the pose is not finite at " + at +
                               ", no keys are set there\n");
   };
   warning("0 0 100 1 100 1", "frame 3");

@@ -87,7 +87,7 @@ TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
 
 TEST_F(CliTest, AResultThatCannotBeWrittenIsAFailure) {
   const std::string scene = folder_.Make("face.ma", kFaceScene);
-  const std::string lbp = folder_.Make("face.lbp", LbpText({"jaw"}, {{{}}}));
+  const std::string lbp = folder_.Make("face.lbp", LbpText({"lip"}, {{{}}}));
   const std::string ltf = folder_.Make("line.ltf", "LTF\n1\n0\n0\n0\n");
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is full";
   for (const std::string& command :
