@@ -31,28 +31,34 @@ bool IsRead(std::size_t number) {
 class BoneLineCheck {
  public:
   BoneLineCheck(const DataLine& line, const BoneLinePlace& place, Recorder& recorder)
-      : line_(line), place_(place), recorder_(recorder) {
-    SplitWords(line.text, words_);
+      : line_(line), text_(WithoutTrailingSpace(line.text)), place_(place), recorder_(recorder) {
+    SplitWords(text_, words_);
   }
 
-  void Run() {
+  std::optional<std::string> Run() {
+    if (HasTab(text_)) {
+      Add(rule::kTab, "holds a tab, which separates nothing: what follows it is lost");
+      return std::nullopt;
+    }
     CheckCount();
-    if (const auto before = WordsBeforeDoubledBlank(line_.text);
-        before && *before < kNumbersOfBone) {
+    if (const auto before = WordsBeforeDoubledBlank(text_); before && *before < kNumbersOfBone) {
       Add(rule::kDoubledBlank, "has a blank too many before its number " +
                                    std::to_string(*before + 1) +
                                    ": the rest of the line is one token, and what follows in it is "
                                    "read as 0");
     }
-    if (CheckNumbers()) CheckRotation();
+    return CheckNumbers() ? CheckRotation() : std::nullopt;
   }
 
  private:
   void Add(const Rule& rule, const std::string& text) {
+    recorder_.Add(line_.number, rule, Subject() + text);
+  }
+
+  std::string Subject() const {
     const std::string bone =
         place_.bone.empty() ? std::to_string(place_.number) : Quoted(place_.bone);
-    recorder_.Add(line_.number, rule,
-                  "bone " + bone + " in pose " + std::to_string(place_.pose) + " " + text);
+    return "bone " + bone + " in pose " + std::to_string(place_.pose) + " ";
   }
 
   void CheckCount() {
@@ -85,21 +91,22 @@ class BoneLineCheck {
     return false;
   }
 
-  void CheckRotation() {
-    if (words_.size() < kNumbersOfBone) return;
+  std::optional<std::string> CheckRotation() {
+    if (words_.size() < kNumbersOfBone) return std::nullopt;
     double square = 0;
     for (std::size_t i = kFirstOfRotation; i < kNumbersOfBone; ++i) {
       const double component = text::RealPrefix(words_[i]);
       square += component * component;
     }
     const double length = std::sqrt(square);
-    if (std::abs(length - 1.0) <= kLengthTolerance) return;
+    if (std::abs(length - 1.0) <= kLengthTolerance) return std::nullopt;
     std::string shown;
     text::AppendReal(shown, length);
-    Add(rule::kRotationLength, "has a rotation of length " + shown + ", not 1");
+    return Subject() + "has a rotation of length " + shown + ", not 1";
   }
 
   const DataLine& line_;
+  std::string_view text_;
   const BoneLinePlace& place_;
   Recorder& recorder_;
   std::vector<std::string_view> words_;
@@ -107,8 +114,9 @@ class BoneLineCheck {
 
 }  // namespace
 
-void CheckBoneLine(const DataLine& line, const BoneLinePlace& place, Recorder& recorder) {
-  BoneLineCheck(line, place, recorder).Run();
+std::optional<std::string> CheckBoneLine(const DataLine& line, const BoneLinePlace& place,
+                                         Recorder& recorder) {
+  return BoneLineCheck(line, place, recorder).Run();
 }
 
 }  // namespace lipvane::check

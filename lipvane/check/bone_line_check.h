@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "lipvane/check/data_line.h"
@@ -15,7 +17,9 @@ struct BoneLinePlace {
   std::size_t pose = 0;    ///< from 0
 };
 
-/// One bone in one pose: its 26 numbers.
-void CheckBoneLine(const DataLine& line, const BoneLinePlace& place, Recorder& recorder);
+/// One bone in one pose: its 26 numbers. The answer is what there is to say of a rotation that is
+/// not of length 1: a scaled bone has it in every pose, which is for the caller to gather.
+std::optional<std::string> CheckBoneLine(const DataLine& line, const BoneLinePlace& place,
+                                         Recorder& recorder);
 
 }  // namespace lipvane::check

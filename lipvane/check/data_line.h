@@ -11,4 +11,8 @@ struct DataLine {
   std::string_view text;
 };
 
+/// What is said of one that holds white space alone.
+inline constexpr const char* kBlankLineText =
+    "this line holds blanks or tabs alone, or before a comment: it is taken for data";
+
 }  // namespace lipvane::check

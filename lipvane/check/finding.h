@@ -31,7 +31,8 @@ class Recorder {
   /// The list must live as long, and nobody else may change it in between.
   Recorder(std::string file, std::vector<Finding>& findings);
 
-  void Add(std::size_t line, const Rule& rule, std::string text);
+  /// Tabs become "\t", other control characters but the line feed "?".
+  void Add(std::size_t line, const Rule& rule, const std::string& text);
 
  private:
   struct Tally {

@@ -4,22 +4,25 @@
 #include <cstddef>
 #include <limits>
 #include <unordered_map>
+#include <utility>
 
-#include "lipvane/check/bone_line_check.h"
+#include "lipvane/check/count_lines.h"
 #include "lipvane/check/lbp_sections.h"
+#include "lipvane/check/pose_check.h"
+#include "lipvane/check/unreadable.h"
 #include "lipvane/check/words.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/formats/phonemes.h"
-#include "lipvane/text/numbers.h"
 
 namespace lipvane::check {
 namespace {
 
-constexpr std::size_t kAssignmentLines = 3;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::ptrdiff_t kAssignmentLines = 3;
+constexpr const char* kTargetCount = "the number of speech targets";
+constexpr const char* kBoneCount = "the number of bones";
 constexpr double kLargestWeight = std::numeric_limits<float>::max();
 
 long long Size(const std::vector<DataLine>& lines) {
@@ -35,33 +38,38 @@ class LbpCheck {
       : text_(text), recorder_(recorder), sections_(SplitLbpSections(text)) {}
 
   void Run() {
-    if (CountOf(sections_.version) == LBP_FORMAT_VERSION) {
-      CheckCountText(sections_.version, "the version");
+    if (CountOn(sections_.version.text) == LBP_FORMAT_VERSION) {
+      CheckBlankLines();
+      CheckCount(sections_.version, "the version");
       CheckSpeechTargets();
       CheckPhonemes();
       CheckHierarchy();
       CheckAssignments();
-      CheckPoses();
+      if (CheckPoses(sections_, bones_, targets_, recorder_)) isRefusalExplained_ = true;
     }
     CheckReadable();
   }
 
  private:
-  static long long CountOf(const DataLine& line);
-  void CheckCountText(const DataLine& line, const char* what);
+  void CheckBlankLines();
+  /// False when it is missing.
+  bool CheckCount(const DataLine& line, const char* what);
   /// A finding after which the reader takes lines for what they are not, or runs out of them.
   void AddStructural(std::size_t line, const Rule& rule, const std::string& text);
 
   void CheckSpeechTargets();
-  void FindTargetCount(long long stated, long long named);
+  bool FindMissingNames(bool isCounted);
+  void CheckTargetCount(long long named);
+  void CheckTargetNames();
   void CheckPhonemes();
   void CheckPhonemeCount();
-  void CheckPhoneme(const DataLine& line);
+  /// False when the row has no name that could be looked at.
+  bool CheckPhoneme(const DataLine& line);
   void CheckHierarchy();
+  void CheckBoneLine(const DataLine& line, std::string_view name);
   void CheckBoneCount();
+  void TakeAssignments(long long bones);
   void CheckAssignments();
-  void CheckPoses();
-  long long FindPoseCount(long long stated);
   void CheckReadable();
 
   std::string_view text_;
@@ -74,17 +82,16 @@ class LbpCheck {
   bool isRefusalExplained_ = false;
 };
 
-/// As the reader takes it, none for less.
-long long LbpCheck::CountOf(const DataLine& line) {
-  return std::max(0, text::IntegerPrefix(TokenCursor(line.text, " ").Next()));
+void LbpCheck::CheckBlankLines() {
+  for (const DataLine& line : sections_.blankLines) {
+    AddStructural(line.number, rule::kBlankLine, kBlankLineText);
+  }
 }
 
-void LbpCheck::CheckCountText(const DataLine& line, const char* what) {
-  if (line.number == 0 || IsPlainCount(line.text)) return;
-  recorder_.Add(line.number, rule::kCountText,
-                std::string(what) + ", " + Quoted(line.text) +
-                    ", is no plain whole number and read as " +
-                    std::to_string(text::IntegerPrefix(TokenCursor(line.text, " ").Next())));
+bool LbpCheck::CheckCount(const DataLine& line, const char* what) {
+  const bool isThere = CheckCountLine(line, what, "", recorder_);
+  if (!isThere) isRefusalExplained_ = true;
+  return isThere;
 }
 
 void LbpCheck::AddStructural(std::size_t line, const Rule& rule, const std::string& text) {
@@ -93,49 +100,79 @@ void LbpCheck::AddStructural(std::size_t line, const Rule& rule, const std::stri
 }
 
 void LbpCheck::CheckSpeechTargets() {
-  CheckCountText(sections_.speechTargetCount, "the number of speech targets");
+  const DataLine& count = sections_.speechTargetCount;
   const DataLine& names = sections_.speechTargets;
-  if (names.number == 0) return;
+  if (count.number == 0) return;
+  const bool isCounted = HasCount(count.text);
   SplitWords(names.text, words_);
   const auto named = static_cast<long long>(words_.size());
-  const long long stated = CountOf(sections_.speechTargetCount);
-  if (stated != named) {
-    // The reader believes the count, up to a limit.
-    isRefusalExplained_ = stated > kMaxSpeechTargets;
-    recorder_.Add(sections_.speechTargetCount.number, rule::kSpeechTargetCount,
-                  "the number of speech targets is " + std::to_string(stated) + ", but line " +
-                      std::to_string(names.number) + " names " + std::to_string(named));
+  targets_ = isCounted ? CountOn(count.text) : named;
+  const bool disagrees = names.number > 0 && !HasTab(names.text) && targets_ != named;
+  if (!disagrees || !IsNegativeCount(count.text)) CheckCount(count, kTargetCount);
+  if (names.number == 0 || FindMissingNames(isCounted)) return;
+  if (HasTab(names.text)) {
+    recorder_.Add(names.number, rule::kTab,
+                  "the names of the speech targets hold a tab, which separates nothing");
+    return;
   }
-  if (const auto before = WordsBeforeDoubledBlank(names.text); before && named > 0) {
+  if (disagrees) CheckTargetCount(named);
+  CheckTargetNames();
+}
+
+/// Without the line of names a phoneme's row is taken for it.
+bool LbpCheck::FindMissingNames(bool isCounted) {
+  const DataLine names = sections_.speechTargets;
+  const auto fields = static_cast<long long>(words_.size());
+  if ((isCounted && targets_ == fields) || HasTab(names.text) || !IsPhonemeRow(names.text)) {
+    return false;
+  }
+  if (isCounted) {
+    AddStructural(sections_.speechTargetCount.number, rule::kSpeechTargetCount,
+                  "the names of " + Counted(targets_, "speech target", "speech targets") +
+                      " are missing: line " + std::to_string(names.number) +
+                      ", a phoneme's row, is taken for them");
+  } else {
+    targets_ = fields - 1;
+  }
+  sections_.phonemes.insert(sections_.phonemes.begin(), names);
+  return true;
+}
+
+void LbpCheck::CheckTargetCount(long long named) {
+  const DataLine& count = sections_.speechTargetCount;
+  // The reader believes the count, up to a limit.
+  isRefusalExplained_ = isRefusalExplained_ || targets_ > kMaxSpeechTargets;
+  recorder_.Add(count.number, rule::kSpeechTargetCount,
+                std::string(kTargetCount) + " is " + ShownCount(count.text) + ", but line " +
+                    std::to_string(sections_.speechTargets.number) + " names " +
+                    std::to_string(named));
+  if (sections_.phonemes.empty()) return;
+  SplitWords(sections_.phonemes.front().text, words_);
+  if (static_cast<long long>(words_.size()) == named + 1) targets_ = named;
+}
+
+void LbpCheck::CheckTargetNames() {
+  const DataLine& names = sections_.speechTargets;
+  if (const auto before = WordsBeforeDoubledBlank(names.text)) {
     recorder_.Add(names.number, rule::kDoubledBlank,
                   "the names of the speech targets have a blank too many after " +
                       Counted(static_cast<long long>(*before), "name", "names") +
                       ": the rest of the line is read as one name");
   }
+  SplitWords(names.text, words_);
   Seen seen;
   for (const std::string_view name : words_) {
-    if (IsBlank(name)) {
-      recorder_.Add(names.number, rule::kEmptyName, "the name of a speech target is empty");
-    } else if (!seen.emplace(name, names.number).second) {
-      recorder_.Add(names.number, rule::kDuplicateSpeechTarget,
-                    "speech target " + Quoted(name) + " is named more than once");
-    }
+    if (seen.emplace(name, names.number).second) continue;
+    recorder_.Add(names.number, rule::kDuplicateSpeechTarget,
+                  "speech target " + Quoted(name) + " is named more than once");
   }
-  FindTargetCount(stated, named);
-}
-
-void LbpCheck::FindTargetCount(long long stated, long long named) {
-  targets_ = stated;
-  if (stated == named || sections_.phonemes.empty()) return;
-  SplitWords(sections_.phonemes.front().text, words_);
-  if (static_cast<long long>(words_.size()) == named + 1) targets_ = named;
 }
 
 void LbpCheck::CheckPhonemes() {
   CheckPhonemeCount();
   Seen seen;
   for (const DataLine& line : sections_.phonemes) {
-    CheckPhoneme(line);
+    if (!CheckPhoneme(line)) continue;
     const std::string_view name = TokenCursor(line.text, " ").Next();
     const auto [first, isNew] = seen.emplace(name, line.number);
     if (isNew) continue;
@@ -165,13 +202,18 @@ void LbpCheck::CheckPhonemeCount() {
                     (rows > kPhonemeCount ? "the number of bones" : "a phoneme"));
 }
 
-void LbpCheck::CheckPhoneme(const DataLine& line) {
-  SplitWords(line.text, words_);
-  if (words_.empty() || IsBlank(words_[0]) ||
-      (line.text[0] == ' ' && static_cast<long long>(words_.size()) == targets_ &&
-       text::WholeReal(words_[0]))) {
+bool LbpCheck::CheckPhoneme(const DataLine& line) {
+  std::string_view row = WithoutTrailingSpace(line.text);
+  SplitWords(row, words_);
+  if (words_.size() < 2) row = line.text;  // a tab after a name alone is part of it
+  if (HasTab(row)) {
+    recorder_.Add(line.number, rule::kTab,
+                  "the phoneme row " + Quoted(row) + " holds a tab, which separates nothing");
+    return false;
+  }
+  if (static_cast<long long>(words_.size()) == targets_ && IsNumber(words_[0])) {
     recorder_.Add(line.number, rule::kEmptyName, "the name of a phoneme is empty");
-    return;
+    return false;
   }
   const std::string phoneme = "phoneme " + Quoted(words_[0]);
   const auto weights = static_cast<long long>(words_.size()) - 1;
@@ -182,7 +224,7 @@ void LbpCheck::CheckPhoneme(const DataLine& line) {
                       (weights < targets_ ? ": those that are missing are read as 0"
                                           : ": those at the end are not read"));
   }
-  const auto before = WordsBeforeDoubledBlank(line.text);
+  const auto before = WordsBeforeDoubledBlank(row);
   if (before && static_cast<long long>(*before) <= targets_) {
     recorder_.Add(line.number, rule::kDoubledBlank,
                   phoneme + " has a blank too many before " +
@@ -196,6 +238,7 @@ void LbpCheck::CheckPhoneme(const DataLine& line) {
       break;  // a row in another notation is one finding
     }
   }
+  return true;
 }
 
 void LbpCheck::CheckHierarchy() {
@@ -203,13 +246,7 @@ void LbpCheck::CheckHierarchy() {
   Seen seen;
   for (const DataLine& line : sections_.hierarchy) {
     const std::string_view name = BoneName(line.text);
-    if (!HasArrow(line.text)) {
-      recorder_.Add(
-          line.number, rule::kHierarchyLine,
-          Quoted(line.text) + " is no line \"bone -> parent\": it is read as a bone's name");
-    } else if (IsBlank(name) || name == line.text) {
-      recorder_.Add(line.number, rule::kEmptyName, "the name of a bone is empty");
-    }
+    CheckBoneLine(line, name);
     const auto [first, isNew] = seen.emplace(name, line.number);
     if (isNew) continue;
     recorder_.Add(line.number, rule::kDuplicateBone,
@@ -218,8 +255,34 @@ void LbpCheck::CheckHierarchy() {
   }
 }
 
+void LbpCheck::CheckBoneLine(const DataLine& line, std::string_view name) {
+  if (!HasArrow(line.text)) {
+    recorder_.Add(
+        line.number, rule::kHierarchyLine,
+        Quoted(line.text) + " is no line \"bone -> parent\": it is read as a bone's name");
+    return;
+  }
+  if (IsBlank(name) || name == line.text) {
+    recorder_.Add(line.number, rule::kEmptyName, "the name of a bone is empty");
+    return;
+  }
+  // Blanks at the end of a line do no harm: nothing is found by a parent's name.
+  std::string_view parent = ParentName(line.text);
+  while (!parent.empty() && parent.back() == ' ')
+    parent.remove_suffix(1);
+  for (const auto& [what, text] : {std::pair("bone", name), std::pair("parent", parent)}) {
+    const char* where = nullptr;
+    if (IsBlank(text.substr(0, 1))) where = "begins";
+    if (IsBlank(text.substr(text.empty() ? 0 : text.size() - 1))) where = "ends";
+    if (text.empty() || where == nullptr) continue;
+    recorder_.Add(line.number, rule::kHierarchyLine,
+                  "the name of a " + std::string(what) + ", " + Quoted(text) + ", " + where +
+                      " with a blank or tab, which is part of the name");
+    return;
+  }
+}
+
 void LbpCheck::CheckBoneCount() {
-  CheckCountText(sections_.boneCount, "the number of bones");
   const std::vector<DataLine>& lines = sections_.hierarchy;
   const auto arrows = static_cast<long long>(std::count_if(
       lines.begin(), lines.end(), [](const DataLine& line) { return HasArrow(line.text); }));
@@ -230,8 +293,17 @@ void LbpCheck::CheckBoneCount() {
                   "the number of bones is missing: this line is taken for it");
     return;
   }
-  const long long stated = CountOf(sections_.boneCount);
+  if (!HasCount(sections_.boneCount.text)) {
+    CheckCount(sections_.boneCount, kBoneCount);
+    bones_ = arrows;
+    return;
+  }
+  const long long stated = CountOn(sections_.boneCount.text);
   bones_ = stated;
+  TakeAssignments(stated);
+  if (stated == Size(lines) || !IsNegativeCount(sections_.boneCount.text)) {
+    CheckCount(sections_.boneCount, kBoneCount);
+  }
   if (stated == Size(lines)) return;
   if (stated == arrows) {  // a line too many that is no bone line is named itself
     isRefusalExplained_ = true;
@@ -240,19 +312,31 @@ void LbpCheck::CheckBoneCount() {
   const bool isComplete = !sections_.assignments.empty() || sections_.poseCount.number > 0 ||
                           !sections_.boneLines.empty();
   if (stated > Size(lines) && !isComplete) return;
-  if (Size(sections_.boneLines) != stated * CountOf(sections_.poseCount)) bones_ = arrows;
+  if (Size(sections_.boneLines) != stated * CountOn(sections_.poseCount.text)) bones_ = arrows;
   AddStructural(sections_.boneCount.number, rule::kBoneCount,
-                "the number of bones is " + std::to_string(stated) + ", but " +
+                std::string(kBoneCount) + " is " + ShownCount(sections_.boneCount.text) + ", but " +
                     Counted(Size(lines), "line follows", "lines follow") +
                     " in the hierarchy: lines are taken for what they are not");
+}
+
+/// Assignments may hold anything: without a "=" they look like a part of the hierarchy.
+void LbpCheck::TakeAssignments(long long bones) {
+  std::vector<DataLine>& lines = sections_.hierarchy;
+  if (!sections_.assignments.empty() || bones != Size(lines) - kAssignmentLines) return;
+  const auto first = lines.end() - kAssignmentLines;
+  if (std::any_of(first, lines.end(), [](const DataLine& line) { return HasArrow(line.text); })) {
+    return;
+  }
+  sections_.assignments.assign(first, lines.end());
+  lines.erase(first, lines.end());
 }
 
 void LbpCheck::CheckAssignments() {
   const std::vector<DataLine>& lines = sections_.assignments;
   const bool isComplete = sections_.poseCount.number > 0 || !sections_.boneLines.empty();
-  if (lines.size() == kAssignmentLines || (lines.size() < kAssignmentLines && !isComplete)) return;
+  if (Size(lines) == kAssignmentLines || (Size(lines) < kAssignmentLines && !isComplete)) return;
   std::size_t line = 0;
-  if (lines.size() > kAssignmentLines) {
+  if (Size(lines) > kAssignmentLines) {
     line = lines[kAssignmentLines].number;
   } else if (sections_.poseCount.number > 0) {
     line = sections_.poseCount.number;
@@ -263,51 +347,7 @@ void LbpCheck::CheckAssignments() {
                 "there " + std::string(lines.size() == 1 ? "is " : "are ") +
                     Counted(Size(lines), "assignment line", "assignment lines") + ", not " +
                     std::to_string(kAssignmentLines) + ": this line is taken for " +
-                    (lines.size() > kAssignmentLines ? "the number of poses" : "an assignment"));
-}
-
-void LbpCheck::CheckPoses() {
-  CheckCountText(sections_.poseCount, "the number of bone poses");
-  const std::vector<DataLine>& lines = sections_.boneLines;
-  if (sections_.poseCount.number == 0) {
-    if (lines.empty()) return;
-    AddStructural(lines.front().number, rule::kBoneLineCount,
-                  "the number of bone poses is missing: this line is taken for it");
-    return;
-  }
-  const long long poses = FindPoseCount(CountOf(sections_.poseCount));
-  const std::size_t line = sections_.poseCount.number;
-  if (poses <= targets_) {
-    recorder_.Add(line, rule::kSpeechPoses,
-                  Counted(poses, "pose is", "poses are") + " too few for the neutral one and " +
-                      Counted(targets_, "speech target", "speech targets"));
-  } else if (const auto expressions = static_cast<long long>(kExpressionNames.size());
-             poses <= targets_ + expressions) {
-    recorder_.Add(line, rule::kExpressionPoses,
-                  Counted(poses, "pose gives", "poses give") + " only " +
-                      std::to_string(poses - targets_ - 1) + " of the " +
-                      std::to_string(expressions) + " expressions");
-  }
-  const std::vector<DataLine>& hierarchy = sections_.hierarchy;
-  const bool areNamed = Size(hierarchy) == bones_;
-  for (std::size_t i = 0; i < lines.size() && static_cast<long long>(i) < bones_ * poses; ++i) {
-    BoneLinePlace place;
-    place.pose = i / static_cast<std::size_t>(bones_);
-    place.number = i % static_cast<std::size_t>(bones_) + 1;
-    if (areNamed) place.bone = BoneName(hierarchy[place.number - 1].text);
-    CheckBoneLine(lines[i], place, recorder_);
-  }
-}
-
-/// Compares with the lines; the answer is what they have.
-long long LbpCheck::FindPoseCount(long long stated) {
-  const long long lines = Size(sections_.boneLines);
-  if (lines == bones_ * stated) return stated;
-  AddStructural(sections_.poseCount.number, rule::kBoneLineCount,
-                Counted(lines, "bone line follows", "bone lines follow") + ", but " +
-                    Counted(stated, "pose", "poses") + " of " + Counted(bones_, "bone", "bones") +
-                    " take " + std::to_string(bones_ * stated));
-  return bones_ > 0 ? std::max(stated, lines / bones_) : stated;
+                    (Size(lines) > kAssignmentLines ? "the number of poses" : "an assignment"));
 }
 
 void LbpCheck::CheckReadable() {
@@ -315,9 +355,7 @@ void LbpCheck::CheckReadable() {
   PhonemeMapping mapping;
   ReadProblem problem;
   if (isRefusalExplained_ || ReadLbpText(text_, poseInfo, mapping, problem)) return;
-  const bool hasMark = text_.substr(0, kByteOrderMark.size()) == kByteOrderMark;
-  recorder_.Add(static_cast<std::size_t>(std::max(problem.line, 1)), rule::kUnreadable,
-                problem.reason + (hasMark ? " (the file begins with a byte order mark)" : ""));
+  AddUnreadable(text_, problem, recorder_);
 }
 
 }  // namespace

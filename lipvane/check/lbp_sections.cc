@@ -1,11 +1,10 @@
 #include "lipvane/check/lbp_sections.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 #include "lipvane/check/words.h"
 #include "lipvane/formats/data_lines.h"
-#include "lipvane/text/numbers.h"
 
 namespace lipvane::check {
 namespace {
@@ -16,14 +15,29 @@ bool IsAssignment(std::string_view line) {
   return line.find('=') != std::string_view::npos && !HasArrow(line);
 }
 
-bool IsNumber(std::string_view word) {
-  const auto value = text::WholeReal(word);
-  return value && std::isfinite(*value);
+/// Told by their shape alone, so a tab is as good as a blank.
+void SplitFields(std::string_view line, std::vector<std::string_view>& fields) {
+  fields.clear();
+  while (true) {
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    if (line.empty()) return;
+    const std::size_t end = std::min(line.find_first_of(" \t"), line.size());
+    fields.push_back(line.substr(0, end));
+    line.remove_prefix(end);
+  }
+}
+
+std::size_t LeadingNumbers(const std::vector<std::string_view>& words) {
+  return static_cast<std::size_t>(std::find_if_not(words.begin(), words.end(), IsNumber) -
+                                  words.begin());
 }
 
 class Splitter {
  public:
-  explicit Splitter(std::string_view text) : lines_(text) { Advance(); }
+  explicit Splitter(std::string_view text) : lines_(text) {
+    Advance();
+    Advance();
+  }
 
   LbpSections Run() {
     LbpSections sections;
@@ -31,22 +45,37 @@ class Splitter {
     sections.speechTargetCount = Take();
     sections.speechTargets = Take();
     TakeWhile(sections.phonemes, [this] {
-      return !IsCount() && !HasArrow(current_.text) && !IsAssignment(current_.text);
+      if (IsCount()) return IsPhonemeRow(next_.text);  // of one target, without a name
+      return !HasArrow(current_.text) &&
+             (!IsAssignment(current_.text) || IsPhonemeRow(current_.text));
     });
     sections.boneCount = TakeCount(sections.phonemes);
-    TakeWhile(sections.hierarchy,
-              [this] { return !IsCount() && !IsNumberRow() && !IsAssignment(current_.text); });
-    TakeWhile(sections.assignments, [this] { return !IsCount() && !IsNumberRow(); });
+    TakeWhile(sections.hierarchy, [this] {
+      return HasArrow(current_.text) || HasArrow(next_.text) ||
+             (!IsCount() && !IsNumberRow(current_.text) && !IsAssignment(current_.text));
+    });
+    TakeWhile(sections.assignments, [this] { return !IsCount() && !IsNumberRow(current_.text); });
     sections.poseCount = TakeCount(sections.assignments);
     TakeWhile(sections.boneLines, [] { return true; });
+    // The readers do not come to those at the end.
+    while (!blankLines_.empty() && blankLines_.back().number > last_)
+      blankLines_.pop_back();
+    sections.blankLines = std::move(blankLines_);
     return sections;
   }
 
  private:
   void Advance() {
-    current_ = {};
-    std::string_view line;
-    if (lines_.Next(line)) current_ = {lines_.LineNumber(), line};
+    current_ = next_;
+    next_ = {};
+    for (std::string_view line; lines_.Next(line);) {
+      if (!IsBlank(line)) {
+        last_ = lines_.LineNumber();
+        next_ = {last_, line};
+        return;
+      }
+      blankLines_.push_back({lines_.LineNumber(), line});
+    }
   }
 
   bool Done() const { return current_.number == 0; }
@@ -76,22 +105,34 @@ class Splitter {
   }
 
   /// One number, perhaps with words after it. Not only whole numbers: "2.5" was meant to be one.
-  bool IsCount() { return !HasArrow(current_.text) && LeadingNumbers() == 1 && !HasLaterNumber(); }
-  bool IsNumberRow() { return LeadingNumbers() > 1; }
-
-  std::size_t LeadingNumbers() {
-    SplitWords(current_.text, words_);
-    return static_cast<std::size_t>(std::find_if_not(words_.begin(), words_.end(), IsNumber) -
-                                    words_.begin());
+  bool IsCount() {
+    if (HasArrow(current_.text)) return false;
+    SplitFields(current_.text, words_);
+    return LeadingNumbers(words_) == 1 && std::none_of(words_.begin() + 1, words_.end(), IsNumber);
   }
-  bool HasLaterNumber() const { return std::any_of(words_.begin() + 1, words_.end(), IsNumber); }
 
   DataLineReader lines_;
   DataLine current_;
+  DataLine next_;
+  std::size_t last_ = 0;  // line that holds data
+  std::vector<DataLine> blankLines_;
   std::vector<std::string_view> words_;
 };
 
 }  // namespace
+
+bool IsPhonemeRow(std::string_view line) {
+  std::vector<std::string_view> words;
+  SplitFields(line, words);
+  return words.size() > 1 && !IsNumber(words[0]) &&
+         std::all_of(words.begin() + 1, words.end(), IsNumber);
+}
+
+bool IsNumberRow(std::string_view line) {
+  std::vector<std::string_view> words;
+  SplitFields(line, words);
+  return LeadingNumbers(words) > 1;
+}
 
 LbpSections SplitLbpSections(std::string_view text) {
   return Splitter(text).Run();
@@ -105,8 +146,10 @@ std::string_view BoneName(std::string_view hierarchyLine) {
   return TokenCursor(hierarchyLine, kArrow).Next();
 }
 
-bool IsBlank(std::string_view text) {
-  return text.find_first_not_of(" \t") == std::string_view::npos;
+std::string_view ParentName(std::string_view hierarchyLine) {
+  TokenCursor cursor(hierarchyLine, kArrow);
+  cursor.Next();
+  return cursor.Next();
 }
 
 }  // namespace lipvane::check

@@ -20,7 +20,15 @@ struct LbpSections {
   std::vector<DataLine> assignments;
   DataLine poseCount;
   std::vector<DataLine> boneLines;
+  /// Lines of white space alone that data follows: the readers take them for data, the sections
+  /// leave them out.
+  std::vector<DataLine> blankLines;
 };
+
+/// A phoneme's name and nothing but weights, at least one?
+bool IsPhonemeRow(std::string_view line);
+/// Two numbers or more at its start, as bone lines have?
+bool IsNumberRow(std::string_view line);
 
 LbpSections SplitLbpSections(std::string_view text);
 
@@ -28,6 +36,7 @@ LbpSections SplitLbpSections(std::string_view text);
 bool HasArrow(std::string_view line);
 /// What the reader takes for the bone's name.
 std::string_view BoneName(std::string_view hierarchyLine);
-bool IsBlank(std::string_view text);
+/// What the reader of the hierarchy takes for the parent's.
+std::string_view ParentName(std::string_view hierarchyLine);
 
 }  // namespace lipvane::check

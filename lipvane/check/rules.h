@@ -24,9 +24,13 @@ namespace rule {
 
 // Files of both kinds.
 inline constexpr Rule kUnreadable{"unreadable", Severity::kError};
+inline constexpr Rule kCountMissing{"count-missing", Severity::kError};
 inline constexpr Rule kCountText{"count-text", Severity::kWarning};
+inline constexpr Rule kBlankLine{"blank-line", Severity::kError};
+inline constexpr Rule kTab{"tab", Severity::kError};
 inline constexpr Rule kDoubledBlank{"doubled-blank", Severity::kError};
 inline constexpr Rule kNotANumber{"not-a-number", Severity::kError};
+inline constexpr Rule kUnreadLines{"unread-lines", Severity::kWarning};
 
 // Bone pose files.
 inline constexpr Rule kSpeechTargetCount{"speech-target-count", Severity::kError};
@@ -65,29 +69,51 @@ inline constexpr Rule kKeyTime{"key-time", Severity::kWarning};
 inline constexpr Rule kUnknownTrack{"unknown-track", Severity::kWarning};
 inline constexpr Rule kTrackOrder{"track-order", Severity::kWarning};
 inline constexpr Rule kDuplicateTrack{"duplicate-track", Severity::kWarning};
-inline constexpr Rule kUnreadLines{"unread-lines", Severity::kWarning};
+inline constexpr Rule kUnreadTracks{"unread-tracks", Severity::kError};
 
 }  // namespace rule
 
-inline constexpr std::array kAllRules = {rule::kUnreadable,        rule::kCountText,
-                                         rule::kDoubledBlank,      rule::kNotANumber,
-                                         rule::kSpeechTargetCount, rule::kPhonemeRows,
-                                         rule::kPhonemeWeights,    rule::kBoneCount,
-                                         rule::kHierarchyLine,     rule::kAssignments,
-                                         rule::kBoneLineCount,     rule::kEmptyName,
-                                         rule::kDuplicateBone,     rule::kDuplicateSpeechTarget,
-                                         rule::kDuplicatePhoneme,  rule::kBoneLineShort,
-                                         rule::kBoneLineLong,      rule::kRotationLength,
-                                         rule::kSpeechPoses,       rule::kExpressionPoses,
-                                         rule::kBoneMissing,       rule::kBoneNotJoint,
-                                         rule::kBoneRepeated,      rule::kRotateOrder,
-                                         rule::kRotateAxis,        rule::kChannelDriven,
-                                         rule::kChannelLocked,     rule::kKeyOrder,
-                                         rule::kEqualTimes,        rule::kEqualLastTimes,
-                                         rule::kShortKeyLine,      rule::kLongKeyLine,
-                                         rule::kKeyTime,           rule::kUnknownTrack,
-                                         rule::kTrackOrder,        rule::kDuplicateTrack,
-                                         rule::kUnreadLines};
+inline constexpr std::array kAllRules = {rule::kUnreadable,
+                                         rule::kCountMissing,
+                                         rule::kCountText,
+                                         rule::kBlankLine,
+                                         rule::kTab,
+                                         rule::kDoubledBlank,
+                                         rule::kNotANumber,
+                                         rule::kSpeechTargetCount,
+                                         rule::kPhonemeRows,
+                                         rule::kPhonemeWeights,
+                                         rule::kBoneCount,
+                                         rule::kHierarchyLine,
+                                         rule::kAssignments,
+                                         rule::kBoneLineCount,
+                                         rule::kEmptyName,
+                                         rule::kDuplicateBone,
+                                         rule::kDuplicateSpeechTarget,
+                                         rule::kDuplicatePhoneme,
+                                         rule::kBoneLineShort,
+                                         rule::kBoneLineLong,
+                                         rule::kRotationLength,
+                                         rule::kSpeechPoses,
+                                         rule::kExpressionPoses,
+                                         rule::kBoneMissing,
+                                         rule::kBoneNotJoint,
+                                         rule::kBoneRepeated,
+                                         rule::kRotateOrder,
+                                         rule::kRotateAxis,
+                                         rule::kChannelDriven,
+                                         rule::kChannelLocked,
+                                         rule::kKeyOrder,
+                                         rule::kEqualTimes,
+                                         rule::kEqualLastTimes,
+                                         rule::kShortKeyLine,
+                                         rule::kLongKeyLine,
+                                         rule::kKeyTime,
+                                         rule::kUnknownTrack,
+                                         rule::kTrackOrder,
+                                         rule::kDuplicateTrack,
+                                         rule::kUnreadLines,
+                                         rule::kUnreadTracks};
 
 /// "error", "warning" or "note".
 constexpr const char* SeverityName(Severity severity) {

@@ -1,6 +1,7 @@
 #include "lipvane/check/scene_check.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <unordered_map>
 #include <unordered_set>
@@ -23,6 +24,9 @@ using standalone::Scene;
 constexpr Channel kKeyedChannels[] = {Channel::kTranslateX, Channel::kTranslateY,
                                       Channel::kTranslateZ, Channel::kRotateX,
                                       Channel::kRotateY,    Channel::kRotateZ};
+
+/// In radians. Hosts write dust instead of zeros; a file's six digits hold no less than this.
+constexpr double kAxisTolerance = 1e-6;
 
 constexpr const char* kRotateOrders[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
 
@@ -86,18 +90,32 @@ void SceneCheck::CheckBone(const DataLine& line) {
 }
 
 void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
-  const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime());
-  if (values.rotateOrder != standalone::RotateOrder::kXyz) {
+  std::string orderDriver;
+  std::string axisDriver;
+  const auto keepDriver = [&](const std::string& attribute, const std::string& driver) {
+    if (attribute == "rotateOrder") orderDriver = driver;
+    if (attribute.rfind("rotateAxis", 0) == 0) axisDriver = driver;
+  };
+  const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime(), keepDriver);
+  const std::string subject = "joint " + PathOf(joint) + " in " + sceneName_ + " has a rotate ";
+  const auto isDriven = [&](const std::string& driver) {
+    return " that " + Quoted(driver) +
+           " drives, which is not evaluated here: keys may not give the pose back";
+  };
+  if (!orderDriver.empty()) {
+    recorder_.Add(line, rule::kRotateOrder, subject + "order" + isDriven(orderDriver));
+  } else if (values.rotateOrder != standalone::RotateOrder::kXyz) {
     recorder_.Add(line, rule::kRotateOrder,
                   "joint " + PathOf(joint) + " in " + sceneName_ + " has the rotate order " +
                       kRotateOrders[static_cast<std::size_t>(values.rotateOrder)] +
                       ", not xyz: keys do not give the pose back");
   }
-  if (std::any_of(values.rotateAxis.begin(), values.rotateAxis.end(),
-                  [](double angle) { return angle != 0; })) {
+  if (!axisDriver.empty()) {
+    recorder_.Add(line, rule::kRotateAxis, subject + "axis" + isDriven(axisDriver));
+  } else if (std::any_of(values.rotateAxis.begin(), values.rotateAxis.end(),
+                         [](double angle) { return std::abs(angle) > kAxisTolerance; })) {
     recorder_.Add(line, rule::kRotateAxis,
-                  "joint " + PathOf(joint) + " in " + sceneName_ +
-                      " has a rotate axis that is not zero: keys do not give the pose back");
+                  subject + "axis that is not zero: keys do not give the pose back");
   }
 }
 

@@ -14,11 +14,6 @@ bool IsContinuation(char c) {
   return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-bool IsControl(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || byte == 0x7F;
-}
-
 }  // namespace
 
 void SplitWords(std::string_view line, std::vector<std::string_view>& words) {
@@ -46,11 +41,21 @@ std::optional<std::size_t> WordsBeforeDoubledBlank(std::string_view line) {
   return std::nullopt;
 }
 
-bool IsPlainCount(std::string_view line) {
-  std::vector<std::string_view> words;
-  SplitWords(line, words);
-  return words.size() == 1 &&
-         std::all_of(words[0].begin(), words[0].end(), [](char c) { return c >= '0' && c <= '9'; });
+std::string_view WithoutTrailingSpace(std::string_view line) {
+  return line.substr(0, line.find_last_not_of(" \t") + 1);
+}
+
+bool IsBlank(std::string_view text) {
+  return text.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+bool HasTab(std::string_view text) {
+  return text.find('\t') != std::string_view::npos;
+}
+
+bool IsNumber(std::string_view word) {
+  const auto value = text::WholeReal(word);
+  return value && std::isfinite(*value);
 }
 
 std::string Quoted(std::string_view text) {
@@ -62,7 +67,6 @@ std::string Quoted(std::string_view text) {
       --length;
   }
   std::string quoted = "\"" + std::string(text.substr(0, length));
-  std::replace_if(quoted.begin(), quoted.end(), IsControl, '?');
   return quoted + (length < text.size() ? "...\"" : "\"");
 }
 

@@ -17,10 +17,18 @@ void SplitWords(std::string_view line, std::vector<std::string_view>& words);
 /// the line; nothing when it finds all. Blanks at the end do no harm.
 std::optional<std::size_t> WordsBeforeDoubledBlank(std::string_view line);
 
-/// Digits and nothing else but blanks around them.
-bool IsPlainCount(std::string_view line);
+/// Without blanks and tabs at the end: after a line's last number they do no harm.
+std::string_view WithoutTrailingSpace(std::string_view line);
 
-/// In double quotes; long texts cut short, control characters as "?".
+/// Blanks and tabs alone, or nothing?
+bool IsBlank(std::string_view text);
+
+bool HasTab(std::string_view text);
+
+/// A number that is finite, and nothing else.
+bool IsNumber(std::string_view word);
+
+/// In double quotes; long texts cut short.
 std::string Quoted(std::string_view text);
 
 /// `"0,5" is no finite number and read as 0`; nothing for a number whose size is at most `limit`.

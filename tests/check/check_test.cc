@@ -79,7 +79,14 @@ TEST(LbpCheck, ACleanFileHasNoFindings) {
   // Blanks at the end, comments and line ends of another system do no harm.
   EXPECT_EQ(Written(LbpFindings(Changed(CleanLbp(), {{2, {"// two", "", "2 // targets\r"}},
                                                      {3, {"Eat Ox "}},
-                                                     {54, {kBone + "  \r"}}}))),
+                                                     {5, {"a=1 0.5 0.00 \t"}},
+                                                     {47, {"\t+2\t"}},
+                                                     {50, {"none"}},
+                                                     {51, {"none"}},
+                                                     {52, {"none"}},
+                                                     {54, {kBone + "  \r"}},
+                                                     {55, {kBone + "\t"}},
+                                                     {67, {kBone, " ", "\t// end"}}}))),
             "");
 }
 
@@ -91,11 +98,22 @@ TEST(LbpCheck, EachRuleAlone) {
   } cases[] = {
       {rule::kUnreadable, 1, {{1, {"3"}}}},
       {rule::kUnreadable, 1, {{1, {"\xEF\xBB\xBF\x32"}}}},
+      {rule::kCountMissing, 2, {{2, {"two"}}}},
+      {rule::kCountMissing, 2, {{2, {}}}},
+      {rule::kCountMissing, 47, {{47, {"two"}}}},
+      {rule::kCountMissing, 53, {{53, {"seven"}}}},
       {rule::kCountText, 1, {{1, {"2.5"}}}},
       {rule::kCountText, 2, {{2, {"2 targets"}}}},
       {rule::kCountText, 47, {{47, {"2.5"}}}},
       {rule::kCountText, 53, {{53, {"7.9"}}}},
+      {rule::kBlankLine, 3, {{3, {" ", "Eat Ox"}}}},
+      {rule::kBlankLine, 48, {{48, {"\t// bones", "jaw -> head"}}}},
+      {rule::kTab, 3, {{3, {"Eat\tOx"}}}},
+      {rule::kTab, 5, {{5, {"P1\t0.5\t0"}}}},
+      {rule::kTab, 54, {{54, {kMatrix + "1\t2 3 1 1 1 1 0 0 0"}}}},
       {rule::kSpeechTargetCount, 2, {{2, {"1"}}}},
+      {rule::kSpeechTargetCount, 2, {{2, {"-2"}}}},
+      {rule::kSpeechTargetCount, 2, {{3, {}}}},
       {rule::kSpeechTargetCount, 2, {{2, {"2000000000"}}}},
       {rule::kSpeechTargetCount, 2, {{3, {"Eat Ox Oat"}}}},
       {rule::kPhonemeRows, 46, {{46, {}}}},
@@ -104,19 +122,26 @@ TEST(LbpCheck, EachRuleAlone) {
       {rule::kPhonemeWeights, 5, {{5, {"P1 0.5 0 0"}}}},
       {rule::kBoneCount, 47, {{47, {"3"}}}},
       {rule::kBoneCount, 47, {{47, {"2000000000"}}}},
+      {rule::kBoneCount, 47, {{47, {"-2"}}}},
       {rule::kBoneCount, 47, {{48, {}}}},
       {rule::kBoneCount, 47, {{47, {}}}},
       {rule::kHierarchyLine, 48, {{48, {"jaw"}}}},
       {rule::kHierarchyLine, 49, {{48, {"jaw -> head", "stray line"}}}},
+      {rule::kHierarchyLine, 48, {{48, {"12"}}}},
+      {rule::kHierarchyLine, 48, {{48, {" jaw -> head"}}}},
+      {rule::kHierarchyLine, 48, {{48, {"jaw\t -> head"}}}},
+      {rule::kHierarchyLine, 48, {{48, {"jaw ->  head"}}}},
       {rule::kAssignments, 52, {{52, {}}}},
       {rule::kAssignments, 53, {{52, {"right_eye_bone=a", "tongue_bone=b"}}}},
       {rule::kBoneLineCount, 53, {{54, {}}}},
       {rule::kBoneLineCount, 53, {{54, {kBone, kBone}}}},
       {rule::kBoneLineCount, 53, {{53, {"5"}}}},
       {rule::kBoneLineCount, 53, {{53, {}}}},
+      {rule::kBoneLineCount, 53, {{53, {"-7"}}}},
+      {rule::kUnreadLines, 68, {{67, {kBone, "the end", "x=1"}}}},
       {rule::kEmptyName, 48, {{48, {" -> head"}}}},
-      {rule::kEmptyName, 3, {{3, {"Eat \t"}}}},
       {rule::kEmptyName, 5, {{5, {" 0.5 0.5"}}}},
+      {rule::kEmptyName, 5, {{5, {"0.5 0.5"}}}},
       {rule::kDuplicateBone, 49, {{49, {"jaw -> world"}}}},
       {rule::kDuplicateSpeechTarget, 3, {{3, {"Eat Eat"}}}},
       {rule::kDuplicatePhoneme, 5, {{5, {"P0 0.5 0.00"}}}},
@@ -137,6 +162,23 @@ TEST(LbpCheck, EachRuleAlone) {
     ExpectOnly(LbpFindings(Changed(CleanLbp(), c.changes)), c.rule, c.line);
   ExpectOnly(LbpFindings(Changed(CleanLbp(2), {})), rule::kSpeechPoses, 53);
   ExpectOnly(LbpFindings(Changed(CleanLbp(6), {})), rule::kExpressionPoses, 53);
+}
+
+// Titles part the poses: the one that has a line too few is named, and a bone's scale just once.
+TEST(LbpCheck, PosesThatArePartedAreCountedOneByOne) {
+  std::vector<Change> titles;
+  for (std::size_t line = 56; line < 68; line += 2)
+    titles.push_back({line, {"// pose", kBone}});
+  EXPECT_EQ(Written(LbpFindings(Changed(CleanLbp(), titles))), "");
+  const std::string scaled = kMatrix + "1 2 3 1 1 1 2 0 0 0";
+  titles[0].instead = {"// pose", scaled};
+  titles[2].instead = {"// pose"};
+  titles[4].instead = {"// pose", scaled, kBone};
+  EXPECT_EQ(Written(LbpFindings(Changed(CleanLbp(), titles))),
+            "57 rotation-length: bone \"jaw\" in pose 1 has a rotation of length 2, not 1 (in 2 "
+            "poses)\n"
+            "63 bone-line-count: pose 3 has 1 bone line, not 2\n"
+            "68 bone-line-count: pose 5 has 3 bone lines, not 2\n");
 }
 
 TEST(LbpCheck, FindingsStandInOrderOfLine) {
@@ -177,7 +219,10 @@ Findings LtfFindings(const std::string& text) {
 
 TEST(LtfCheck, ACleanFileHasNoFindings) {
   EXPECT_EQ(Written(LtfFindings(Changed(CleanLtf(), {}))), "");
-  EXPECT_EQ(Written(LtfFindings(Changed(CleanLtf(), {{15, {"0 0 10 1 20 0 // keys"}}}))), "");
+  EXPECT_EQ(Written(LtfFindings(Changed(
+                CleanLtf(),
+                {{4, {" "}}, {8, {"27\t"}}, {15, {"0 0 10 1 20 0\t // keys"}}, {25, {"}", " "}}}))),
+            "");
 }
 
 TEST(LtfCheck, EachRuleAlone) {
@@ -188,17 +233,28 @@ TEST(LtfCheck, EachRuleAlone) {
   } cases[] = {
       {rule::kUnreadable, 2, {2, {"1.1"}}},
       {rule::kUnreadable, 25, {25, {"x"}}},
+      {rule::kCountMissing, 3, {3, {}}},
+      {rule::kCountMissing, 6, {3, {"2"}}},
+      {rule::kCountMissing, 4, {3, {"0"}}},
+      {rule::kCountMissing, 12, {5, {"1"}}},
+      {rule::kCountMissing, 14, {14, {"many"}}},
+      {rule::kCountMissing, 14, {13, {}}},
+      {rule::kBlankLine, 14, {14, {"  // count", "3"}}},
+      {rule::kTab, 15, {15, {"0 0\t10 1 20 0"}}},
       {rule::kCountText, 14, {14, {"3.5"}}},
       {rule::kDoubledBlank, 15, {15, {"0 0  10 1 20 0"}}},
       {rule::kDoubledBlank, 15, {15, {" 0 0 10 1 20 0"}}},
-      {rule::kNotANumber, 15, {15, {"0 0,5 10 1 20 0"}}},
+      {rule::kNotANumber, 15, {15, {"0 0,5 10 1,5 20 0"}}},
       {rule::kNotANumber, 15, {15, {"0 0 x 1 20 0"}}},
-      {rule::kKeyOrder, 15, {15, {"0 0 10 1 5 0"}}},
+      {rule::kKeyOrder, 15, {15, {"0 0 -1 1 -5 0"}}},
       {rule::kKeyOrder, 10, {10, {"230 1 260 0"}}},
       {rule::kEqualTimes, 15, {15, {"0 0 0 1 20 0"}}},
       {rule::kEqualLastTimes, 15, {15, {"0 0 20 1 20 0"}}},
+      {rule::kEqualLastTimes, 15, {15, {"20 0 20 1 20 0"}}},
       {rule::kShortKeyLine, 15, {15, {"0 0 10 1 20"}}},
       {rule::kShortKeyLine, 9, {9, {"0 0 10 1"}}},
+      {rule::kShortKeyLine, 10, {8, {"2000000"}}},
+      {rule::kShortKeyLine, 15, {15, {"0 0", "10 1", "20 0"}}},
       {rule::kLongKeyLine, 15, {15, {"0 0 10 1 20 0 30 0"}}},
       {rule::kLongKeyLine, 9, {9, {CleanLtf()[8] + " 245 0"}}},
       {rule::kKeyTime, 15, {15, {"0 0 10.5 1 20 0"}}},
@@ -207,10 +263,23 @@ TEST(LtfCheck, EachRuleAlone) {
       {rule::kUnknownTrack, 23, {23, {"Smile"}}},
       {rule::kTrackOrder, 13, {13, {"Eat"}}},
       {rule::kDuplicateTrack, 23, {23, {"Blink_Left"}}},
-      {rule::kUnreadLines, 26, {25, {"}", "{"}}},
+      {rule::kUnreadLines, 26, {25, {"}", "more"}}},
+      {rule::kUnreadTracks, 27, {25, {"}", "more", "{"}}},
+      {rule::kUnreadTracks, 22, {17, {"1"}}},
   };
   for (const auto& c : cases)
     ExpectOnly(LtfFindings(Changed(CleanLtf(), {c.change})), c.rule, c.line);
+}
+
+TEST(LtfCheck, WhatATrackRepeatsIsSaidOnceAndWithoutControls) {
+  const Findings found = LtfFindings(Changed(CleanLtf(), {{15, {"0 x\a 10 y 20 z"}}}));
+  ASSERT_EQ(found.size(), 1U) << Written(found);
+  EXPECT_EQ(found[0].text,
+            "the value of key 1 of track \"Ox\", \"x?\" is no finite number and read as 0, and 2 "
+            "more in this track");
+  EXPECT_EQ(Written(LtfFindings("\xEF\xBB\xBFL\tF\n")),
+            "1 unreadable: it begins with \"\xEF\xBB\xBFL\\tF\", not with \"LTF\" (the file "
+            "begins with a byte order mark)\n");
 }
 
 // A reader that stops must not leave its user without a word.
@@ -252,8 +321,11 @@ Findings SceneFindings(const std::string& rest) {
 
 const std::string kJaw = "createNode joint -n \"jaw\" -p \"head\";\n";
 
+const std::string kDriver = kJaw + "createNode expression -n \"e\";\n";
+
 TEST(SceneCheck, ACleanSceneHasNoFindings) {
   EXPECT_EQ(Written(SceneFindings(kJaw)), "");
+  EXPECT_EQ(Written(SceneFindings(kJaw + "setAttr \".ray\" 1e-14;\n")), "");
   // Scale gets no keys, a curve takes them, an instance is no second node.
   EXPECT_EQ(Written(SceneFindings(
                 kJaw + "setAttr -l on \".sx\";\ncreateNode animCurveTL -n \"c\";\n"
@@ -271,9 +343,10 @@ TEST(SceneCheck, EachRuleAlone) {
       {rule::kBoneNotJoint, "createNode transform -n \"jaw\";\n"},
       {rule::kBoneRepeated, kJaw + "createNode joint -n \"jaw\";\n"},
       {rule::kRotateOrder, kJaw + "setAttr \".ro\" 1;\n"},
+      {rule::kRotateOrder, kDriver + "connectAttr \"e.out[0]\" \"jaw.ro\";\n"},
+      {rule::kRotateAxis, kDriver + "connectAttr \"e.out[0]\" \"jaw.ray\";\n"},
       {rule::kRotateAxis, kJaw + "setAttr \".ra\" -type \"double3\" 0 0 5;\n"},
-      {rule::kChannelDriven,
-       kJaw + "createNode expression -n \"e\";\nconnectAttr \"e.out[0]\" \"jaw.tx\";\n"},
+      {rule::kChannelDriven, kDriver + "connectAttr \"e.out[0]\" \"jaw.tx\";\n"},
       {rule::kChannelLocked, kJaw + "setAttr -l on \".rz\";\n"},
   };
   for (const auto& c : cases)
