@@ -34,21 +34,21 @@ struct Input {
   std::string name;
   std::string text;
   FileFormat format = FileFormat::kUnknown;
+  std::string problem;  ///< why it could not be read
 };
 
-/// False when any could not be read; the others are there.
+/// False when any could not be read.
 bool ReadInputs(const std::vector<std::string>& files, std::vector<Input>& inputs) {
   bool ok = true;
   for (const std::string& file : files) {
     Input input;
     input.name = file;
-    std::string reason;
-    if (!text::ReadFile(file, input.text, reason)) {
-      PrintProblem(file, {0, reason});
+    if (text::ReadFile(file, input.text, input.problem)) {
+      input.format = GuessFormat(input.text, file);
+    } else {
+      PrintProblem(file, {0, input.problem});
       ok = false;
-      continue;
     }
-    input.format = GuessFormat(input.text, file);
     inputs.push_back(std::move(input));
   }
   return ok;
@@ -140,8 +140,13 @@ int Check(const std::vector<std::string>& files, const std::string& scene, bool 
   const Vocabulary vocabulary =
       HasAny(inputs, FileFormat::kLtf) ? FindVocabulary(inputs) : Vocabulary();
   std::vector<Finding> findings;
-  for (const Input& input : inputs)
-    CheckInput(input, opened, scene, vocabulary, findings);
+  for (const Input& input : inputs) {
+    if (input.problem.empty()) {
+      CheckInput(input, opened, scene, vocabulary, findings);
+    } else if (asJson) {  // whoever reads it may not see the messages
+      check::Recorder(input.name, findings).Add(1, check::rule::kUnreadable, input.problem);
+    }
+  }
 
   const std::string result = asJson ? CheckReport(findings) : CheckLines(findings);
   ok = WriteOutput(kStandardOutput, [&](std::ostream& out) { out << result; }) && ok;

@@ -84,17 +84,24 @@ TEST_F(CheckTest, AnimationsUseTheNamesOfTheFirstPoseFile) {
 
 TEST_F(CheckTest, PrintsJson) {
   const std::string file = folder_.Make("cut.lbp", "2\n");
-  const ProcessResult result = Lipvane({"check", file, Face({"jaw"}), "--json"});
+  const std::string missing = folder_.Path("missing.lbp");
+  const ProcessResult result = Lipvane({"check", file, missing, Face({"jaw"}), "--json"});
   EXPECT_EQ(result.status, 1);
   const json report = json::parse(result.out);
-  ASSERT_EQ(report["findings"].size(), 2U);
+  ASSERT_EQ(report["findings"].size(), 3U);
   EXPECT_EQ(report["findings"][0],
             (json{{"file", file},
                   {"line", 1},
                   {"severity", "error"},
                   {"rule", "unreadable"},
                   {"text", "the file ends where the number of speech targets is expected"}}));
-  EXPECT_EQ(report["errors"], 1);
+  EXPECT_EQ(report["findings"][1], (json{{"file", missing},
+                                         {"line", 1},
+                                         {"severity", "error"},
+                                         {"rule", "unreadable"},
+                                         {"text", "No such file or directory"}}));
+  EXPECT_TRUE(Has(result.err, "Error: " + missing)) << result.err;
+  EXPECT_EQ(report["errors"], 2);
   EXPECT_EQ(report["warnings"], 1);
   EXPECT_EQ(report["notes"], 0);
 }
