@@ -1,24 +1,17 @@
 #include "cli/bake.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <ostream>
 #include <set>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "cli/bake_warnings.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/playback.h"
 #include "cli/progress.h"
 #include "cli/samples.h"
 #include "cli/scene_file.h"
-#include "lipvane/check/finding.h"
-#include "lipvane/check/rules.h"
-#include "lipvane/check/scene_check.h"
-#include "lipvane/host/standalone/scene.h"
 #include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/scene/dag_search.h"
 #include "lipvane/scene/pose_baking.h"
@@ -28,24 +21,9 @@ namespace lipvane::cli {
 namespace {
 
 using standalone::Message;
-using standalone::NodeKind;
-using standalone::Refusal;
-using standalone::Scene;
 
 /// Keys are held in memory: this many take some ten gigabytes.
 constexpr std::size_t kMaxKeys = std::size_t{1} << 26;
-
-/// What stands between the file's bones and the scene's joints. Channels that take no keys are left
-/// to the host, which tells of them when it is asked for curves.
-void WarnOfScene(const Playback& playback, const BakeOptions& options, const Scene& scene) {
-  std::vector<check::Finding> findings;
-  check::CheckAgainstScene(options.lbp, playback.LbpText(), scene, options.scene, findings);
-  for (const check::Finding& finding : findings) {
-    const bool isOfChannel =
-        finding.rule == check::rule::kChannelDriven || finding.rule == check::rule::kChannelLocked;
-    if (!isOfChannel) PrintWarning(finding.text);
-  }
-}
 
 class Baking {
  public:
@@ -94,48 +72,6 @@ class Baking {
   double firstSkipped_ = 0.0;
 };
 
-/// The frames that were baked.
-struct Frames {
-  double start = 0.0;
-  std::size_t count = 0;
-
-  double At(std::size_t i) const { return start + static_cast<double>(i); }
-  bool Hold(double time) const {
-    const double i = std::round(time - start);
-    return i >= 0.0 && i < static_cast<double>(count) && start + i == time;
-  }
-};
-
-/// Keys that the scene had at other times go on moving the joints: between the frames, or after
-/// them.
-void WarnOfOtherKeys(const Scene& scene, const std::vector<std::string>& boneNames,
-                     const Frames& frames) {
-  std::unordered_map<std::string_view, standalone::NodeId> nodes;  // the last of each name
-  for (standalone::PathId path = 0; path < scene.PathCount(); ++path)
-    nodes[scene.Name(scene.NodeOf(path))] = scene.NodeOf(path);
-  std::size_t count = 0;
-  std::string first;
-  for (const std::string& name : boneNames) {
-    const auto found = nodes.find(name);
-    if (found == nodes.end() || scene.Kind(found->second) != NodeKind::kJoint) continue;
-    for (std::size_t i = 0; i < scene::kPosedChannelCount; ++i) {
-      const auto channel = static_cast<standalone::Channel>(i);
-      const standalone::Curve* curve = scene.CurveOf(found->second, channel);
-      if (curve == nullptr || scene.RefusalOf(found->second, channel) != Refusal::kNone) continue;
-      const auto other =
-          std::find_if(curve->keys.begin(), curve->keys.end(),
-                       [&](const standalone::CurveKey& key) { return !frames.Hold(key.time); });
-      if (other == curve->keys.end()) continue;
-      if (count++ > 0) continue;
-      first = scene.FullPath(scene.FirstPath(found->second)) + "." +
-              standalone::ChannelName(channel) + " at frame " + text::ExactReal(other->time);
-    }
-  }
-  if (count == 0) return;
-  PrintWarning("keys that the scene had at other times stay, on " + std::to_string(count) +
-               (count == 1 ? " channel: " : " channels, the first ") + first);
-}
-
 bool KeysFit(std::size_t frames, std::size_t joints) {
   const std::size_t keys = frames * joints * scene::kPosedChannelCount;
   if (keys <= kMaxKeys) return true;
@@ -172,14 +108,14 @@ int Bake(const BakeOptions& options) {
     progress.Erase();
     PrintMessage(message);
   });
-  WarnOfScene(playback, options, *scene);
+  WarnOfJoints(*scene, options.scene, playback.BoneNames());
   Baking baking(playback, host);
   if (baking.JointCount() == 0) {
     PrintError(options.scene + ": it has none of the joints of " + options.lbp);
     return 1;
   }
   if (!KeysFit(*frameCount, baking.JointCount())) return 1;
-  const Frames frames{options.start, *frameCount};
+  const BakedFrames frames{options.start, *frameCount};
   for (std::size_t i = 0; i < *frameCount; ++i) {
     playback.Play(rate.TimeOf(i));
     baking.KeyFrame(frames.At(i));

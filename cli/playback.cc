@@ -6,14 +6,12 @@
 #include "lipvane/formats/lbp_face.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/formats/read_problem.h"
-#include "lipvane/text/file.h"
 
 namespace lipvane::cli {
 
 bool Playback::Load(const std::string& lbpFileName, const std::string& ltfFileName) {
   ReadProblem problem;
-  if (!text::ReadFile(lbpFileName, lbpText_, problem.reason) ||
-      !LoadFaceText(lbpText_, controller_, mapping_, problem)) {
+  if (!LoadFace(lbpFileName, controller_, mapping_, problem)) {
     PrintProblem(lbpFileName, problem);
     return false;
   }

@@ -16,8 +16,6 @@ class Playback {
   /// Reads a bone pose file and an animation file. False, after saying why, when one is refused.
   bool Load(const std::string& lbpFileName, const std::string& ltfFileName);
 
-  /// The content of the bone pose file.
-  const std::string& LbpText() const { return lbpText_; }
   const PhonemeMapping& Mapping() const { return mapping_; }
   const TAnimation& Animation() const { return animation_; }
   TBonePoseInfo& Rig() { return *controller_.BonePoseInfo(); }
@@ -38,7 +36,6 @@ class Playback {
   TBonePose& Pose() { return pose_; }
 
  private:
-  std::string lbpText_;
   TController controller_;
   PhonemeMapping mapping_;
   TAnimation animation_;

@@ -29,14 +29,14 @@ void SortByLine(std::vector<Finding>& findings, std::size_t first) {
                    [](const Finding& a, const Finding& b) { return a.line < b.line; });
 }
 
-Recorder::Recorder(std::string file, std::vector<Finding>& findings)
-    : file_(std::move(file)), findings_(findings) {}
+Recorder::Recorder(std::string file, std::vector<Finding>& findings, std::size_t most)
+    : file_(std::move(file)), findings_(findings), most_(most) {}
 
 void Recorder::Add(std::size_t line, const Rule& rule, const std::string& text) {
   Tally& tally = tallies_[rule.id];
   ++tally.count;
-  if (tally.count > kMostOfARule + 1) {
-    findings_[tally.rest].text = std::to_string(tally.count - kMostOfARule) +
+  if (tally.count > most_ && tally.count - most_ > 1) {
+    findings_[tally.rest].text = std::to_string(tally.count - most_) +
                                  " more findings of this rule, up to line " + std::to_string(line);
     return;
   }

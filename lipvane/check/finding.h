@@ -29,7 +29,7 @@ inline constexpr std::size_t kMostOfARule = 1000;
 class Recorder {
  public:
   /// The list must live as long, and nobody else may change it in between.
-  Recorder(std::string file, std::vector<Finding>& findings);
+  Recorder(std::string file, std::vector<Finding>& findings, std::size_t most = kMostOfARule);
 
   /// Tabs become "\t", other control characters but the line feed "?".
   void Add(std::size_t line, const Rule& rule, const std::string& text);
@@ -42,6 +42,7 @@ class Recorder {
 
   std::string file_;
   std::vector<Finding>& findings_;
+  std::size_t most_;
   std::map<std::string_view, Tally> tallies_;
 };
 

@@ -7,7 +7,6 @@
 #include <unordered_set>
 
 #include "lipvane/check/lbp_sections.h"
-#include "lipvane/check/words.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/text/numbers.h"
 
@@ -30,14 +29,19 @@ constexpr double kAxisTolerance = 1e-6;
 
 constexpr const char* kRotateOrders[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
 
+/// Long names of rigs often differ at their ends alone.
+std::string InFull(std::string_view name) {
+  return "\"" + std::string(name) + "\"";
+}
+
 class SceneCheck {
  public:
   SceneCheck(const Scene& scene, std::string sceneName, Recorder& recorder)
       : scene_(scene), sceneName_(std::move(sceneName)), recorder_(recorder) {}
 
-  void Run(const std::vector<DataLine>& hierarchy) {
-    for (const DataLine& line : hierarchy)
-      nodes_.try_emplace(BoneName(line.text));
+  void Run(const std::vector<NamedBone>& bones) {
+    for (const NamedBone& bone : bones)
+      nodes_.try_emplace(bone.name);
     for (PathId path = 0; path < scene_.PathCount(); ++path) {
       const NodeId node = scene_.NodeOf(path);
       const auto wanted = nodes_.find(scene_.Name(node));
@@ -45,16 +49,16 @@ class SceneCheck {
       if (wanted != nodes_.end() && scene_.FirstPath(node) == path) wanted->second.push_back(path);
     }
     std::unordered_set<std::string_view> done;
-    for (const DataLine& line : hierarchy) {
-      if (done.insert(BoneName(line.text)).second) CheckBone(line);
+    for (const NamedBone& bone : bones) {
+      if (done.insert(bone.name).second) CheckBone(bone);
     }
   }
 
  private:
-  void CheckBone(const DataLine& line);
+  void CheckBone(const NamedBone& named);
   void CheckRotation(std::size_t line, NodeId joint);
   void CheckChannel(std::size_t line, NodeId joint, Channel channel);
-  std::string PathOf(NodeId node) const { return Quoted(scene_.FullPath(scene_.FirstPath(node))); }
+  std::string PathOf(NodeId node) const { return InFull(scene_.FullPath(scene_.FirstPath(node))); }
 
   const Scene& scene_;
   std::string sceneName_;
@@ -62,31 +66,30 @@ class SceneCheck {
   std::unordered_map<std::string_view, std::vector<PathId>> nodes_;
 };
 
-void SceneCheck::CheckBone(const DataLine& line) {
-  const std::string_view name = BoneName(line.text);
-  const std::string bone = "bone " + Quoted(name);
-  const std::vector<PathId>& found = nodes_[name];
+void SceneCheck::CheckBone(const NamedBone& named) {
+  const std::string bone = "bone " + InFull(named.name);
+  const std::vector<PathId>& found = nodes_[named.name];
   if (found.empty()) {
-    recorder_.Add(line.number, rule::kBoneMissing, bone + " is not in " + sceneName_);
+    recorder_.Add(named.line, rule::kBoneMissing, bone + " is not in " + sceneName_);
     return;
   }
   // The keys go to the last one met, joint or not.
   const NodeId node = scene_.NodeOf(found.back());
   const bool isJoint = scene_.Kind(node) == standalone::NodeKind::kJoint;
   if (found.size() > 1) {
-    recorder_.Add(line.number, rule::kBoneRepeated,
+    recorder_.Add(named.line, rule::kBoneRepeated,
                   bone + " is in " + sceneName_ + " " + std::to_string(found.size()) + " times: " +
                       (isJoint ? "the keys go to " : "the keys would go to ") + PathOf(node));
   }
   if (!isJoint) {
-    recorder_.Add(line.number, rule::kBoneNotJoint,
+    recorder_.Add(named.line, rule::kBoneNotJoint,
                   bone + " is " + PathOf(node) + " in " + sceneName_ + ", of the type " +
                       scene_.Type(node) + " and no joint: it gets no keys");
     return;
   }
-  CheckRotation(line.number, node);
+  CheckRotation(named.line, node);
   for (const Channel channel : kKeyedChannels)
-    CheckChannel(line.number, node, channel);
+    CheckChannel(named.line, node, channel);
 }
 
 void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
@@ -99,7 +102,7 @@ void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
   const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime(), keepDriver);
   const std::string subject = "joint " + PathOf(joint) + " in " + sceneName_ + " has a rotate ";
   const auto isDriven = [&](const std::string& driver) {
-    return " that " + Quoted(driver) +
+    return " that " + InFull(driver) +
            " drives, which is not evaluated here: keys may not give the pose back";
   };
   if (!orderDriver.empty()) {
@@ -121,12 +124,12 @@ void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
 
 void SceneCheck::CheckChannel(std::size_t line, NodeId joint, Channel channel) {
   const std::string path =
-      Quoted(scene_.FullPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
+      InFull(scene_.FullPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
       sceneName_;
   const auto add = [&](const Rule& rule, const std::string& text) {
     recorder_.Add(line, rule, path + text);
   };
-  const std::string driven = " is driven by " + Quoted(scene_.DriverName(joint, channel));
+  const std::string driven = " is driven by " + InFull(scene_.DriverName(joint, channel));
   switch (scene_.RefusalOf(joint, channel)) {
     case Refusal::kLocked:
       return add(rule::kChannelLocked, " is locked: it gets no curve and no keys");
@@ -147,14 +150,22 @@ void SceneCheck::CheckChannel(std::size_t line, NodeId joint, Channel channel) {
 
 }  // namespace
 
+void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const Scene& scene,
+                            const std::string& sceneName, Recorder& recorder) {
+  SceneCheck(scene, sceneName, recorder).Run(bones);
+}
+
 void CheckAgainstScene(const std::string& lbpFileName, std::string_view lbpText,
                        const standalone::Scene& scene, const std::string& sceneName,
                        std::vector<Finding>& findings) {
   const LbpSections sections = SplitLbpSections(lbpText);
   if (text::IntegerPrefix(sections.version.text) != LBP_FORMAT_VERSION) return;
+  std::vector<NamedBone> bones;
+  for (const DataLine& line : sections.hierarchy)
+    bones.push_back({BoneName(line.text), line.number});
   const std::size_t before = findings.size();
   Recorder recorder(lbpFileName, findings);
-  SceneCheck(scene, sceneName, recorder).Run(sections.hierarchy);
+  CheckBonesAgainstScene(bones, scene, sceneName, recorder);
   SortByLine(findings, before);
 }
 

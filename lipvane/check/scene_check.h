@@ -9,6 +9,17 @@
 
 namespace lipvane::check {
 
+/// A bone of a pose file, and the line that names it.
+struct NamedBone {
+  std::string_view name;
+  std::size_t line = 1;
+};
+
+/// Records what keeps the poses of these bones from being put onto a scene. `sceneName` stands for
+/// the scene in messages, which have all names in full. A name that comes twice is looked at once.
+void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const standalone::Scene& scene,
+                            const std::string& sceneName, Recorder& recorder);
+
 /// Adds what keeps the poses of a bone pose file from being put onto a scene, each at the bone's
 /// hierarchy line, in order of line. `sceneName` stands for the scene in messages. Nothing is said
 /// of a file of another version.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -118,6 +119,19 @@ TEST_F(BakeTest, WarnsOfBonesThatGetNoKeysAndBakesTheRest) {
   EXPECT_EQ(keys["|right|eye.rotateX"].size(), 3U);
   EXPECT_FALSE(keys.contains("|left|eye.rotateX"));
   EXPECT_FALSE(keys.contains("|head|jaw|lip.rotateY"));
+}
+
+TEST_F(BakeTest, NamesEveryMissingBoneInFull) {
+  // What the reader takes for bones counts, and they are many.
+  const std::string start(70, 'x');
+  std::vector<std::string> bones = {"lip", start + "_left", start + "_right"};
+  for (int i = 0; i < 1200; ++i)
+    bones.push_back("bone=" + std::to_string(i));
+  lbp_ = Face(bones);
+  const ProcessResult result = Bake({});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1202);
+  EXPECT_TRUE(Has(result.err, "Warning: bone \"" + bones[2] + "\" is not in " + scene_ + "\n"));
 }
 
 TEST_F(BakeTest, ReplacesKeysOfItsFramesAndWarnsOfOthers) {
