@@ -16,6 +16,7 @@
 #include "lipvane/check/words.h"
 #include "lipvane/engine/animation.h"
 #include "lipvane/formats/data_lines.h"
+#include "lipvane/formats/limits.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/text/numbers.h"
 
@@ -98,6 +99,7 @@ class LtfCheck {
   std::size_t headerCountLine_ = 0;
   bool isHeaderCounted_ = true;
   bool isRefusalExplained_ = false;
+  int keysLeft_ = kMaxKeys;
   std::unordered_map<std::string_view, std::size_t> speechPlaces_;
   std::unordered_map<std::string_view, std::size_t> expressionLines_;
 
@@ -280,6 +282,8 @@ void LtfCheck::FlushTrack() {
 }
 
 bool LtfCheck::CheckKeys(int count) {
+  if (count > keysLeft_) return false;
+  keysLeft_ -= std::max(count, 0);
   timeBefore_.reset();
   for (int done = 0; done < count;) {
     const int room = done == 0 ? kKeysOnFirstLine : kKeysOnLaterLines;

@@ -13,6 +13,7 @@
 #include "lipvane/check/scene_check.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/ltf.h"
+#include "tests/support/temporary_folder.h"
 
 namespace lipvane::check {
 namespace {
@@ -44,7 +45,17 @@ std::string Written(const Findings& findings) {
   return text;
 }
 
-void ExpectOnly(const Findings& findings, const Rule& rule, std::size_t line) {
+/// Holds the words of findings against the part of a file that has them all.
+void ExpectWords(const std::string& part, const std::string& said) {
+  const std::string all = test::FileContent(LIPVANE_SOURCE_DIR "/tests/data/findings.txt");
+  const std::size_t begin = all.find("== " + part + "\n");
+  ASSERT_NE(begin, std::string::npos);
+  const std::string words = "== " + part + "\n" + said + "==";
+  EXPECT_EQ(all.substr(begin, words.size()), words);
+}
+
+void ExpectOnly(const Findings& findings, const Rule& rule, std::size_t line, std::string& said) {
+  said += Written(findings);
   ASSERT_EQ(findings.size(), 1U) << rule.id << "\n" << Written(findings);
   EXPECT_EQ(findings[0].rule.id, rule.id) << findings[0].text;
   EXPECT_EQ(findings[0].line, line) << findings[0].text;
@@ -77,17 +88,18 @@ Findings LbpFindings(const std::string& text) {
 TEST(LbpCheck, ACleanFileHasNoFindings) {
   EXPECT_EQ(Written(LbpFindings(Changed(CleanLbp(), {}))), "");
   // Blanks at the end, comments and line ends of another system do no harm.
-  EXPECT_EQ(Written(LbpFindings(Changed(CleanLbp(), {{2, {"// two", "", "2 // targets\r"}},
-                                                     {3, {"Eat Ox "}},
-                                                     {5, {"a=1 0.5 0.00 \t"}},
-                                                     {47, {"\t+2\t"}},
-                                                     {50, {"none"}},
-                                                     {51, {"none"}},
-                                                     {52, {"none"}},
-                                                     {54, {kBone + "  \r"}},
-                                                     {55, {kBone + "\t"}},
-                                                     {67, {kBone, " ", "\t// end"}}}))),
-            "");
+  EXPECT_EQ(
+      Written(LbpFindings(Changed(CleanLbp(), {{2, {"// two", "", "2 // targets\r"}},
+                                               {3, {"Eat Ox "}},
+                                               {5, {"a=1 0.5 0.00 \t"}},
+                                               {47, {"\t+2\t"}},
+                                               {50, {"none"}},
+                                               {51, {"none"}},
+                                               {52, {"none"}},
+                                               {54, {kMatrix + "1 2 3 1 1 1 -1.0005 0 0 0  \r"}},
+                                               {55, {kBone + "\t"}},
+                                               {67, {kBone, " ", "\t// end"}}}))),
+      "");
 }
 
 TEST(LbpCheck, EachRuleAlone) {
@@ -156,12 +168,14 @@ TEST(LbpCheck, EachRuleAlone) {
       {rule::kNotANumber, 54, {{54, {kMatrix + "nan 2 3 1 1 1 1 0 0 0"}}}},
       {rule::kNotANumber, 54, {{54, {kMatrix + "1e39 2 3 1 1 1 1 0 0 0"}}}},
       {rule::kNotANumber, 54, {{54, {kMatrix + "1 2 3 1 1 1 1.0x 0 0 0"}}}},
-      {rule::kRotationLength, 54, {{54, {kMatrix + "1 2 3 1 1 1 -1.002 0 0 0"}}}},
+      {rule::kRotationLength, 54, {{54, {kMatrix + "1 2 3 1 1 1 -1.0015 0 0 0"}}}},
   };
+  std::string said;
   for (const auto& c : cases)
-    ExpectOnly(LbpFindings(Changed(CleanLbp(), c.changes)), c.rule, c.line);
-  ExpectOnly(LbpFindings(Changed(CleanLbp(2), {})), rule::kSpeechPoses, 53);
-  ExpectOnly(LbpFindings(Changed(CleanLbp(6), {})), rule::kExpressionPoses, 53);
+    ExpectOnly(LbpFindings(Changed(CleanLbp(), c.changes)), c.rule, c.line, said);
+  ExpectOnly(LbpFindings(Changed(CleanLbp(2), {})), rule::kSpeechPoses, 53, said);
+  ExpectOnly(LbpFindings(Changed(CleanLbp(6), {})), rule::kExpressionPoses, 53, said);
+  ExpectWords("bone pose files", said);
 }
 
 // Titles part the poses: the one that has a line too few is named, and a bone's scale just once.
@@ -254,6 +268,7 @@ TEST(LtfCheck, EachRuleAlone) {
       {rule::kShortKeyLine, 15, {15, {"0 0 10 1 20"}}},
       {rule::kShortKeyLine, 9, {9, {"0 0 10 1"}}},
       {rule::kShortKeyLine, 10, {8, {"2000000"}}},
+      {rule::kUnreadable, 8, {8, {"20000000"}}},
       {rule::kShortKeyLine, 15, {15, {"0 0", "10 1", "20 0"}}},
       {rule::kLongKeyLine, 15, {15, {"0 0 10 1 20 0 30 0"}}},
       {rule::kLongKeyLine, 9, {9, {CleanLtf()[8] + " 245 0"}}},
@@ -267,8 +282,10 @@ TEST(LtfCheck, EachRuleAlone) {
       {rule::kUnreadTracks, 27, {25, {"}", "more", "{"}}},
       {rule::kUnreadTracks, 22, {17, {"1"}}},
   };
+  std::string said;
   for (const auto& c : cases)
-    ExpectOnly(LtfFindings(Changed(CleanLtf(), {c.change})), c.rule, c.line);
+    ExpectOnly(LtfFindings(Changed(CleanLtf(), {c.change})), c.rule, c.line, said);
+  ExpectWords("animation files", said);
 }
 
 TEST(LtfCheck, WhatATrackRepeatsIsSaidOnceAndWithoutControls) {
@@ -323,6 +340,8 @@ const std::string kJaw = "createNode joint -n \"jaw\" -p \"head\";\n";
 
 const std::string kDriver = kJaw + "createNode expression -n \"e\";\n";
 
+const std::string kCurve = "createNode animCurveTL -n \"c\";\n";
+
 TEST(SceneCheck, ACleanSceneHasNoFindings) {
   EXPECT_EQ(Written(SceneFindings(kJaw)), "");
   EXPECT_EQ(Written(SceneFindings(kJaw + "setAttr \".ray\" 1e-14;\n")), "");
@@ -347,10 +366,20 @@ TEST(SceneCheck, EachRuleAlone) {
       {rule::kRotateAxis, kDriver + "connectAttr \"e.out[0]\" \"jaw.ray\";\n"},
       {rule::kRotateAxis, kJaw + "setAttr \".ra\" -type \"double3\" 0 0 5;\n"},
       {rule::kChannelDriven, kDriver + "connectAttr \"e.out[0]\" \"jaw.tx\";\n"},
+      {rule::kChannelDriven, kJaw + kCurve +
+                                 "createNode unitConversion -n \"u\";\n"
+                                 "\tsetAttr \".cf\" 0;\n"
+                                 "connectAttr \"c.o\" \"u.i\";\n"
+                                 "connectAttr \"u.o\" \"jaw.tx\";\n"},
+      {rule::kChannelDriven, kJaw + kCurve +
+                                 "\tsetAttr \".ktv\" nonsense;\n"
+                                 "connectAttr \"c.o\" \"jaw.tx\";\n"},
       {rule::kChannelLocked, kJaw + "setAttr -l on \".rz\";\n"},
   };
+  std::string said;
   for (const auto& c : cases)
-    ExpectOnly(SceneFindings(c.rest), c.rule, 48);
+    ExpectOnly(SceneFindings(c.rest), c.rule, 48, said);
+  ExpectWords("scenes", said);
 }
 
 // The keys of a name go to the last node that bears it.

@@ -80,6 +80,19 @@ TEST_F(CheckTest, AnimationsUseTheNamesOfTheFirstPoseFile) {
   EXPECT_EQ(result.out.find(animation + ":11: warning: expression track \"Blink_Left\" bears"), 0U)
       << result.out;
   EXPECT_TRUE(Has(result.out, twoKeys));
+  std::string other = FileContent(Face({"jaw"}));
+  other.replace(other.find("Eat"), 3, "Ox");
+  const std::string speech = "speech track \"Eat\" bears the name of no speech target";
+  const std::string ox = folder_.Make("ox.lbp", other);
+  EXPECT_FALSE(Has(Lipvane({"check", animation, Face({"jaw"}), ox}).out, speech));
+  EXPECT_TRUE(Has(Lipvane({"check", animation, ox, Face({"jaw"})}).out, speech));
+}
+
+TEST_F(CheckTest, WarnsOfReferencesThatAreNotRead) {
+  const std::string scene = folder_.Make(
+      "shot.ma", "//Maya ASCII 2024 scene\nfile -r -ns \"rig\" -rfn \"rigRN\" \"rig.ma\";\n");
+  EXPECT_EQ(Lipvane({"check", Face({"jaw"}), "--scene", scene}).err,
+            "Warning: the nodes of the referenced file \"rig.ma\" are missing: it is not read\n");
 }
 
 TEST_F(CheckTest, PrintsJson) {
@@ -118,7 +131,8 @@ TEST_F(CheckTest, TheExampleHasNoFindings) {
                 .status,
             0);
   for (const char* scene : {"face_poses.ma", "face_rig.ma"}) {
-    const ProcessResult result = Lipvane({"check", file, "--scene", examples + scene});
+    const ProcessResult result =
+        Lipvane({"check", file, examples + "hello.ltf", "--scene", examples + scene});
     EXPECT_EQ(result.out + result.err, "") << scene;
     EXPECT_EQ(result.status, 0);
   }
