@@ -46,6 +46,7 @@ const standalone::CurveKey* OtherKey(const Scene& scene, NodeId joint, Channel c
 void WarnOfJoints(const Scene& scene, const std::string& sceneName,
                   const std::vector<std::string>& boneNames) {
   std::vector<check::NamedBone> bones;
+  bones.reserve(boneNames.size());
   for (const std::string& name : boneNames)
     bones.push_back({name, 1});
   std::vector<check::Finding> findings;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <optional>
 #include <ostream>
 #include <utility>
@@ -17,11 +16,10 @@
 #include "lipvane/check/lbp_check.h"
 #include "lipvane/check/ltf_check.h"
 #include "lipvane/check/scene_check.h"
-#include "lipvane/engine/bone_pose.h"
-#include "lipvane/formats/lbp.h"
-#include "lipvane/formats/phonemes.h"
+#include "lipvane/check/vocabulary.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/text/file.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
 namespace {
@@ -59,9 +57,9 @@ bool HasAny(const std::vector<Input>& inputs, FileFormat format) {
                      [&](const Input& input) { return input.format == format; });
 }
 
-std::optional<Scene> OpenSceneToSearch(const std::string& fileName) {
+std::optional<Scene> OpenSceneToSearch(const std::string& fileName, std::string& problem) {
   Progress progress;
-  std::optional<Scene> scene = OpenScene(fileName, progress);
+  std::optional<Scene> scene = OpenScene(fileName, progress, problem);
   if (!scene) return scene;
   for (const std::string& file : scene->References()) {
     PrintWarning("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
@@ -72,21 +70,10 @@ std::optional<Scene> OpenSceneToSearch(const std::string& fileName) {
 /// What the animations may move: by the first pose file among them, else by a new rig.
 Vocabulary FindVocabulary(const std::vector<Input>& inputs) {
   for (const Input& input : inputs) {
-    TBonePoseInfo poseInfo;
-    PhonemeMapping mapping;
-    ReadProblem problem;
-    if (input.format != FileFormat::kLbp || !ReadLbpText(input.text, poseInfo, mapping, problem)) {
-      continue;
-    }
-    const std::size_t first = 1 + mapping.speechTargets.size();
-    const std::size_t poses = std::max(poseInfo.poses.size(), first);
-    const std::size_t expressions = std::min(poses - first, kExpressionNames.size());
-    return {mapping.speechTargets,
-            {kExpressionNames.begin(),
-             std::next(kExpressionNames.begin(), static_cast<std::ptrdiff_t>(expressions))}};
+    if (input.format != FileFormat::kLbp) continue;
+    if (auto vocabulary = check::VocabularyOf(input.text)) return *vocabulary;
   }
-  return {{kSpeechTargetNames.begin(), kSpeechTargetNames.end()},
-          {kExpressionNames.begin(), kExpressionNames.end()}};
+  return check::NewRigVocabulary();
 }
 
 void AddWrongFormat(const Input& input, std::vector<Finding>& findings) {
@@ -117,11 +104,19 @@ void CheckInput(const Input& input, const std::optional<Scene>& scene, const std
 std::string CheckLines(const std::vector<Finding>& findings) {
   std::string lines;
   for (const Finding& finding : findings) {
-    lines += finding.file + ":" + std::to_string(finding.line) + ": " +
-             check::SeverityName(finding.rule.severity) + ": " + finding.text + " [" +
-             std::string(finding.rule.id) + "]\n";
+    std::string line = finding.file;
+    line.append(":").append(std::to_string(finding.line)).append(": ");
+    line.append(check::SeverityName(finding.rule.severity)).append(": ").append(finding.text);
+    line.append(" [").append(finding.rule.id).append("]");
+    lines += text::PrintableLine(line) + "\n";
   }
   return lines;
+}
+
+/// What could not be opened was said on standard error, which readers of JSON may not see.
+void AddUnopened(const std::string& fileName, const std::string& problem,
+                 std::vector<Finding>& findings) {
+  check::Recorder(fileName, findings).Add(1, check::rule::kUnreadable, problem);
 }
 
 }  // namespace
@@ -130,8 +125,9 @@ int Check(const std::vector<std::string>& files, const std::string& scene, bool 
   std::vector<Input> inputs;
   bool ok = ReadInputs(files, inputs);
   std::optional<Scene> opened;
+  std::string sceneProblem;
   if (!scene.empty()) {
-    opened = OpenSceneToSearch(scene);
+    opened = OpenSceneToSearch(scene, sceneProblem);
     ok = opened.has_value() && ok;
     if (!HasAny(inputs, FileFormat::kLbp)) {
       PrintWarning(scene + ": there is no bone pose file (LBP) to hold against it");
@@ -143,10 +139,11 @@ int Check(const std::vector<std::string>& files, const std::string& scene, bool 
   for (const Input& input : inputs) {
     if (input.problem.empty()) {
       CheckInput(input, opened, scene, vocabulary, findings);
-    } else if (asJson) {  // whoever reads it may not see the messages
-      check::Recorder(input.name, findings).Add(1, check::rule::kUnreadable, input.problem);
+    } else if (asJson) {
+      AddUnopened(input.name, input.problem, findings);
     }
   }
+  if (asJson && !sceneProblem.empty()) AddUnopened(scene, sceneProblem, findings);
 
   const std::string result = asJson ? CheckReport(findings) : CheckLines(findings);
   ok = WriteOutput(kStandardOutput, [&](std::ostream& out) { out << result; }) && ok;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <ostream>
 #include <string>
@@ -20,9 +21,10 @@ std::string Quoted(const std::string& name) {
   return quoted + '"';
 }
 
+/// An empty cell where there is no number.
 void AppendNumber(std::string& line, double value) {
   line += ',';
-  line += text::ExactReal(value);
+  if (std::isfinite(value)) line += text::ExactReal(value);
 }
 
 /// A frame a row; a column for time and inside, each pose's weight, each expression's, and the

@@ -15,6 +15,7 @@
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/text/file.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
 namespace {
@@ -32,7 +33,7 @@ bool InspectLbp(const std::string& fileName, const std::string& text, bool asJso
     return false;
   }
   return Print(asJson ? LbpReport(text, poseInfo, mapping)
-                      : Printable(LbpSummary(fileName, poseInfo, mapping)));
+                      : text::Printable(LbpSummary(fileName, poseInfo, mapping)));
 }
 
 bool InspectLtf(const std::string& fileName, const std::string& text, bool asJson) {
@@ -42,7 +43,7 @@ bool InspectLtf(const std::string& fileName, const std::string& text, bool asJso
     PrintProblem(fileName, problem);
     return false;
   }
-  return Print(asJson ? LtfReport(animation) : Printable(LtfSummary(fileName, animation)));
+  return Print(asJson ? LtfReport(animation) : text::Printable(LtfSummary(fileName, animation)));
 }
 
 bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
@@ -50,7 +51,7 @@ bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
     const auto scene = standalone::Scene::Parse(std::move(text), fileName);
     for (const std::string& note : scene.ReadingNotes())
       PrintWarning(note);
-    return Print(asJson ? SceneReport(scene) : Printable(SceneSummary(fileName, scene)));
+    return Print(asJson ? SceneReport(scene) : text::Printable(SceneSummary(fileName, scene)));
   } catch (const standalone::SceneError& error) {
     PrintError(error.what());
     return false;

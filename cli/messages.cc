@@ -2,18 +2,12 @@
 
 #include <iostream>
 
+#include "lipvane/text/printable.h"
+
 namespace lipvane::cli {
 
-std::string Printable(std::string text) {
-  for (char& c : text) {
-    const bool isControl = (c >= '\0' && c < ' ') || c == '\x7f';
-    if (isControl && c != '\n' && c != '\t') c = '?';
-  }
-  return text;
-}
-
 void PrintLine(const std::string& text) {
-  std::cerr << Printable(text);
+  std::cerr << text::Printable(text);
   if (text.empty() || text.back() != '\n') std::cerr << '\n';
   std::cerr << std::flush;
 }
@@ -23,8 +17,7 @@ void PrintError(const std::string& text) {
 }
 
 void PrintProblem(const std::string& fileName, const ReadProblem& problem) {
-  const std::string line = problem.line > 0 ? ":" + std::to_string(problem.line) : "";
-  PrintError(fileName + line + ": " + problem.reason);
+  PrintError(problem.Text(fileName));
 }
 
 void PrintWarning(const std::string& text) {

@@ -7,12 +7,8 @@
 
 namespace lipvane::cli {
 
-/// The text for a terminal: names come from files of strangers, whose control characters become
-/// "?". Line feeds and tabs stay.
-std::string Printable(std::string text);
-
-/// Writes a line to standard error, printable; a line end that the text brings along is not
-/// doubled.
+/// Writes a text to standard error, printable, as a line or more; a line end that the text brings
+/// along is not doubled.
 void PrintLine(const std::string& text);
 /// "Error: TEXT".
 void PrintError(const std::string& text);

@@ -20,6 +20,17 @@ bool WriteToStandardOutput(const std::function<void(std::ostream&)>& write) {
 
 }  // namespace
 
+bool TakesPlaceOf(const std::string& output, const std::string& other) {
+  namespace fs = std::filesystem;
+  if (output.empty() || other.empty() || output == kStandardOutput) return false;
+  std::error_code error;
+  if (fs::exists(output, error) && !fs::is_regular_file(output, error)) return false;
+  const fs::path one = fs::weakly_canonical(fs::absolute(output, error), error);
+  if (error) return false;
+  const fs::path two = fs::weakly_canonical(fs::absolute(other, error), error);
+  return !error && one == two;
+}
+
 bool FolderExists(const std::string& fileName) {
   const std::filesystem::path folder = std::filesystem::path(fileName).parent_path();
   std::error_code error;

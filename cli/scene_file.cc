@@ -6,7 +6,8 @@
 
 namespace lipvane::cli {
 
-std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress) {
+std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress,
+                                           std::string& problem) {
   std::optional<standalone::Scene> scene;
   try {
     scene = standalone::Scene::Open(fileName, [&](std::size_t done, std::size_t total) {
@@ -14,13 +15,19 @@ std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress
     });
   } catch (const standalone::SceneError& error) {
     progress.Erase();
-    PrintError(error.what());
+    problem = error.what();
+    PrintError(problem);
     return std::nullopt;
   }
   progress.Erase();
   for (const std::string& note : scene->ReadingNotes())
     PrintWarning(note);
   return scene;
+}
+
+std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress) {
+  std::string unused;
+  return OpenScene(fileName, progress, unused);
 }
 
 }  // namespace lipvane::cli

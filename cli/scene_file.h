@@ -10,5 +10,8 @@ namespace lipvane::cli {
 
 /// Opens a scene, with its notes as warnings; nothing, after saying why, when it cannot be read.
 std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress);
+/// The same; also gives what it said.
+std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress,
+                                           std::string& problem);
 
 }  // namespace lipvane::cli

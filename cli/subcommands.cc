@@ -2,11 +2,9 @@
 
 #include <cmath>
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "cli/bake.h"
@@ -21,19 +19,6 @@
 namespace lipvane::cli {
 namespace {
 
-/// Would a result take the place of another file?
-bool AreOneFile(const std::string& output, const std::string& other) {
-  namespace fs = std::filesystem;
-  if (output.empty() || other.empty()) return false;
-  if (output == kStandardOutput || other == kStandardOutput) return output == other;
-  std::error_code error;
-  if (fs::exists(output, error) && !fs::is_regular_file(output, error)) return false;
-  const auto whole = [&error](const std::string& name) {
-    return fs::weakly_canonical(fs::absolute(name, error), error);
-  };
-  return whole(output) == whole(other);
-}
-
 void RefuseEmpty(const CLI::Option& file) {
   // An unset variable of a script's must not lose its work in silence.
   if (file.count() > 0 && file.as<std::string>().empty()) {
@@ -43,10 +28,11 @@ void RefuseEmpty(const CLI::Option& file) {
 
 /// A result must not take the place of another that it is made from. (A scene may be saved in its
 /// own place.)
-void RefuseOverwriting(const std::string& output, const std::vector<std::string>& inputs) {
+void RefuseOverwriting(const CLI::Option& option, const std::string& output,
+                       const std::vector<std::string>& inputs) {
   for (const std::string& input : inputs) {
-    if (AreOneFile(output, input)) {
-      throw CLI::ValidationError("-o", "names a file that is read, " + output);
+    if (TakesPlaceOf(output, input)) {
+      throw CLI::ValidationError(option.get_name(), "names a file that is read, " + output);
     }
   }
 }
@@ -132,7 +118,9 @@ void AddRun(CLI::App& app, Work& work) {
     RunOptions& options = values->options;
     RefuseEmpty(*output);
     RefuseEmpty(*report);
-    if (AreOneFile(options.output, options.report)) {
+    const bool areBothPrinted =
+        options.output == kStandardOutput && options.report == kStandardOutput;
+    if (areBothPrinted || TakesPlaceOf(options.output, options.report)) {
       throw CLI::ValidationError("-o and --report", "name the same file, " + options.output);
     }
     std::size_t line = 0;
@@ -146,6 +134,9 @@ void AddRun(CLI::App& app, Work& work) {
         options.scripts.push_back({true, name, name});
       }
     }
+    RefuseOverwriting(*output, options.output, values->files);
+    RefuseOverwriting(*report, options.report, values->files);
+    RefuseOverwriting(*report, options.report, {options.scene});
     work = [values] { return Run(values->options); };
   });
 }
@@ -208,7 +199,7 @@ void AddPlay(CLI::App& app, Work& work) {
   output->type_name("FILE");
   command->callback([=, &work] {
     RefuseEmpty(*output);
-    RefuseOverwriting(options->output, {options->lbp, options->ltf});
+    RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
     work = [options] { return Play(*options); };
   });
 }
@@ -229,7 +220,7 @@ void AddBake(CLI::App& app, Work& work) {
            ReadFrame);
   command->callback([=, &work] {
     RefuseEmpty(*output);
-    RefuseOverwriting(options->output, {options->lbp, options->ltf});
+    RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
     work = [options] { return Bake(*options); };
   });
 }
@@ -254,7 +245,7 @@ void AddMap(CLI::App& app, Work& work) {
     }
     RefuseEmpty(*output);
     if (values->output.empty()) values->output = values->character + ".map";
-    RefuseOverwriting(values->output, {values->lbp});
+    RefuseOverwriting(*output, values->output, {values->lbp});
     work = [values] { return Map(values->lbp, values->character, values->output); };
   });
 }

@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
   lipvane::ReadProblem problem;
   const bool hasFace = LoadFace(argv[1], face, mapping, problem);
   if (!hasFace || !LoadLtfFile(argv[2], line, problem))
-    return fail(argv[hasFace ? 2 : 1], ":", problem.line, ": ", problem.reason);
+    return fail(problem.Text(argv[hasFace ? 2 : 1]));
 
   lipvane::TBonePose pose;
   face.InitializeBones(pose);

@@ -4,26 +4,6 @@
 #include <utility>
 
 namespace lipvane::check {
-namespace {
-
-/// A text is shown in a terminal, whatever the file holds.
-std::string WithoutControls(const std::string& text) {
-  std::string shown;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '\t') {
-      shown += "\\t";
-    } else if (c != '\n' && (byte < 0x20 || byte == 0x7F)) {
-      shown += '?';
-    } else {
-      shown += c;
-    }
-  }
-  return shown;
-}
-
-}  // namespace
-
 void SortByLine(std::vector<Finding>& findings, std::size_t first) {
   std::stable_sort(findings.begin() + static_cast<std::ptrdiff_t>(first), findings.end(),
                    [](const Finding& a, const Finding& b) { return a.line < b.line; });
@@ -41,7 +21,7 @@ void Recorder::Add(std::size_t line, const Rule& rule, const std::string& text) 
     return;
   }
   tally.rest = findings_.size();
-  findings_.push_back({file_, line, rule, WithoutControls(text)});
+  findings_.push_back({file_, line, rule, text});
 }
 
 }  // namespace lipvane::check

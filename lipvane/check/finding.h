@@ -15,7 +15,7 @@ struct Finding {
   std::string file;
   std::size_t line = 1;  ///< from 1
   Rule rule = rule::kUnreadable;
-  std::string text;  ///< begins small, no full stop
+  std::string text;  ///< begins small, no full stop; may hold any bytes of the file
 };
 
 /// Orders those from place `first` on by line; of one line they stay as they were found.
@@ -31,7 +31,6 @@ class Recorder {
   /// The list must live as long, and nobody else may change it in between.
   Recorder(std::string file, std::vector<Finding>& findings, std::size_t most = kMostOfARule);
 
-  /// Tabs become "\t", other control characters but the line feed "?".
   void Add(std::size_t line, const Rule& rule, const std::string& text);
 
  private:

@@ -9,6 +9,7 @@
 #include "lipvane/check/lbp_sections.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane::check {
 namespace {
@@ -18,6 +19,7 @@ using standalone::NodeId;
 using standalone::PathId;
 using standalone::Refusal;
 using standalone::Scene;
+using text::Quoted;  // in full: long names of rigs often differ at their ends alone
 
 /// Keys go to these; scale gets none.
 constexpr Channel kKeyedChannels[] = {Channel::kTranslateX, Channel::kTranslateY,
@@ -28,11 +30,6 @@ constexpr Channel kKeyedChannels[] = {Channel::kTranslateX, Channel::kTranslateY
 constexpr double kAxisTolerance = 1e-6;
 
 constexpr const char* kRotateOrders[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
-
-/// Long names of rigs often differ at their ends alone.
-std::string InFull(std::string_view name) {
-  return "\"" + std::string(name) + "\"";
-}
 
 class SceneCheck {
  public:
@@ -45,8 +42,10 @@ class SceneCheck {
     for (PathId path = 0; path < scene_.PathCount(); ++path) {
       const NodeId node = scene_.NodeOf(path);
       const auto wanted = nodes_.find(scene_.Name(node));
-      // An instance is a node met before.
-      if (wanted != nodes_.end() && scene_.FirstPath(node) == path) wanted->second.push_back(path);
+      if (wanted == nodes_.end()) continue;
+      // An instance is a node met before: it counts once, and yet may be the last.
+      wanted->second.count += scene_.FirstPath(node) == path ? 1 : 0;
+      wanted->second.last = node;
     }
     std::unordered_set<std::string_view> done;
     for (const NamedBone& bone : bones) {
@@ -58,27 +57,31 @@ class SceneCheck {
   void CheckBone(const NamedBone& named);
   void CheckRotation(std::size_t line, NodeId joint);
   void CheckChannel(std::size_t line, NodeId joint, Channel channel);
-  std::string PathOf(NodeId node) const { return InFull(scene_.FullPath(scene_.FirstPath(node))); }
+  std::string PathOf(NodeId node) const { return Quoted(scene_.FullPath(scene_.FirstPath(node))); }
 
   const Scene& scene_;
   std::string sceneName_;
   Recorder& recorder_;
-  std::unordered_map<std::string_view, std::vector<PathId>> nodes_;
+  struct Nodes {
+    std::size_t count = 0;
+    NodeId last = 0;
+  };
+  std::unordered_map<std::string_view, Nodes> nodes_;
 };
 
 void SceneCheck::CheckBone(const NamedBone& named) {
-  const std::string bone = "bone " + InFull(named.name);
-  const std::vector<PathId>& found = nodes_[named.name];
-  if (found.empty()) {
+  const std::string bone = "bone " + Quoted(named.name);
+  const Nodes& found = nodes_[named.name];
+  if (found.count == 0) {
     recorder_.Add(named.line, rule::kBoneMissing, bone + " is not in " + sceneName_);
     return;
   }
   // The keys go to the last one met, joint or not.
-  const NodeId node = scene_.NodeOf(found.back());
+  const NodeId node = found.last;
   const bool isJoint = scene_.Kind(node) == standalone::NodeKind::kJoint;
-  if (found.size() > 1) {
+  if (found.count > 1) {
     recorder_.Add(named.line, rule::kBoneRepeated,
-                  bone + " is in " + sceneName_ + " " + std::to_string(found.size()) + " times: " +
+                  bone + " is in " + sceneName_ + " " + std::to_string(found.count) + " times: " +
                       (isJoint ? "the keys go to " : "the keys would go to ") + PathOf(node));
   }
   if (!isJoint) {
@@ -102,7 +105,7 @@ void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
   const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime(), keepDriver);
   const std::string subject = "joint " + PathOf(joint) + " in " + sceneName_ + " has a rotate ";
   const auto isDriven = [&](const std::string& driver) {
-    return " that " + InFull(driver) +
+    return " that " + Quoted(driver) +
            " drives, which is not evaluated here: keys may not give the pose back";
   };
   if (!orderDriver.empty()) {
@@ -124,12 +127,12 @@ void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
 
 void SceneCheck::CheckChannel(std::size_t line, NodeId joint, Channel channel) {
   const std::string path =
-      InFull(scene_.FullPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
+      Quoted(scene_.FullPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
       sceneName_;
   const auto add = [&](const Rule& rule, const std::string& text) {
     recorder_.Add(line, rule, path + text);
   };
-  const std::string driven = " is driven by " + InFull(scene_.DriverName(joint, channel));
+  const std::string driven = " is driven by " + Quoted(scene_.DriverName(joint, channel));
   switch (scene_.RefusalOf(joint, channel)) {
     case Refusal::kLocked:
       return add(rule::kChannelLocked, " is locked: it gets no curve and no keys");

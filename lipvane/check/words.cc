@@ -4,15 +4,12 @@
 #include <cmath>
 
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane::check {
 namespace {
 
 constexpr std::size_t kLongestQuote = 60;
-
-bool IsContinuation(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
 
 }  // namespace
 
@@ -59,15 +56,7 @@ bool IsNumber(std::string_view word) {
 }
 
 std::string Quoted(std::string_view text) {
-  std::size_t length = text.size();
-  if (length > kLongestQuote) {
-    length = kLongestQuote;
-    // Not within a character of several bytes.
-    while (length > 0 && IsContinuation(text[length]))
-      --length;
-  }
-  std::string quoted = "\"" + std::string(text.substr(0, length));
-  return quoted + (length < text.size() ? "...\"" : "\"");
+  return text::Quoted(text, kLongestQuote);
 }
 
 std::optional<std::string> NumberProblem(std::string_view word, double limit) {

@@ -1,7 +1,7 @@
 #include "lipvane/formats/lbp_face.h"
 
-#include <cstddef>
 #include <map>
+#include <utility>
 
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/lbp_hierarchy.h"
@@ -44,19 +44,16 @@ bool LoadFaceText(std::string_view lbpText, TController& controller, PhonemeMapp
   ReadLbpHierarchyText(lbpText, nameByNumber, numberByName, parentByName);
   rig.AssignBoneIds(numberByName);
 
-  const auto poseCount = static_cast<int>(rig.poses.size());
-  int pose = 1 + read.SpeechTargetCount();
+  while (TExpressionInfo* earlier = controller.GetExpression(0))
+    controller.DeleteExpression(earlier->name);
+  int pose = FirstExpressionPose(read);
   for (const char* name : kExpressionNames) {
-    if (pose >= poseCount) break;
+    if (pose >= static_cast<int>(rig.poses.size())) break;
     controller.AddExpression(MakeExpression(name, rig, pose));
     ++pose;
   }
   controller.SetBonePoseInfo(rig);
-  mapping.speechTargets.insert(mapping.speechTargets.end(), read.speechTargets.begin(),
-                               read.speechTargets.end());
-  for (std::size_t i = 0; i < read.phonemes.size(); ++i) {
-    mapping.AddPhoneme(read.phonemes[i], read.weights[i]);
-  }
+  mapping = std::move(read);
   return true;
 }
 

@@ -18,8 +18,8 @@ namespace lipvane {
 /// that the file's pose does not leave exactly at neutral, so that a blink does not hold the mouth
 /// still.
 ///
-/// False, with controller and mapping as they were, when the file is refused as by ReadLbpFile.
-/// Otherwise the rig is replaced, the expressions are added and the mapping is appended to.
+/// Rig, expressions and mapping that were there are replaced; the controller's animations stay.
+/// False, with all as it was, when the file is refused as by ReadLbpFile.
 bool LoadFace(const std::string& lbpFileName, TController& controller, PhonemeMapping& mapping);
 /// The same; also says why it refused.
 bool LoadFace(const std::string& lbpFileName, TController& controller, PhonemeMapping& mapping,

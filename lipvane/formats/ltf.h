@@ -35,9 +35,9 @@ bool ReadLtfText(std::string_view text, TAnimation& animation, ReadProblem& prob
 /// are for people: they say where the animation is from. An earlier file is replaced by a complete
 /// one or not at all.
 ///
-/// False when it cannot be written, or when the format has no form for it: a value that is not
-/// finite; a track name or a header line that is empty, holds a line feed or "//", or ends in a
-/// carriage return.
+/// False when it cannot be written, or when the format has no form for it: more keys than limits.h
+/// allows; a value that is not finite; a track name or a header line that is empty, holds a line
+/// feed or "//", or ends in a carriage return.
 bool WriteLtfFile(const std::string& fileName, const TAnimation& animation,
                   const std::vector<std::string>& headerLines = {});
 /// The same; also says why it failed.

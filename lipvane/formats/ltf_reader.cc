@@ -9,6 +9,7 @@
 #include "lipvane/formats/ltf.h"
 #include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane {
 namespace {
@@ -17,8 +18,7 @@ constexpr char kMagic[] = "LTF";
 
 std::string Quoted(std::string_view text) {
   constexpr std::size_t kLongest = 40;  // a message is no place for a whole file
-  const std::string_view shown = text.substr(0, kLongest);
-  return "\"" + std::string(shown) + (shown.size() < text.size() ? "...\"" : "\"");
+  return text::Quoted(text, kLongest);
 }
 
 /// Towards zero; what an int cannot hold becomes its nearest end.

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/formats/limits.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
@@ -49,6 +50,11 @@ class Writing {
  private:
   bool Keys(const TAnimationTrack& track) {
     const int count = track.KeyCount();
+    if (count > keysLeft_) {
+      return Refuse("there are more than the " + std::to_string(kMaxKeys) +
+                    " keys that a file may have");
+    }
+    keysLeft_ -= count;
     for (int number = 1; number <= count; ++number) {
       const TAnimationKey& key = *track.GetKey(number - 1);
       if (!std::isfinite(key.value)) {
@@ -69,6 +75,7 @@ class Writing {
 
   std::string text_;
   std::string& reason_;
+  int keysLeft_ = kMaxKeys;
 };
 
 }  // namespace

@@ -83,7 +83,9 @@ struct PhonemeMapping {
   int SpeechTargetCount() const { return static_cast<int>(speechTargets.size()); }
   int PhonemeCount() const { return static_cast<int>(phonemes.size()); }
 
+  /// Appends a name.
   void AddSpeechTarget(const std::string& name);
+  /// Appends a name and its weights, one a speech target.
   void AddPhoneme(const std::string& name, const std::vector<float>& row);
 
   /// The name at a position; empty when there is no such position.
@@ -100,5 +102,10 @@ struct PhonemeMapping {
   /// The bytes of that file. Weights that were never given are made, as by GetWeight.
   std::string LipsincMapText(const std::string& characterName);
 };
+
+/// The pose after the last speech target's, the first of the expressions': pose 0 is neutral.
+inline int FirstExpressionPose(const PhonemeMapping& mapping) {
+  return 1 + mapping.SpeechTargetCount();
+}
 
 }  // namespace lipvane

@@ -13,6 +13,7 @@
 #include "lipvane/check/scene_check.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/ltf.h"
+#include "lipvane/text/printable.h"
 #include "tests/support/temporary_folder.h"
 
 namespace lipvane::check {
@@ -41,7 +42,8 @@ std::string Changed(Lines lines, const std::vector<Change>& changes) {
 std::string Written(const Findings& findings) {
   std::string text;
   for (const Finding& f : findings)
-    text += std::to_string(f.line) + " " + std::string(f.rule.id) + ": " + f.text + "\n";
+    text += std::to_string(f.line) + " " + std::string(f.rule.id) + ": " +
+            text::PrintableLine(f.text) + "\n";
   return text;
 }
 
@@ -288,11 +290,11 @@ TEST(LtfCheck, EachRuleAlone) {
   ExpectWords("animation files", said);
 }
 
-TEST(LtfCheck, WhatATrackRepeatsIsSaidOnceAndWithoutControls) {
-  const Findings found = LtfFindings(Changed(CleanLtf(), {{15, {"0 x\a 10 y 20 z"}}}));
+TEST(LtfCheck, WhatATrackRepeatsIsSaidOnce) {
+  const Findings found = LtfFindings(Changed(CleanLtf(), {{15, {"0 x 10 y 20 z"}}}));
   ASSERT_EQ(found.size(), 1U) << Written(found);
   EXPECT_EQ(found[0].text,
-            "the value of key 1 of track \"Ox\", \"x?\" is no finite number and read as 0, and 2 "
+            "the value of key 1 of track \"Ox\", \"x\" is no finite number and read as 0, and 2 "
             "more in this track");
   EXPECT_EQ(Written(LtfFindings("\xEF\xBB\xBFL\tF\n")),
             "1 unreadable: it begins with \"\xEF\xBB\xBFL\\tF\", not with \"LTF\" (the file "
@@ -391,6 +393,10 @@ TEST(SceneCheck, OfARepeatedNameTheLastIsLookedAt) {
   ASSERT_EQ(found.size(), 2U) << Written(found);
   EXPECT_NE(found[0].text.find("go to \"|jaw\""), std::string::npos) << found[0].text;
   EXPECT_EQ(found[1].rule.id, rule::kRotateOrder.id);
+  const std::string again = "createNode transform -n \"c\";\nparent -add \"|head|jaw\" \"c\";\n";
+  const Findings instanced = SceneFindings(kJaw + turned + top + again);
+  ASSERT_EQ(instanced.size(), 2U) << Written(instanced);
+  EXPECT_EQ(instanced[1].rule.id, rule::kRotateOrder.id) << "its last path comes after the other's";
   const Findings shadowed = SceneFindings(kJaw + "createNode transform -n \"jaw\";\n");
   ASSERT_EQ(shadowed.size(), 2U) << Written(shadowed);
   EXPECT_EQ(shadowed[1].rule.id, rule::kBoneNotJoint.id);

@@ -80,22 +80,6 @@ TEST_F(BakeTest, TakesAnOrientationThatMovesAsItIsAtEachFrame) {
   EXPECT_NEAR(turn[3][1], -1.5707963, 1e-6);
 }
 
-TEST_F(BakeTest, TurnsOnWhereAnglesBeginAnew) {
-  // The second track's pose does the same turn again, so the lip passes half a turn.
-  std::string twice = folder_.Content("face.lbp");
-  twice.replace(twice.find("\n2\n", 10), 3, "\n3\n");
-  twice += twice.substr(twice.rfind("\n1 0 0 0") + 1);
-  lbp_ = folder_.Make("twice.lbp", twice);
-  ltf_ = folder_.Make("twice.ltf",
-                      "LTF\n1\n0\n2\n{\nEat\n2\n0 0 1000 1\n}\n{\nIf\n2\n0 0 1000 1\n}\n0\n");
-  ASSERT_EQ(Bake({}).status, 0);
-  const json turn = Keys()["|head|jaw|lip.rotateX"];
-  ASSERT_EQ(turn.size(), 31U);
-  EXPECT_NEAR(turn[30][1], 4.0, 1e-5);
-  for (std::size_t i = 1; i < turn.size(); ++i)
-    EXPECT_LT(std::abs(turn[i][1].get<double>() - turn[i - 1][1].get<double>()), 0.5);
-}
-
 TEST_F(BakeTest, WarnsOfBonesThatGetNoKeysAndBakesTheRest) {
   lbp_ = Face({"lip", "nose", "head", "eye"});
   std::string locked = kFaceScene;

@@ -117,6 +117,8 @@ TEST_F(PlayTest, WhatIsNotANumberIsNullAndTheFileIsWhole) {
   const json frame = json::parse(folder_.Content("frames.json"))["frames"][0];
   EXPECT_EQ(frame["weights"][1], nullptr);
   EXPECT_EQ(frame["bones"][0]["translation"][0], nullptr);
+  EXPECT_EQ(Play({"--at", "5", "-o", "frames.csv"}).status, 0);
+  EXPECT_TRUE(Has(folder_.Content("frames.csv"), "\n5,1,0,,0,0,0,"));
 }
 
 TEST_F(PlayTest, SaysWhatCannotBePlayed) {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lipvane::check {
+
+/// What the tracks of an animation may move.
+struct Vocabulary {
+  std::vector<std::string> speechTargets;  ///< in the order of their poses
+  std::vector<std::string> expressions;
+};
+
+/// Of a rig with the default speech targets.
+Vocabulary NewRigVocabulary();
+/// Of a bone pose file: its speech targets, and the expressions that it has poses for. Nothing when
+/// the file is refused.
+std::optional<Vocabulary> VocabularyOf(std::string_view lbpText);
+
+}  // namespace lipvane::check
