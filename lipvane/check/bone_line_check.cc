@@ -1,20 +1,17 @@
 #include "lipvane/check/bone_line_check.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 #include <string>
 #include <vector>
 
 #include "lipvane/check/words.h"
+#include "lipvane/formats/layout.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::check {
 namespace {
-
-constexpr std::size_t kNumbersOfBone = 26;
-constexpr std::size_t kFirstOfRotation = 22;
 
 /// A file has six digits: what was of length 1 is off by 2e-6 at most, and by a little more once it
 /// has been through single precision. Beyond this it is no rounding, and a joint visibly leaves its
@@ -25,7 +22,7 @@ constexpr double kLengthTolerance = 1e-3;
 constexpr double kLargest = std::numeric_limits<float>::max();
 
 bool IsRead(std::size_t number) {
-  return (number >= 16 && number < 19) || number >= kFirstOfRotation;
+  return (number >= kFirstOfTranslation && number < kFirstOfScale) || number >= kFirstOfRotation;
 }
 
 class BoneLineCheck {

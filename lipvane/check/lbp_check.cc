@@ -13,6 +13,7 @@
 #include "lipvane/check/words.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/data_lines.h"
+#include "lipvane/formats/layout.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/formats/phonemes.h"
@@ -20,7 +21,6 @@
 namespace lipvane::check {
 namespace {
 
-constexpr std::ptrdiff_t kAssignmentLines = 3;
 constexpr const char* kTargetCount = "the number of speech targets";
 constexpr const char* kBoneCount = "the number of bones";
 constexpr double kLargestWeight = std::numeric_limits<float>::max();

@@ -16,6 +16,7 @@
 #include "lipvane/check/words.h"
 #include "lipvane/engine/animation.h"
 #include "lipvane/formats/data_lines.h"
+#include "lipvane/formats/layout.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/text/numbers.h"
@@ -30,12 +31,6 @@ std::string_view FirstToken(const DataLine& line) {
 bool HoldsWholeTime(double time) {
   using Limits = std::numeric_limits<int>;
   return time == std::trunc(time) && time >= Limits::min() && time <= Limits::max();
-}
-
-/// As the reader takes it.
-int WholeTime(double time) {
-  using Limits = std::numeric_limits<int>;
-  return static_cast<int>(std::clamp<double>(time, Limits::min(), Limits::max()));
 }
 
 /// Goes through the lines as they were meant, which is as the reader does until something is wrong

@@ -26,7 +26,9 @@ struct TAnimation {
   TAnimation& operator=(TAnimation&&) noexcept = default;
   ~TAnimation() noexcept(!kDestructorsRaise);
 
+  /// Appends a copy.
   void AddTrack(const TAnimationTrack& track);
+  /// Appends a copy.
   void AddExpressionTrack(const TAnimationTrack& track);
   /// Track `i`, or null. Valid until a track is added.
   TAnimationTrack* GetTrack(int i);

@@ -26,6 +26,7 @@ struct TIndexedBone {
 /// One pose: a bone transform for every bone, in bone order.
 class TBonePose {
  public:
+  /// Appends a copy.
   void AddBone(const TIndexedBone& bone);
   /// Bone `i`. A pose that is too short grows with default bones; a negative position is
   /// std::out_of_range. Valid until the pose grows.
@@ -57,7 +58,9 @@ struct TBonePoseInfo {
   TBonePoseInfo& operator=(TBonePoseInfo&&) noexcept = default;
   ~TBonePoseInfo() noexcept(!kDestructorsRaise);
 
+  /// Appends a name; the bone has no identifier before AssignBoneIds.
   void AddBone(const std::string& name);
+  /// Appends a copy.
   void AddPose(const TBonePose& pose);
   /// Empties all four arrays.
   void Clear();

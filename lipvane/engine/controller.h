@@ -34,6 +34,7 @@ class TController {
   /// Replaces the rig by a copy.
   void SetBonePoseInfo(const TBonePoseInfo& bonePoseInfo);
 
+  /// Appends a copy.
   void AddExpression(const TExpressionInfo& expression);
   /// The first expression of exactly this name, or null.
   TExpressionInfo* GetExpression(const std::string& expressionName);

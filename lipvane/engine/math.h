@@ -93,6 +93,7 @@ struct Matrix4 {
   /// The product a * b: first a, then b.
   static Matrix4 Multiply(const Matrix4& a, const Matrix4& b);
 
+  // These act after what the matrix does already. Angles are radians, right-handed.
   void Translate(const Vector3& v);
   void Scale(const Vector3& s);
   void RotateX(float a);

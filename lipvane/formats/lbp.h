@@ -31,7 +31,7 @@ bool ReadLbpFile(const std::string& fileName, TBonePoseInfo& poseInfo, PhonemeMa
 bool ReadLbpText(std::string_view text, TBonePoseInfo& poseInfo, PhonemeMapping& mapping,
                  ReadProblem& problem);
 
-/// One bone of one pose, as the scene has it at that time.
+/// One bone of one pose, as the scene has it at that time: its local transform, in centimetres.
 struct LbpBone {
   /// The local matrix, row by row, for row vectors (translation in elements 12 to 14).
   std::array<double, 16> matrix{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
@@ -39,6 +39,7 @@ struct LbpBone {
   std::array<double, 3> scale{1, 1, 1};
 };
 
+/// A bone and its first parent in the scene.
 struct LbpHierarchyLine {
   std::string bone;
   std::string parent;
@@ -53,6 +54,7 @@ struct LbpHeader {
   std::vector<LbpHierarchyLine> hierarchy;
   /// False when the scene could not be walked: the header then ends after its hierarchy lines.
   bool hierarchyComplete = true;
+  /// For the line "head_bone=", which no reader looks at.
   std::string headBoneName;
 };
 

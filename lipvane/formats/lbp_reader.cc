@@ -6,6 +6,7 @@
 
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/expected_lines.h"
+#include "lipvane/formats/layout.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/text/file.h"
@@ -13,11 +14,6 @@
 
 namespace lipvane {
 namespace {
-
-// Where a bone line has what we read; its matrix and scale are passed over.
-constexpr int kTokensBeforeTranslation = 16;
-constexpr int kTokensOfScale = 3;
-constexpr int kAssignmentLines = 3;
 
 float NextFloat(TokenCursor& tokens) {
   return static_cast<float>(text::RealPrefix(tokens.Next()));
@@ -136,11 +132,11 @@ bool Reading::ReadPoses() {
       if (!lines_.Next("a pose's bone line", line)) return false;
       TokenCursor tokens(line, " ");
       TIndexedBone bone;
-      tokens.Skip(kTokensBeforeTranslation);
+      tokens.Skip(static_cast<int>(kFirstOfTranslation));
       bone.translation.x = NextFloat(tokens);
       bone.translation.y = NextFloat(tokens);
       bone.translation.z = NextFloat(tokens);
-      tokens.Skip(kTokensOfScale);
+      tokens.Skip(static_cast<int>(kFirstOfRotation - kFirstOfScale));
       // Deliberate: the file's w is the negated one, and stays so.
       bone.rotation.w = NextFloat(tokens);
       bone.rotation.x = NextFloat(tokens);

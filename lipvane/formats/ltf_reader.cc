@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <string_view>
 
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/expected_lines.h"
+#include "lipvane/formats/layout.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/text/file.h"
@@ -19,14 +19,6 @@ constexpr char kMagic[] = "LTF";
 std::string Quoted(std::string_view text) {
   constexpr std::size_t kLongest = 40;  // a message is no place for a whole file
   return text::Quoted(text, kLongest);
-}
-
-/// Towards zero; what an int cannot hold becomes its nearest end.
-int WholeTime(double time) {
-  constexpr int kFirst = std::numeric_limits<int>::min();
-  constexpr int kLast = std::numeric_limits<int>::max();
-  return static_cast<int>(
-      std::clamp(time, static_cast<double>(kFirst), static_cast<double>(kLast)));
 }
 
 /// One reading of one text.

@@ -1,65 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <random>
 #include <tuple>
 
 #include "lipvane/engine/bone_pose.h"
-#include "tests/engine/blend_reference.h"
 
 namespace lipvane {
 namespace {
-
-using test::Stand;
-using test::Taken;
-
-TEST(BlendTest, AgreesWithDoublePrecisionInAllBranches) {
-  std::mt19937 engine(64);
-  const auto random = [&](float low, float high) {
-    return std::uniform_real_distribution<float>(low, high)(engine);
-  };
-  const auto rotation = [&](float halfAngle) {
-    return Quaternion::FromAxisAngle(2 * halfAngle, random(-1, 1), random(-1, 1), random(-1, 1));
-  };
-  constexpr int kBones = 40;
-  constexpr int kPoses = 9;
-  TBonePoseInfo info;
-  for (int i = 0; i < kBones; ++i) {
-    info.AddBone("bone");
-    TIndexedBone& neutral = info.GetPose(0).GetBone(i);
-    neutral.translation = {random(-5, 5), random(-5, 5), random(-5, 5)};
-    neutral.rotation = rotation(random(0, 3));
-    for (int j = 1; j < kPoses; ++j) {
-      // Half angles well inside the three branches; either sign, any length.
-      const float halfAngle = j % 3 == 0 ? 0.0F : j % 3 == 1 ? random(0.1F, 0.9F) : random(1, 1.5F);
-      const float length = random(0.5F, 2) * (random(-1, 1) < 0 ? -1.0F : 1.0F);
-      TIndexedBone& bone = info.GetPose(j).GetBone(i);
-      bone.translation = {random(-5, 5), random(-5, 5), random(-5, 5)};
-      const Quaternion q = Quaternion::Multiply(rotation(halfAngle), neutral.rotation);
-      bone.rotation = {q.w * length, q.x * length, q.y * length, q.z * length};
-    }
-  }
-  std::vector<double> weights(kPoses);
-  for (double& weight : weights) {
-    weight = random(-0.7F, 1.6F);
-  }
-  info.Blend(weights);
-
-  ASSERT_EQ(info.blendedBones.size(), std::size_t{kBones});
-  constexpr double kClose = 2e-5;
-  Taken taken;
-  for (int i = 0; i < kBones; ++i) {
-    const TIndexedBone neutral = info.GetPose(0).GetBone(i);
-    Stand reference(neutral);
-    for (int j = 0; j < kPoses; ++j) {
-      test::AddStep(reference, Stand(info.GetPose(j).GetBone(i)), Stand(neutral),
-                    weights[static_cast<std::size_t>(j)], taken);
-    }
-    EXPECT_TRUE(Stand(info.blendedBones[static_cast<std::size_t>(i)]).IsCloseTo(reference, kClose));
-  }
-  EXPECT_GE(std::min({taken.neutral, taken.chord, taken.arc}), kBones);
-}
 
 /// What one pose does to a bone that has not moved yet.
 Quaternion Step(Quaternion pose, const Quaternion& neutral, float weight) {

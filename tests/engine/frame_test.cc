@@ -67,15 +67,15 @@ class RandomFace {
         Quaternion::FromAxisAngle(2 * halfAngle, Uniform(-1, 1), Uniform(-1, 1), Uniform(-1, 1));
     return {{Uniform(-5, 5), Uniform(-5, 5), Uniform(-5, 5)}, Quaternion::Multiply(turn, from), 0};
   }
-  /// As far from neutral as one of the three ways to interpolate takes; of either sign.
+  /// As far from neutral as one of the three ways to interpolate takes; of either sign and any
+  /// length.
   TIndexedBone PoseOf(int bone) {
     const float kind = Uniform(0, 3);
     const float halfAngle = kind < 1 ? 0.0F : kind < 2 ? Uniform(0.1F, 0.9F) : Uniform(1, 1.5F);
     TIndexedBone made = Bone(halfAngle, rig.GetPose(0).GetBone(bone).rotation);
-    if (Uniform(-1, 1) < 0) {
-      const Quaternion& q = made.rotation;
-      made.rotation = {-q.w, -q.x, -q.y, -q.z};
-    }
+    const float length = Uniform(0.5F, 2) * (Uniform(-1, 1) < 0 ? -1.0F : 1.0F);
+    const Quaternion& q = made.rotation;
+    made.rotation = {q.w * length, q.x * length, q.y * length, q.z * length};
     return made;
   }
   TAnimationTrack Track(const char* name, float low, float high) {
