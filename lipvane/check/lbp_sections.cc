@@ -15,17 +15,8 @@ bool IsAssignment(std::string_view line) {
   return line.find('=') != std::string_view::npos && !HasArrow(line);
 }
 
-/// Told by their shape alone, so a tab is as good as a blank.
-void SplitFields(std::string_view line, std::vector<std::string_view>& fields) {
-  fields.clear();
-  while (true) {
-    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    if (line.empty()) return;
-    const std::size_t end = std::min(line.find_first_of(" \t"), line.size());
-    fields.push_back(line.substr(0, end));
-    line.remove_prefix(end);
-  }
-}
+// Sections are told by their shape alone, so a tab is as good as a blank.
+constexpr std::string_view kBlanks = " \t";
 
 std::size_t LeadingNumbers(const std::vector<std::string_view>& words) {
   return static_cast<std::size_t>(std::find_if_not(words.begin(), words.end(), IsNumber) -
@@ -107,7 +98,7 @@ class Splitter {
   /// One number, perhaps with words after it. Not only whole numbers: "2.5" was meant to be one.
   bool IsCount() {
     if (HasArrow(current_.text)) return false;
-    SplitFields(current_.text, words_);
+    SplitWords(current_.text, words_, kBlanks);
     return LeadingNumbers(words_) == 1 && std::none_of(words_.begin() + 1, words_.end(), IsNumber);
   }
 
@@ -123,14 +114,14 @@ class Splitter {
 
 bool IsPhonemeRow(std::string_view line) {
   std::vector<std::string_view> words;
-  SplitFields(line, words);
+  SplitWords(line, words, kBlanks);
   return words.size() > 1 && !IsNumber(words[0]) &&
          std::all_of(words.begin() + 1, words.end(), IsNumber);
 }
 
 bool IsNumberRow(std::string_view line) {
   std::vector<std::string_view> words;
-  SplitFields(line, words);
+  SplitWords(line, words, kBlanks);
   return LeadingNumbers(words) > 1;
 }
 

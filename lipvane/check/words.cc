@@ -13,12 +13,13 @@ constexpr std::size_t kLongestQuote = 60;
 
 }  // namespace
 
-void SplitWords(std::string_view line, std::vector<std::string_view>& words) {
+void SplitWords(std::string_view line, std::vector<std::string_view>& words,
+                std::string_view separators) {
   words.clear();
   while (true) {
-    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+    line.remove_prefix(std::min(line.find_first_not_of(separators), line.size()));
     if (line.empty()) return;
-    const std::size_t end = std::min(line.find(' '), line.size());
+    const std::size_t end = std::min(line.find_first_of(separators), line.size());
     words.push_back(line.substr(0, end));
     line.remove_prefix(end);
   }

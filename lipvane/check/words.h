@@ -10,8 +10,9 @@
 /// The tokens of a line as its writer meant them, and where the readers see others.
 namespace lipvane::check {
 
-/// What stands between blanks, however many.
-void SplitWords(std::string_view line, std::vector<std::string_view>& words);
+/// What stands between separators, any of these bytes, however many in a row.
+void SplitWords(std::string_view line, std::vector<std::string_view>& words,
+                std::string_view separators = " ");
 
 /// How many words a reader finds before a leading or a second blank makes one token of the rest of
 /// the line; nothing when it finds all. Blanks at the end do no harm.
