@@ -22,12 +22,10 @@ Json BonesJson(Playback& playback) {
   Json bones = Json::array();
   for (int i = 0; i < playback.Pose().BoneCount(); ++i) {
     const TIndexedBone& bone = playback.Pose().GetBone(i);
-    const Vector3& t = bone.translation;
-    const Quaternion& r = bone.rotation;
     bones.push_back({{"id", bone.boneIndex},
                      {"name", playback.BoneNames()[static_cast<std::size_t>(i)]},
-                     {"translation", Json::array({t.x, t.y, t.z})},
-                     {"rotation", Json::array({r.w, r.x, r.y, r.z})}});
+                     {"translation", VectorJson(bone.translation)},
+                     {"rotation", RotationJson(bone.rotation)}});
   }
   return bones;
 }

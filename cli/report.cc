@@ -86,11 +86,9 @@ Json CurvesJson(const Scene& scene) {
 }
 
 Json BoneJson(const TIndexedBone& bone) {
-  const Vector3& t = bone.translation;
-  const Quaternion& r = bone.rotation;
   return {{"index", bone.boneIndex},
-          {"translation", Json::array({t.x, t.y, t.z})},
-          {"rotation", Json::array({r.w, r.x, r.y, r.z})}};
+          {"translation", VectorJson(bone.translation)},
+          {"rotation", RotationJson(bone.rotation)}};
 }
 
 Json HierarchyJson(const std::string& text) {

@@ -3,9 +3,9 @@
 #include <map>
 #include <utility>
 
+#include "lipvane/formats/file_content.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/lbp_hierarchy.h"
-#include "lipvane/text/file.h"
 
 namespace lipvane {
 namespace {
@@ -59,10 +59,9 @@ bool LoadFaceText(std::string_view lbpText, TController& controller, PhonemeMapp
 
 bool LoadFace(const std::string& lbpFileName, TController& controller, PhonemeMapping& mapping,
               ReadProblem& problem) {
-  std::string content;
-  problem.line = 0;
-  if (!text::ReadFile(lbpFileName, content, problem.reason)) return false;
-  return LoadFaceText(content, controller, mapping, problem);
+  return ReadContent(lbpFileName, problem, [&](const std::string& content) {
+    return LoadFaceText(content, controller, mapping, problem);
+  });
 }
 
 bool LoadFace(const std::string& lbpFileName, TController& controller, PhonemeMapping& mapping) {

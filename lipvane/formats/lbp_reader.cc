@@ -6,10 +6,10 @@
 
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/expected_lines.h"
+#include "lipvane/formats/file_content.h"
 #include "lipvane/formats/layout.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/limits.h"
-#include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane {
@@ -168,10 +168,9 @@ bool ReadLbpText(std::string_view text, TBonePoseInfo& poseInfo, PhonemeMapping&
 
 bool ReadLbpFile(const std::string& fileName, TBonePoseInfo& poseInfo, PhonemeMapping& mapping,
                  ReadProblem& problem) {
-  std::string content;
-  problem.line = 0;
-  if (!text::ReadFile(fileName, content, problem.reason)) return false;
-  return ReadLbpText(content, poseInfo, mapping, problem);
+  return ReadContent(fileName, problem, [&](const std::string& content) {
+    return ReadLbpText(content, poseInfo, mapping, problem);
+  });
 }
 
 bool ReadLbpFile(const std::string& fileName, TBonePoseInfo& poseInfo, PhonemeMapping& mapping) {

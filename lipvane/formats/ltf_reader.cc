@@ -4,10 +4,10 @@
 
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/expected_lines.h"
+#include "lipvane/formats/file_content.h"
 #include "lipvane/formats/layout.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/formats/ltf.h"
-#include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
@@ -137,10 +137,9 @@ bool ReadLtfText(std::string_view text, TAnimation& animation, ReadProblem& prob
 }
 
 bool LoadLtfFile(const std::string& fileName, TAnimation& animation, ReadProblem& problem) {
-  std::string content;
-  problem.line = 0;
-  if (!text::ReadFile(fileName, content, problem.reason)) return false;
-  return ReadLtfText(content, animation, problem);
+  return ReadContent(fileName, problem, [&](const std::string& content) {
+    return ReadLtfText(content, animation, problem);
+  });
 }
 
 bool LoadLtfFile(const std::string& fileName, TAnimation& animation) {

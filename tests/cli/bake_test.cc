@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "lipvane/formats/lbp.h"
@@ -158,9 +157,7 @@ TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
        vast + ": its length of 2147483647 makes more than 1000000 frames at 30 a second and 1000 "
               "ticks a second"}};
   for (const auto& [files, error] : cases) {
-    const ProcessResult result = Lipvane({"bake", files[0], files[1], files[2], "-o", out_});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "Error: " + error + "\n");
+    ExpectFailure({"bake", files[0], files[1], files[2], "-o", out_}, error);
     EXPECT_FALSE(folder_.Has("out.ma"));
   }
   // As many frames as there may be, and one joint too many for them.
@@ -191,28 +188,13 @@ TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
 // The example line on the example rig: what was baked, exported again, is what was played.
 TEST_F(BakeTest, AgreesWithPlayOnTheExample) {
   const std::string examples = LIPVANE_SOURCE_DIR "/examples/";
-  std::string bones;
-  std::ifstream list(examples + "bones.txt");
-  std::getline(list, bones);
-  const auto exportPoses = [&](const std::string& scene, const std::string& lbp,
-                               const std::string& poses) {
-    const ProcessResult result =
-        Lipvane({"run", scene, "-e",
-                 "demBonesExportPoses -bl \"" + bones + "\" -hb head -np " + poses + " -lbp \"" +
-                     lbp + "\""});
-    EXPECT_EQ(result.status, 0) << result.err;
-  };
-  lbp_ = folder_.Path("example.lbp");
-  exportPoses(examples + "face_poses.ma", lbp_, "20");
+  lbp_ = ExportExample(examples + "face_poses.ma", "20");
   scene_ = examples + "face_rig.ma";
   ltf_ = examples + "hello.ltf";
   ASSERT_EQ(Bake({"--fps", "30"}).status, 0);
-  const std::string baked = folder_.Path("baked.lbp");
-  exportPoses(out_, baked, "10");
-
   TBonePoseInfo exported;
   PhonemeMapping unused;
-  ASSERT_TRUE(ReadLbpFile(baked, exported, unused));
+  ASSERT_TRUE(ReadLbpFile(ExportExample(out_, "10"), exported, unused));
   const json frames = json::parse(Lipvane({"play", lbp_, ltf_}).out)["frames"];
   ASSERT_GE(frames.size(), 90U);
   double mostMoved = 0;

@@ -1,4 +1,3 @@
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "tests/cli/cli_test.h"
@@ -130,15 +129,7 @@ TEST_F(CheckTest, PrintsJson) {
 
 TEST_F(CheckTest, TheExampleHasNoFindings) {
   const std::string examples = LIPVANE_SOURCE_DIR "/examples/";
-  std::ifstream in(examples + "bones.txt");
-  std::string bones;
-  std::getline(in, bones);
-  const std::string file = folder_.Path("face.lbp");
-  ASSERT_EQ(Lipvane({"run", examples + "face_poses.ma", "-e",
-                     "demBonesExportPoses -bones \"" + bones +
-                         "\" -headbone head -numposes 20 -lbpfile \"" + file + "\""})
-                .status,
-            0);
+  const std::string file = ExportExample(examples + "face_poses.ma", "20");
   for (const char* scene : {"face_poses.ma", "face_rig.ma"}) {
     const ProcessResult result =
         Lipvane({"check", file, examples + "hello.ltf", "--scene", examples + scene});

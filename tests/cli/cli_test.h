@@ -48,6 +48,25 @@ class CliTest : public testing::Test {
   static ProcessResult Lipvane(const std::vector<std::string>& arguments) {
     return RunProcess(LIPVANE_BINARY, arguments);
   }
+  /// The work fails with this one message, and nothing else comes out.
+  static void ExpectFailure(const std::vector<std::string>& arguments, const std::string& error) {
+    const ProcessResult result = Lipvane(arguments);
+    EXPECT_EQ(result.status, 1) << error;
+    EXPECT_EQ(result.err, "Error: " + error + "\n");
+    EXPECT_EQ(result.out, "");
+  }
+  /// Exports poses of a scene of the example's face, and answers the file.
+  std::string ExportExample(const std::string& scene, const std::string& poses) const {
+    std::string bones = FileContent(LIPVANE_SOURCE_DIR "/examples/bones.txt");
+    bones.erase(bones.find('\n'));
+    const std::string lbp = folder_.Path("example" + poses + ".lbp");
+    const ProcessResult result =
+        Lipvane({"run", scene, "-e",
+                 "demBonesExportPoses -bl \"" + bones + "\" -hb head -np " + poses + " -lbp \"" +
+                     lbp + "\""});
+    EXPECT_EQ(result.status, 0) << result.err;
+    return lbp;
+  }
   static bool Has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
   }

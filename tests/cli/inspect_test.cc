@@ -88,12 +88,8 @@ TEST_F(InspectTest, RefusesWithAPlaceAndAReason) {
       {folder_.Make("binary.ma", "FOR4\x01\x02Maya"), ": a binary scene, not a Maya ASCII one"},
       {folder_.Make("note.txt", "hello"),
        ": it is neither a bone pose file (LBP), an animation file (LTF) nor a Maya ASCII scene"}};
-  for (const auto& [file, reason] : cases) {
-    const ProcessResult result = Lipvane({"inspect", file, "--json"});
-    EXPECT_EQ(result.status, 1) << file;
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "Error: " + file + reason + "\n");
-  }
+  for (const auto& [file, reason] : cases)
+    ExpectFailure({"inspect", file, "--json"}, file + reason);
 }
 
 TEST_F(InspectTest, ControlCharactersOfAFileDoNotReachTheTerminal) {

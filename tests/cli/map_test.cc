@@ -28,16 +28,10 @@ TEST_F(MapTest, WritesTheTableUnderTheCharactersName) {
 TEST_F(MapTest, SaysWhatCannotBeMapped) {
   folder_.Make("Face.map", "old");
   const std::string cut = folder_.Make("cut.lbp", "2\n");
-  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-      {{"map", "none.lbp", "Face"}, "none.lbp: No such file or directory"},
-      {{"map", cut, "Face"},
-       cut + ":1: the file ends where the number of speech targets is expected"},
-      {{"map", lbp_, "no/Face"}, "no/Face.map: there is no folder no"}};
-  for (const auto& [arguments, error] : cases) {
-    const ProcessResult result = Lipvane(arguments);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "Error: " + error + "\n");
-  }
+  ExpectFailure({"map", "none.lbp", "Face"}, "none.lbp: No such file or directory");
+  ExpectFailure({"map", cut, "Face"},
+                cut + ":1: the file ends where the number of speech targets is expected");
+  ExpectFailure({"map", lbp_, "no/Face"}, "no/Face.map: there is no folder no");
   EXPECT_EQ(folder_.Content("Face.map"), "old");
 }
 

@@ -138,10 +138,7 @@ TEST_F(PlayTest, SaysWhatCannotBePlayed) {
   for (const auto& [arguments, error] : cases) {
     std::vector<std::string> words = {"play"};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    const ProcessResult result = Lipvane(words);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "Error: " + error + "\n");
-    EXPECT_EQ(result.out, "");
+    ExpectFailure(words, error);
   }
   EXPECT_EQ(Lipvane({"play", lbp_, vast, "--at", "2147483647"}).status, 0);
 }
