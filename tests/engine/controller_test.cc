@@ -203,19 +203,6 @@ TEST_F(ControllerTest, WithoutNeutralPoseNothingMoves) {
   EXPECT_EQ(X(0), 77);
 }
 
-TEST_F(ControllerTest, RotationsAreComposedLikeTranslations) {
-  const float angle = 0.8F;
-  TExpressionInfo expression = Expression("Blink", {2}, 20);
-  expression.GetPose(0).GetBone(0).rotation = Quaternion::FromAxisAngle(angle, 0, 1, 0);
-  AddExpression(expression, 0.5);
-  Play();
-  // Two steps were taken, so the sign is back.
-  const Quaternion half = Quaternion::FromAxisAngle(angle / 2, 0, 1, 0);
-  EXPECT_NEAR(out_.GetBone(1).rotation.w, half.w, 1e-6F);
-  EXPECT_NEAR(out_.GetBone(1).rotation.y, half.y, 1e-6F);
-  EXPECT_EQ(out_.GetBone(0).rotation, Quaternion(-1, 0, 0, 0));
-}
-
 TEST_F(ControllerTest, NeutralPose) {
   Play();
   TBonePose neutral = controller_.GetNeutralPose();
