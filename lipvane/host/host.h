@@ -56,12 +56,22 @@ struct Transformation {
   std::array<double, 3> scale{};
 };
 
+/// A joint of the scene.
+class Joint {
+ public:
+  virtual ~Joint() = default;
+  /// `orientation` is left alone on failure.
+  virtual Status GetOrientation(Rotation& orientation) const = 0;
+};
+
 /// A handle on an animation curve; attached to nothing until `Create` succeeds. Destroying it
 /// leaves the curve in the scene.
 class AnimCurve {
  public:
   virtual ~AnimCurve() = default;
-  /// Makes a curve that drives the attribute of the node, the kind chosen from the attribute.
+  /// Makes a curve that drives the attribute of the node, the kind chosen from the attribute. A
+  /// channel that a curve over time drives already keeps that curve, and the handle takes it. After
+  /// a failure the handle is attached to nothing.
   virtual Status Create(const Node& node, const Attribute& attribute) = 0;
   /// Adds a key, or replaces the one at that frame. Radians and centimetres.
   virtual Status AddKeyframe(double frame, double value) = 0;
@@ -95,10 +105,8 @@ class Host {
   virtual Transformation Decompose(const Matrix& matrix) = 0;
   /// Euler angles of the matrix's rotation about x, then y, then z.
   virtual std::array<double, 3> EulerAngles(const Matrix& matrix) = 0;
-  /// Fails when the node is not a joint.
-  virtual Status AttachJoint(const Node& node) = 0;
-  /// The joint's orientation; `orientation` is left alone on failure.
-  virtual Status GetOrientation(const Node& joint, Rotation& orientation) = 0;
+  /// The node as a joint; null when `status` is not success, as for a node that is none.
+  virtual std::unique_ptr<Joint> AttachJoint(const Node& node, Status& status) = 0;
 
   // Animation.
   virtual std::unique_ptr<AnimCurve> NewAnimCurve() = 0;

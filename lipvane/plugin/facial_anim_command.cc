@@ -1,6 +1,6 @@
 #include "lipvane/plugin/facial_anim_command.h"
 
-#include <iostream>
+#include <cstdio>
 #include <new>
 
 namespace lipvane::plugin {
@@ -53,7 +53,7 @@ void FacialAnimCommand::CollectExpressionNames(const host::Arguments& arguments)
 host::Status FacialAnimCommand::DoIt(const host::Arguments& arguments) {
   const host::Status parsed = ParseArgs(arguments);
   if (!parsed.ok()) {
-    std::cerr << "parseArgs";
+    std::fputs("parseArgs", stderr);
     return parsed;
   }
   if (importFlag_ != 0) {

@@ -58,6 +58,7 @@ class FacialAnimCommand : public host::Command {
   int importFlag_ = 0;
   int selectFlag_ = 0;
   int expressionCount_ = 0;
+  host::Node commandObject_;  // deliberate: held for the command's lifetime and used by nothing
 };
 
 }  // namespace lipvane::plugin

@@ -23,7 +23,9 @@ BoneBaker::BoneBaker(host::Host& host, const DagSearch& search, const std::strin
     lastPath = path;
     lastNode = node;
   });
-  hasJoint_ = host_.AttachJoint(lastNode).ok();
+  host::Status status;
+  host_.AttachJoint(lastNode, status);
+  hasJoint_ = status.ok();
   if (hasJoint_) BindBone(host_, boneName, lastPath, lastNode, kPosedChannelCount, bone_);
 }
 

@@ -22,10 +22,11 @@ std::array<double, 3> JointRotation(host::Host& host, const Quaternion& poseRota
 
 host::Status MakeJointChannels(host::Host& host, const host::Node& joint, const TIndexedBone& pose,
                                JointChannels& channels) {
-  const host::Status attached = host.AttachJoint(joint);
-  if (!attached.ok()) return attached;
+  host::Status status;
+  const auto attached = host.AttachJoint(joint, status);
+  if (!status.ok()) return status;
   host::Rotation orientation;
-  host.GetOrientation(joint, orientation);
+  attached->GetOrientation(orientation);
   channels.rotation = JointRotation(host, pose.rotation, orientation);
   channels.translation = {static_cast<double>(pose.translation.x),
                           static_cast<double>(pose.translation.y),

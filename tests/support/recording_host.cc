@@ -114,6 +114,21 @@ class RecordingHost::Iterator : public host::DagIterator {
   std::size_t place_ = 0;
 };
 
+class RecordingHost::AttachedJoint : public host::Joint {
+ public:
+  AttachedJoint(RecordingHost& host, const Triple& orient) : host_(host), orient_(orient) {}
+  host::Status GetOrientation(host::Rotation& orientation) const override {
+    if (host_.Note("GetOrientation")) return host::StatusCode::kFailure;
+    const Imath::Quatd quaternion = Imath::extractQuat(FromDegrees(orient_));
+    orientation = {quaternion.r, quaternion.v.x, quaternion.v.y, quaternion.v.z};
+    return {};
+  }
+
+ private:
+  RecordingHost& host_;
+  Triple orient_;
+};
+
 class RecordingHost::Curve : public host::AnimCurve {
  public:
   explicit Curve(RecordingHost& host) : host_(host) {}
@@ -121,6 +136,7 @@ class RecordingHost::Curve : public host::AnimCurve {
     const auto* name = std::any_cast<std::string>(&attribute.object);
     const NodeDescription* owner = host_.Describe(node);
     const std::string channel = (owner != nullptr ? owner->path : "") + "." + (name ? *name : "");
+    channel_.clear();
     if (host_.Note("Create " + channel)) return host::StatusCode::kFailure;
     if (owner == nullptr || name == nullptr) return host::StatusCode::kInvalidParameter;
     channel_ = channel;
@@ -256,18 +272,17 @@ std::array<double, 3> RecordingHost::EulerAngles(const host::Matrix& matrix) {
   return {angles.x, angles.y, angles.z};
 }
 
-host::Status RecordingHost::AttachJoint(const host::Node& node) {
+std::unique_ptr<host::Joint> RecordingHost::AttachJoint(const host::Node& node,
+                                                        host::Status& status) {
   const NodeDescription* described = Describe(node);
-  if (Note("AttachJoint " + (described ? described->path : ""))) return host::StatusCode::kFailure;
   const bool isJoint = described != nullptr && described->type == "joint";
-  return isJoint ? host::StatusCode::kSuccess : host::StatusCode::kInvalidParameter;
-}
-
-host::Status RecordingHost::GetOrientation(const host::Node& joint, host::Rotation& orientation) {
-  if (Note("GetOrientation")) return host::StatusCode::kFailure;
-  const Imath::Quatd quaternion = Imath::extractQuat(FromDegrees(Describe(joint)->orient));
-  orientation = {quaternion.r, quaternion.v.x, quaternion.v.y, quaternion.v.z};
-  return {};
+  if (Note("AttachJoint " + (described ? described->path : ""))) {
+    status = host::StatusCode::kFailure;
+  } else {
+    status = isJoint ? host::StatusCode::kSuccess : host::StatusCode::kInvalidParameter;
+  }
+  if (!status.ok()) return nullptr;
+  return std::make_unique<AttachedJoint>(*this, described->orient);
 }
 
 std::unique_ptr<host::AnimCurve> RecordingHost::NewAnimCurve() {

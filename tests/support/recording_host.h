@@ -51,8 +51,7 @@ class RecordingHost : public host::Host {
   host::Status LocalMatrix(const host::Node& transform, host::Matrix& matrix) override;
   host::Transformation Decompose(const host::Matrix& matrix) override;
   std::array<double, 3> EulerAngles(const host::Matrix& matrix) override;
-  host::Status AttachJoint(const host::Node& node) override;
-  host::Status GetOrientation(const host::Node& joint, host::Rotation& orientation) override;
+  std::unique_ptr<host::Joint> AttachJoint(const host::Node& node, host::Status& status) override;
   std::unique_ptr<host::AnimCurve> NewAnimCurve() override;
   host::Status SetCurrentTime(double frame) override;
   host::Status SelectByName(const std::string& name, host::ListAdjustment adjustment) override;
@@ -68,6 +67,7 @@ class RecordingHost : public host::Host {
 
  private:
   class Iterator;
+  class AttachedJoint;
   class Curve;
 
   /// Notes a call; true when it is the one that shall fail.

@@ -64,12 +64,33 @@ class SceneIterator : public host::DagIterator {
 
 }  // namespace
 
+class StandaloneHost::SceneJoint : public host::Joint {
+ public:
+  SceneJoint(StandaloneHost& host, NodeId node) : host_(host), node_(node) {}
+
+  host::Status GetOrientation(host::Rotation& orientation) const override {
+    const TransformValues values = host_.scene_.ValuesAt(
+        node_, host_.currentTime_, [&](const std::string& attribute, const std::string& driver) {
+          if (attribute.rfind("jointOrient", 0) == 0) {
+            host_.WarnNotEvaluated(node_, attribute, driver);
+          }
+        });
+    orientation = RotationFromEuler(values.jointOrient, RotateOrder::kXyz);
+    return {};
+  }
+
+ private:
+  StandaloneHost& host_;
+  NodeId node_;
+};
+
 /// Holds no part of the scene itself: a curve is found through the channel that it drives.
 class StandaloneHost::SceneCurve : public host::AnimCurve {
  public:
   explicit SceneCurve(StandaloneHost& host) : host_(host) {}
 
   host::Status Create(const host::Node& node, const host::Attribute& attribute) override {
+    attached_ = false;
     const auto id = IdOf(node);
     const auto* handle = std::any_cast<AttributeHandle>(&attribute.object);
     if (!id || handle == nullptr || !HasChannels(host_.scene_.Kind(*id))) {
@@ -215,22 +236,15 @@ std::array<double, 3> StandaloneHost::EulerAngles(const host::Matrix& matrix) {
   return standalone::EulerAngles(matrix);
 }
 
-host::Status StandaloneHost::AttachJoint(const host::Node& node) {
+std::unique_ptr<host::Joint> StandaloneHost::AttachJoint(const host::Node& node,
+                                                         host::Status& status) {
   const auto id = IdOf(node);
-  if (!id || scene_.Kind(*id) != NodeKind::kJoint) return host::StatusCode::kInvalidParameter;
-  return {};
-}
-
-host::Status StandaloneHost::GetOrientation(const host::Node& joint, host::Rotation& orientation) {
-  const host::Status attached = AttachJoint(joint);
-  if (!attached.ok()) return attached;
-  const NodeId id = *IdOf(joint);
-  const TransformValues values = scene_.ValuesAt(
-      id, currentTime_, [&](const std::string& attribute, const std::string& driver) {
-        if (attribute.rfind("jointOrient", 0) == 0) WarnNotEvaluated(id, attribute, driver);
-      });
-  orientation = RotationFromEuler(values.jointOrient, RotateOrder::kXyz);
-  return {};
+  if (!id || scene_.Kind(*id) != NodeKind::kJoint) {
+    status = host::StatusCode::kInvalidParameter;
+    return nullptr;
+  }
+  status = {};
+  return std::make_unique<SceneJoint>(*this, *id);
 }
 
 std::unique_ptr<host::AnimCurve> StandaloneHost::NewAnimCurve() {

@@ -48,8 +48,7 @@ class StandaloneHost : public host::Host {
   host::Status LocalMatrix(const host::Node& transform, host::Matrix& matrix) override;
   host::Transformation Decompose(const host::Matrix& matrix) override;
   std::array<double, 3> EulerAngles(const host::Matrix& matrix) override;
-  host::Status AttachJoint(const host::Node& node) override;
-  host::Status GetOrientation(const host::Node& joint, host::Rotation& orientation) override;
+  std::unique_ptr<host::Joint> AttachJoint(const host::Node& node, host::Status& status) override;
 
   std::unique_ptr<host::AnimCurve> NewAnimCurve() override;
   /// Fails, with the time left alone, when the frame is not finite.
@@ -70,6 +69,7 @@ class StandaloneHost : public host::Host {
                       host::BoxIcon icon) override;
 
  private:
+  class SceneJoint;
   class SceneCurve;
 
   void WarnOnce(const std::string& text);

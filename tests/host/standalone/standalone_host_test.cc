@@ -118,14 +118,16 @@ TEST_F(StandaloneHostTest, EvaluatesAtTheCurrentTime) {
   EXPECT_NEAR(matrix[3][2], 3.0, 1e-12);
   EXPECT_NEAR(matrix[0][1], 1.0, 1e-12);  // the orientation turns x to y
   host::Rotation orientation;
-  ASSERT_TRUE(host_.GetOrientation(NodeAt("|head|jaw"), orientation).ok());
+  host::Status status;
+  ASSERT_TRUE(host_.AttachJoint(NodeAt("|head|jaw"), status)->GetOrientation(orientation).ok());
   EXPECT_NEAR(orientation.w, std::cos(kPi / 4), 1e-12);
   EXPECT_NEAR(orientation.z, std::sin(kPi / 4), 1e-12);
   EXPECT_FALSE(host_.SetCurrentTime(std::numeric_limits<double>::infinity()).ok());
   EXPECT_EQ(host_.CurrentTime(), 5.0);
 
   for (const char* path : {"", "|head|headShape"}) {
-    EXPECT_FALSE(host_.GetOrientation(NodeAt(path), orientation).ok());
+    EXPECT_EQ(host_.AttachJoint(NodeAt(path), status), nullptr);
+    EXPECT_FALSE(status.ok());
     ASSERT_TRUE(host_.LocalMatrix(NodeAt(path), matrix).ok());
     EXPECT_EQ(matrix[0][0] + matrix[1][1] + matrix[2][2] + matrix[3][3], 4.0);
   }
