@@ -23,6 +23,12 @@ if(TARGET lipvane_cli)
   install(TARGETS lipvane_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
 endif()
 
+# A module folder, ready for MAYA_MODULE_PATH.
+if(TARGET lipvane_plugin_file)
+  install(TARGETS lipvane_plugin_file DESTINATION maya/plug-ins COMPONENT plugin)
+  install(FILES ${PROJECT_BINARY_DIR}/plug-ins/lipvane.mod DESTINATION maya COMPONENT plugin)
+endif()
+
 install(EXPORT lipvaneTargets NAMESPACE lipvane:: DESTINATION ${package_dir} COMPONENT development)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/lipvaneConfig.cmake.in
                               ${PROJECT_BINARY_DIR}/package/lipvaneConfig.cmake

@@ -301,6 +301,25 @@ TEST_P(Contract, ImportMakesCurvesOnEveryMatchAndKeysTheLast) {
   EXPECT_EQ(curves.at("|twin|lip.translateX").size(), 1u);
 }
 
+TEST_P(Contract, AChannelThatSomethingElseDrivesIsLeftAloneWithOneWarning) {
+  SceneDescription scene = Face();
+  NodeDescription twin;  // met after the free lip: no key may go to that one either
+  twin.path = "|rig|lip";
+  twin.drivers["rotateX"] = "mixer";
+  scene.push_back(twin);
+  const auto host = Make(scene);
+  const std::string file = WriteLbp({"lip"}, {{{}}, {{}}});
+  EXPECT_TRUE(host->Run("facialAnim", {"-imp", "-lbp", file}));
+  EXPECT_EQ(host->AllShown(), (std::vector<Shown>{{"warning",
+                                                   "|rig|lip.rotateX is driven by mixer (not a "
+                                                   "curve over time): it gets no curve and no keys",
+                                                   ""}}));
+  const auto curves = host->Curves();
+  EXPECT_EQ(curves.count("|rig|lip.rotateX"), 0u);
+  EXPECT_EQ(curves.at("|rig|lip.rotateY").size(), 2u);
+  EXPECT_TRUE(curves.at("|rig|head|jaw|lip.rotateX").empty());
+}
+
 TEST_P(Contract, OnlyJointsAreKeyed) {
   const auto host = Make(Face());
   EXPECT_TRUE(host->Run("facialAnim", {"-imp", "-lbp", WriteLbp({"rig", "skin"}, {{{}, {}}})}));
@@ -357,7 +376,8 @@ TEST_P(Contract, OtherFlagsAreAcceptedAndDoNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosts, Contract,
-                         testing::Values(RecordingHostMaker(), EmbeddedHostMaker()),
+                         testing::Values(RecordingHostMaker(), EmbeddedHostMaker(),
+                                         PluginFileMaker()),
                          [](const auto& host) { return host.param.name; });
 
 }  // namespace

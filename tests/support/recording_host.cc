@@ -133,12 +133,18 @@ class RecordingHost::Curve : public host::AnimCurve {
  public:
   explicit Curve(RecordingHost& host) : host_(host) {}
   host::Status Create(const host::Node& node, const host::Attribute& attribute) override {
-    const auto* name = std::any_cast<std::string>(&attribute.object);
-    const NodeDescription* owner = host_.Describe(node);
-    const std::string channel = (owner != nullptr ? owner->path : "") + "." + (name ? *name : "");
+    const std::string channel = host_.ChannelOf(node, attribute);
     channel_.clear();
     if (host_.Note("Create " + channel)) return host::StatusCode::kFailure;
-    if (owner == nullptr || name == nullptr) return host::StatusCode::kInvalidParameter;
+    if (!node.object.has_value() || !attribute.object.has_value()) {
+      return host::StatusCode::kInvalidParameter;
+    }
+    const std::string driver = host_.DriverOf(channel);
+    if (!driver.empty()) {
+      host_.DisplayWarning(channel + " is driven by " + driver +
+                           " (not a curve over time): it gets no curve and no keys");
+      return host::StatusCode::kFailure;
+    }
     channel_ = channel;
     host_.curves[channel];
     return {};
@@ -176,6 +182,26 @@ bool RecordingHost::Note(const std::string& call) {
 const NodeDescription* RecordingHost::Describe(const host::Node& node) const {
   const auto* place = std::any_cast<std::size_t>(&node.object);
   return place == nullptr ? nullptr : &scene_[*place];
+}
+
+std::string RecordingHost::PathOf(const host::Node& node) const {
+  const NodeDescription* described = Describe(node);
+  return described == nullptr ? std::string() : described->path;
+}
+
+std::string RecordingHost::ChannelOf(const host::Node& node,
+                                     const host::Attribute& attribute) const {
+  const auto* name = std::any_cast<std::string>(&attribute.object);
+  return PathOf(node) + "." + (name == nullptr ? "" : *name);
+}
+
+std::string RecordingHost::DriverOf(const std::string& channel) const {
+  for (const NodeDescription& node : scene_) {
+    for (const auto& [name, driver] : node.drivers) {
+      if (node.path + "." + name == channel) return driver;
+    }
+  }
+  return {};
 }
 
 std::size_t RecordingHost::PlaceOf(const std::string& path) const {

@@ -31,6 +31,12 @@ class RecordingHost : public host::Host {
   void FailCall(std::size_t n) { failing_ = n; }
 
   const std::vector<std::string>& Calls() const { return calls_; }
+  /// "" for the world and the null node.
+  std::string PathOf(const host::Node& node) const;
+  /// "|head|jaw.rotateX".
+  std::string ChannelOf(const host::Node& node, const host::Attribute& attribute) const;
+  /// What drives a channel, in such words, and is no curve; "" when nothing does.
+  std::string DriverOf(const std::string& channel) const;
   std::size_t CallsThatCanFail() const { return canFail_; }
   void ForgetCalls();
 

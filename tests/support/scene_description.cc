@@ -48,6 +48,12 @@ std::string MayaAscii(const SceneDescription& scene) {
     triple("r", node.stand.rotate);
     if (node.type == "joint") triple("jo", node.orient);
   }
+  for (const NodeDescription& node : scene) {
+    for (const auto& [channel, driver] : node.drivers) {
+      out << "createNode multiplyDivide -n \"" << driver << "\";\nconnectAttr \"" << driver
+          << ".ox\" \"" << node.path << '.' << channel << "\";\n";
+    }
+  }
   std::size_t number = 0;
   for (const NodeDescription& node : scene) {
     ++number;

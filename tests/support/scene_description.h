@@ -21,6 +21,8 @@ struct NodeDescription {
   Stand stand;                  ///< without frames
   Triple orient{0, 0, 0};       ///< joint orientation in degrees
   std::map<int, Stand> frames;  ///< keyed stands
+  /// "rotateX" -> the name of a node that drives it and is no curve.
+  std::map<std::string, std::string> drivers;
 };
 
 /// A scene in plain values, from which every host under test makes its own.

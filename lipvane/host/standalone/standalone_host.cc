@@ -4,7 +4,6 @@
 #include <any>
 #include <cmath>
 #include <cstddef>
-#include <optional>
 #include <utility>
 
 #include "lipvane/host/standalone/words.h"
@@ -23,14 +22,8 @@ struct AttributeHandle {
   Channel channel;
 };
 
-std::optional<PathId> IdOf(const host::DagPath& path) {
+std::optional<PathId> PathIdOf(const host::DagPath& path) {
   const auto* handle = std::any_cast<PathHandle>(&path.object);
-  if (handle == nullptr) return std::nullopt;
-  return handle->id;
-}
-
-std::optional<NodeId> IdOf(const host::Node& node) {
-  const auto* handle = std::any_cast<NodeHandle>(&node.object);
   if (handle == nullptr) return std::nullopt;
   return handle->id;
 }
@@ -92,15 +85,15 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
   host::Status Create(const host::Node& node, const host::Attribute& attribute) override {
     attached_ = false;
     const auto id = IdOf(node);
-    const auto* handle = std::any_cast<AttributeHandle>(&attribute.object);
-    if (!id || handle == nullptr || !HasChannels(host_.scene_.Kind(*id))) {
+    const auto channel = ChannelOf(attribute);
+    if (!id || !channel || !HasChannels(host_.scene_.Kind(*id))) {
       return host::StatusCode::kInvalidParameter;
     }
-    if (!host_.AttachCurve(*id, handle->channel)) return host::StatusCode::kFailure;
+    if (!host_.AttachCurve(*id, *channel)) return host::StatusCode::kFailure;
     attached_ = true;
     isKeyed_ = false;
     node_ = *id;
-    channel_ = handle->channel;
+    channel_ = *channel;
     return {};
   }
 
@@ -123,6 +116,18 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
 
 StandaloneHost::StandaloneHost(Scene& scene, MessageSink sink)
     : scene_(scene), sink_(std::move(sink)), currentTime_(scene.StartTime()) {}
+
+std::optional<NodeId> StandaloneHost::IdOf(const host::Node& node) {
+  const auto* handle = std::any_cast<NodeHandle>(&node.object);
+  if (handle == nullptr) return std::nullopt;
+  return handle->id;
+}
+
+std::optional<Channel> StandaloneHost::ChannelOf(const host::Attribute& attribute) {
+  const auto* handle = std::any_cast<AttributeHandle>(&attribute.object);
+  if (handle == nullptr) return std::nullopt;
+  return handle->channel;
+}
 
 std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
   std::vector<PathId> found;
@@ -161,14 +166,14 @@ std::unique_ptr<host::DagIterator> StandaloneHost::NewDagIterator(host::Status& 
 }
 
 host::Status StandaloneHost::AttachDagNode(const host::DagPath& path, host::Node& node) {
-  const auto id = IdOf(path);
+  const auto id = PathIdOf(path);
   if (!id) return host::StatusCode::kInvalidParameter;
   node.object = NodeHandle{scene_.NodeOf(*id)};
   return {};
 }
 
 host::Status StandaloneHost::TransformOf(const host::DagPath& path, host::Node& transform) {
-  const auto id = IdOf(path);
+  const auto id = PathIdOf(path);
   if (!id) return host::StatusCode::kInvalidParameter;
   PathId at = *id;
   while (at != 0 && !HasChannels(scene_.Kind(scene_.NodeOf(at))))

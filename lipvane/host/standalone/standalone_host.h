@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -32,6 +33,10 @@ class StandaloneHost : public host::Host {
   double CurrentTime() const { return currentTime_; }
   /// In the order in which they were selected.
   const std::vector<PathId>& Selection() const { return selection_; }
+
+  /// What this host's handles stand for; nothing for the null node or attribute.
+  static std::optional<NodeId> IdOf(const host::Node& node);
+  static std::optional<Channel> ChannelOf(const host::Attribute& attribute);
 
   /// Every path that the pattern names, in the order of the walk.
   std::vector<PathId> FindPaths(const NamePattern& pattern);

@@ -1,0 +1,24 @@
+#include <maya/MGlobal.h>
+#include <maya/MStatus.h>
+#include <maya/MString.h>
+
+#include <algorithm>
+
+#include "lipvane/host/maya/maya_status.h"
+#include "lipvane/host/maya/message_box.h"
+
+namespace lipvane::maya {
+
+bool IsBatch() {
+  int batch = 1;
+  const host::Status status = ToStatus(MGlobal::executeCommand("about -batch", batch));
+  return !status.ok() || batch != 0;
+}
+
+void PrintMessageLine(const std::string& text, const std::string& title) {
+  std::string line = title + ": " + text;
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  MGlobal::displayInfo(line.c_str());
+}
+
+}  // namespace lipvane::maya

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <maya/MArgList.h>
+#include <maya/MPxCommand.h>
+#include <maya/MString.h>
+#include <maya/MSyntax.h>
+
+#include <exception>
+#include <new>
+#include <string>
+
+#include "lipvane/engine/exception.h"
+#include "lipvane/host/maya/maya_arguments.h"
+#include "lipvane/host/maya/maya_host.h"
+#include "lipvane/host/maya/maya_status.h"
+
+namespace lipvane::maya {
+
+/// One of our commands as a command class of the host: an object an invocation, which the host owns
+/// and deletes. The command goes first, then what it calls the host by.
+template <class Command>
+class MayaCommand : public MPxCommand {
+ public:
+  /// Null when there is no memory.
+  static void* Create() {
+    try {
+      return static_cast<MPxCommand*>(new MayaCommand);
+    } catch (const std::bad_alloc&) {
+      return nullptr;
+    }
+  }
+
+  static MSyntax NewSyntax() { return ToMSyntax(Command::NewSyntax()); }
+
+  /// An exception that is not the engine's becomes an error message and a failure.
+  MStatus doIt(const MArgList& arguments) override {
+    try {
+      return ToMStatus(command_.DoIt(MayaArguments(arguments)));
+    } catch (const TamskException&) {
+      throw;  // deliberate: the engine's failure is for whoever runs the command
+    } catch (const std::bad_alloc&) {
+      displayError("out of memory");
+      return MStatus::kInsufficientMemory;
+    } catch (const std::exception& error) {
+      displayError((std::string("ended by an unexpected error: ") + error.what()).c_str());
+    } catch (...) {
+      displayError("ended by an unknown exception");
+    }
+    return MStatus::kFailure;
+  }
+
+ private:
+  MayaHost host_;
+  Command command_{host_};
+};
+
+}  // namespace lipvane::maya

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <maya/MFnAnimCurve.h>
+#include <maya/MObject.h>
+
+#include "lipvane/host/host.h"
+#include "lipvane/host/maya/maya_handles.h"
+
+namespace lipvane::maya {
+
+class MayaHost;
+
+/// The host's function set for animation curves.
+class MayaCurve : public host::AnimCurve {
+ public:
+  explicit MayaCurve(MayaHost& host) : host_(host) {}
+
+  host::Status Create(const host::Node& node, const host::Attribute& attribute) override;
+  host::Status AddKeyframe(double frame, double value) override;
+
+ private:
+  /// The host makes no curve on a channel that has an input. Takes that input when it is a
+  /// curve over time, else warns.
+  host::Status TakeInput(MObject& node, const AttributeHandle& attribute);
+
+  MayaHost& host_;
+  MFnAnimCurve curve_;
+  bool attached_ = false;  // the function set itself keeps an older curve when a creation fails
+};
+
+}  // namespace lipvane::maya

@@ -1,0 +1,42 @@
+#include "lipvane/host/standalone/scene.h"
+#include "tests/contract/host_under_test.h"
+#include "tests/maya_standin/embedded_maya.h"
+#include "tests/support/embedded_scene.h"
+
+namespace lipvane::test {
+namespace {
+
+class PluginFileUnderTest : public HostUnderTest {
+ public:
+  explicit PluginFileUnderTest(const SceneDescription& scene)
+      : maya_(standalone::Scene::Parse(MayaAscii(scene), "described.ma")) {}
+
+  bool Run(const std::string& command, const std::vector<std::string>& words) override {
+    return maya_.Run(command, words);
+  }
+  std::vector<std::string> Commands() const override {
+    std::vector<std::string> names;
+    for (const auto& [name, command] : maya_.standin.commands)
+      names.push_back(name);
+    return names;
+  }
+  std::vector<Shown> AllShown() const override { return maya_.shown; }
+  std::vector<std::string> Selection() const override { return SelectionOf(maya_.host); }
+  double CurrentTime() const override { return maya_.host.CurrentTime(); }
+  std::map<std::string, std::map<double, double>> Curves() const override {
+    return CurvesOf(maya_.scene);
+  }
+
+ private:
+  EmbeddedMaya maya_;
+};
+
+}  // namespace
+
+HostMaker PluginFileMaker() {
+  return {"PluginFile", [](const SceneDescription& scene) {
+            return std::make_unique<PluginFileUnderTest>(scene);
+          }};
+}
+
+}  // namespace lipvane::test

@@ -1,0 +1,14 @@
+// The stand-in's own declaration; see ../../README.md.
+#pragma once
+
+#include <maya/MArgParser.h>
+
+namespace lipvane_standin {
+
+class MArgDatabase : public MArgParser {
+ public:
+  MArgDatabase(const MSyntax& syntax, const MArgList& args, MStatus* status = nullptr);
+  ~MArgDatabase() override;
+};
+
+}  // namespace lipvane_standin

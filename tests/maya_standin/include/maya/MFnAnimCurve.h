@@ -1,0 +1,41 @@
+// The stand-in's own declaration; see ../../README.md.
+#pragma once
+
+#include <maya/MFnDependencyNode.h>
+#include <maya/MPlug.h>
+#include <maya/MTime.h>
+
+#include <memory>
+
+#include "lipvane/host/host.h"
+
+namespace lipvane_standin {
+
+class MFnAnimCurve : public MFnDependencyNode {
+ public:
+  enum AnimCurveType {
+    kAnimCurveTA = 0,
+    kAnimCurveTL = 1,
+    kAnimCurveTT = 2,
+    kAnimCurveTU = 3,
+    kAnimCurveUA = 4,
+    kAnimCurveUL = 5,
+    kAnimCurveUT = 6,
+    kAnimCurveUU = 7,
+    kAnimCurveUnknown = 8,
+  };
+  MFnAnimCurve();
+  ~MFnAnimCurve() override;
+  MObject create(const MObject& node, const MObject& attribute, MDGModifier* modifier = nullptr,
+                 MStatus* status = nullptr);
+  MObject create(const MObject& node, const MObject& attribute, AnimCurveType type,
+                 MDGModifier* modifier = nullptr, MStatus* status = nullptr);
+  MStatus setObject(MObject& object) override;
+  bool isTimeInput(MStatus* status = nullptr) const;
+  MStatus addKeyframe(const MTime& at, double value, MAnimCurveChange* change = nullptr);
+
+ private:
+  std::unique_ptr<lipvane::host::AnimCurve> curve_;
+};
+
+}  // namespace lipvane_standin

@@ -1,0 +1,27 @@
+// The stand-in's own declaration; see ../../README.md.
+#pragma once
+
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
+#include <maya/MTypes.h>
+
+namespace lipvane_standin {
+
+class MPlugArray;
+
+class MPlug {
+ public:
+  MPlug();
+  MPlug(const MObject& node, const MObject& attribute, MStatus* status = nullptr);
+  MPlug(const MPlug& other);
+  MPlug& operator=(const MPlug& other);
+  ~MPlug();
+  MObject node(MStatus* status = nullptr) const;
+  bool connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status = nullptr) const;
+
+ private:
+  MObject node_;
+  MObject attribute_;
+};
+
+}  // namespace lipvane_standin

@@ -1,0 +1,23 @@
+// The stand-in's own declaration; see ../../README.md.
+#pragma once
+
+#include <maya/MTypes.h>
+
+#include <string>
+
+namespace lipvane_standin {
+
+class MString {
+ public:
+  MString();
+  MString(const char* text);
+  MString(const MString& other);
+  MString& operator=(const MString& other);
+  ~MString();
+  const char* asChar() const;
+
+ private:
+  std::string text_;
+};
+
+}  // namespace lipvane_standin

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "lipvane/host/host.h"
+#include "lipvane/host/standalone/standalone_host.h"
+#include "tests/support/recording_host.h"
+
+namespace lipvane::test {
+
+/// What a channel is driven by.
+struct ChannelInput {
+  enum class Kind { kNone, kLocked, kTimeCurve, kDrivenKey, kOther };
+  Kind kind = Kind::kNone;
+  std::string driver;  ///< the driving node's name
+};
+
+/// A scene that the stand-in shows to a plug-in: a host of ours, and what Maya tells beyond it.
+class StandinScene {
+ public:
+  virtual ~StandinScene() = default;
+  virtual host::Host& Host() = 0;
+  virtual std::string FullPath(const host::Node& node) = 0;
+  virtual ChannelInput InputOf(const host::Node& node, const host::Attribute& attribute) = 0;
+};
+
+class EmbeddedStandinScene : public StandinScene {
+ public:
+  explicit EmbeddedStandinScene(standalone::StandaloneHost& host) : host_(host) {}
+
+  host::Host& Host() override { return host_; }
+  std::string FullPath(const host::Node& node) override;
+  ChannelInput InputOf(const host::Node& node, const host::Attribute& attribute) override;
+
+  /// Drivers that are curves, though not over time. The scene does not tell.
+  std::set<std::string> drivenKeys;
+
+ private:
+  standalone::StandaloneHost& host_;
+};
+
+class RecordingStandinScene : public StandinScene {
+ public:
+  explicit RecordingStandinScene(RecordingHost& host) : host_(host) {}
+
+  host::Host& Host() override { return host_; }
+  std::string FullPath(const host::Node& node) override { return host_.PathOf(node); }
+  ChannelInput InputOf(const host::Node& node, const host::Attribute& attribute) override;
+
+ private:
+  RecordingHost& host_;
+};
+
+}  // namespace lipvane::test
