@@ -11,9 +11,7 @@
 #include <iterator>
 #include <sstream>
 
-#include "tests/contract/host_under_test.h"
-#include "tests/support/lbp_text.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/contract/contract.h"
 
 namespace lipvane::test {
 namespace {
@@ -71,23 +69,6 @@ SceneDescription Face() {
   skin.path = "|rig|head|skin";
   return {rig, head, jaw, lip, skin};
 }
-
-class Contract : public testing::TestWithParam<HostMaker> {
- protected:
-  std::unique_ptr<HostUnderTest> Make(const SceneDescription& scene) {
-    return GetParam().make(scene);
-  }
-  std::string FileOf(const std::string& name) const { return folder_.Path(name); }
-  std::string WriteLbp(const std::vector<std::string>& bones,
-                       const std::vector<std::vector<BoneLine>>& poses) {
-    const std::string fileName = FileOf("given.lbp");
-    std::ofstream(fileName) << LbpText(bones, poses);
-    return fileName;
-  }
-
- private:
-  TemporaryFolder folder_;
-};
 
 TEST_P(Contract, LoadingGivesTheTwoCommands) {
   EXPECT_EQ(Make({})->Commands(), (std::vector<std::string>{"demBonesExportPoses", "facialAnim"}));
@@ -376,8 +357,7 @@ TEST_P(Contract, OtherFlagsAreAcceptedAndDoNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosts, Contract,
-                         testing::Values(RecordingHostMaker(), EmbeddedHostMaker(),
-                                         PluginFileMaker()),
+                         testing::Values(RecordingHostMaker(), EmbeddedHostMaker()),
                          [](const auto& host) { return host.param.name; });
 
 }  // namespace

@@ -35,7 +35,5 @@ struct HostMaker {
 
 HostMaker RecordingHostMaker();
 HostMaker EmbeddedHostMaker();
-/// The plug-in file that users load, in the stand-in of the host's API.
-HostMaker PluginFileMaker();
 
 }  // namespace lipvane::test

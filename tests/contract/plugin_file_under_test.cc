@@ -1,5 +1,5 @@
 #include "lipvane/host/standalone/scene.h"
-#include "tests/contract/host_under_test.h"
+#include "tests/contract/contract.h"
 #include "tests/maya_standin/embedded_maya.h"
 #include "tests/support/embedded_scene.h"
 
@@ -9,7 +9,7 @@ namespace {
 class PluginFileUnderTest : public HostUnderTest {
  public:
   explicit PluginFileUnderTest(const SceneDescription& scene)
-      : maya_(standalone::Scene::Parse(MayaAscii(scene), "described.ma")) {}
+      : scene_(standalone::Scene::Parse(MayaAscii(scene), "described.ma")), maya_(scene_) {}
 
   bool Run(const std::string& command, const std::vector<std::string>& words) override {
     return maya_.Run(command, words);
@@ -24,19 +24,22 @@ class PluginFileUnderTest : public HostUnderTest {
   std::vector<std::string> Selection() const override { return SelectionOf(maya_.host); }
   double CurrentTime() const override { return maya_.host.CurrentTime(); }
   std::map<std::string, std::map<double, double>> Curves() const override {
-    return CurvesOf(maya_.scene);
+    return CurvesOf(scene_);
   }
 
  private:
+  standalone::Scene scene_;
   EmbeddedMaya maya_;
 };
 
+// The file that users load, in the stand-in of the host's API.
+INSTANTIATE_TEST_SUITE_P(PluginFile, Contract,
+                         testing::Values(HostMaker{"PluginFile",
+                                                   [](const SceneDescription& scene) {
+                                                     return std::make_unique<PluginFileUnderTest>(
+                                                         scene);
+                                                   }}),
+                         [](const auto& host) { return host.param.name; });
+
 }  // namespace
-
-HostMaker PluginFileMaker() {
-  return {"PluginFile", [](const SceneDescription& scene) {
-            return std::make_unique<PluginFileUnderTest>(scene);
-          }};
-}
-
 }  // namespace lipvane::test

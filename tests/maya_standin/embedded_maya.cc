@@ -1,14 +1,11 @@
 #include "tests/maya_standin/embedded_maya.h"
 
-#include <utility>
-
 #include "tests/support/embedded_scene.h"
 
 namespace lipvane::test {
 
-EmbeddedMaya::EmbeddedMaya(standalone::Scene opened)
-    : scene(std::move(opened)),
-      host(scene, [this](const standalone::Message& m) { shown.push_back(AsShown(m)); }),
+EmbeddedMaya::EmbeddedMaya(standalone::Scene& scene)
+    : host(scene, [this](const standalone::Message& m) { shown.push_back(AsShown(m)); }),
       file_(LIPVANE_PLUGIN_FILE) {
   file_.Initialize();
 }

@@ -16,7 +16,8 @@ namespace lipvane::test {
 /// Maya as far as the stand-in goes, with the embedded scene open and the plug-in file loaded.
 class EmbeddedMaya {
  public:
-  explicit EmbeddedMaya(standalone::Scene opened);
+  /// The scene must outlive this.
+  explicit EmbeddedMaya(standalone::Scene& scene);
   EmbeddedMaya(const EmbeddedMaya&) = delete;
   EmbeddedMaya& operator=(const EmbeddedMaya&) = delete;
   ~EmbeddedMaya();
@@ -25,7 +26,6 @@ class EmbeddedMaya {
   bool Run(const std::string& command, const std::vector<std::string>& words);
 
   std::vector<Shown> shown;
-  standalone::Scene scene;
   standalone::StandaloneHost host;
   EmbeddedStandinScene standinScene{host};
   Standin standin{standinScene};

@@ -150,8 +150,8 @@ class RecordingHost::Curve : public host::AnimCurve {
     return {};
   }
   host::Status AddKeyframe(double frame, double value) override {
-    if (host_.Note("AddKeyframe " + channel_)) return host::StatusCode::kFailure;
     if (channel_.empty()) return host::StatusCode::kFailure;
+    if (host_.Note("AddKeyframe " + channel_)) return host::StatusCode::kFailure;
     host_.curves[channel_][frame] = value;
     return {};
   }

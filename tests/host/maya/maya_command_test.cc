@@ -1,0 +1,82 @@
+// What becomes of an exception that leaves a command.
+
+#include "lipvane/host/maya/maya_command.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+#include "tests/maya_standin/standin.h"
+
+namespace lipvane::maya {
+namespace {
+
+using test::Shown;
+
+/// Does what its first argument says.
+class Thrower {
+ public:
+  explicit Thrower(host::Host& /*host*/) {}
+  static host::Syntax NewSyntax() { return {}; }
+  static host::Status DoIt(const host::Arguments& arguments) {
+    std::string what;
+    arguments.AsString(0, what);
+    if (what == "engine") throw TamskException{"trail -> "};
+    if (what == "memory") throw std::bad_alloc();
+    if (what == "standard") throw std::runtime_error("no such thing");
+    if (what == "other") throw 7;
+    return host::StatusCode::kInvalidParameter;
+  }
+};
+
+class Homeless {
+ public:
+  explicit Homeless(host::Host& /*host*/) { throw std::bad_alloc(); }
+  static host::Syntax NewSyntax() { return {}; }
+  static host::Status DoIt(const host::Arguments& /*arguments*/) { return {}; }
+};
+
+class MayaCommandTest : public testing::Test {
+ protected:
+  static MStatus::MStatusCode Run(const char* what) {
+    MArgList arguments;
+    arguments.addArg(what);
+    const std::unique_ptr<MPxCommand> command(
+        static_cast<MPxCommand*>(MayaCommand<Thrower>::Create()));
+    return command->doIt(arguments).statusCode();
+  }
+
+  test::RecordingHost host_{{}};
+  test::RecordingStandinScene scene_{host_};
+  test::Standin standin_{scene_};
+};
+
+TEST_F(MayaCommandTest, ExceptionsBecomeMessagesAndFailures) {
+  EXPECT_EQ(Run("nothing"), MStatus::kInvalidParameter);
+  EXPECT_EQ(Run("memory"), MStatus::kInsufficientMemory);
+  EXPECT_EQ(Run("standard"), MStatus::kFailure);
+  EXPECT_EQ(Run("other"), MStatus::kFailure);
+  EXPECT_EQ(host_.shown,
+            (std::vector<Shown>{{"error", "out of memory", ""},
+                                {"error", "ended by an unexpected error: no such thing", ""},
+                                {"error", "ended by an unknown exception", ""}}));
+}
+
+TEST_F(MayaCommandTest, TheEnginesOwnExceptionPasses) {
+  try {
+    Run("engine");
+    FAIL() << "nothing was thrown";
+  } catch (const TamskException& error) {
+    EXPECT_EQ(error.message, "trail -> ");
+  }
+  EXPECT_TRUE(host_.shown.empty());
+}
+
+TEST_F(MayaCommandTest, ACommandThereIsNoMemoryForIsNull) {
+  EXPECT_EQ(MayaCommand<Homeless>::Create(), nullptr);
+}
+
+}  // namespace
+}  // namespace lipvane::maya

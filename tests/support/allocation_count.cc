@@ -1,0 +1,57 @@
+#include "tests/support/allocation_count.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<std::ptrdiff_t> live{0};
+
+void* Allocate(std::size_t size) {
+  void* memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) throw std::bad_alloc();
+  ++live;
+  return memory;
+}
+
+void Free(void* memory) {
+  if (memory != nullptr) --live;
+  std::free(memory);
+}
+
+}  // namespace
+
+// The other forms come down to these, but for those that sanitizers bring and keep to themselves.
+void* operator new(std::size_t size) {
+  return Allocate(size);
+}
+void operator delete(void* memory) noexcept {
+  Free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+  Free(memory);
+}
+void* operator new[](std::size_t size) {
+  return Allocate(size);
+}
+void operator delete[](void* memory) noexcept {
+  Free(memory);
+}
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+  Free(memory);
+}
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return Allocate(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
+  Free(memory);
+}
+
+std::ptrdiff_t lipvane::test::LiveAllocations() {
+  return live;
+}
