@@ -7,17 +7,24 @@
 #   MAYA_LIBRARIES   what is linked; empty when the host resolves its symbols itself
 function(lipvane_find_maya devkit)
   cmake_path(ABSOLUTE_PATH devkit BASE_DIRECTORY ${CMAKE_BINARY_DIR} NORMALIZE)
+  string(REGEX REPLACE "/$" "" devkit ${devkit})
   cmake_path(APPEND devkit include OUTPUT_VARIABLE include)
   if(NOT EXISTS ${include}/maya/MTypes.h)
     set(hint)
     foreach(around .. ../.. devkit devkitBase Maya.app/Contents)
       cmake_path(ABSOLUTE_PATH around BASE_DIRECTORY ${devkit} NORMALIZE OUTPUT_VARIABLE other)
+      string(REGEX REPLACE "/$" "" other ${other})
       if(EXISTS ${other}/include/maya/MTypes.h)
         set(hint " Did you mean ${other}?")
       endif()
     endforeach()
     message(FATAL_ERROR "MAYA_DEVKIT: there is no include/maya/MTypes.h in ${devkit}. It must be the "
                         "folder of Maya's devkit, or of Maya where that has the headers.${hint}")
+  endif()
+
+  if(devkit STREQUAL "${PROJECT_SOURCE_DIR}/tests/maya_standin")
+    message(FATAL_ERROR "MAYA_DEVKIT: ${devkit} is the stand-in of this project's own tests. A "
+                        "plug-in that is built with it loads into no Maya.")
   endif()
 
   file(STRINGS ${include}/maya/MTypes.h line
