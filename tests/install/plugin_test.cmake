@@ -2,13 +2,7 @@
 # installs the module folder; then against the headers changed to look like those of an old release.
 cmake_minimum_required(VERSION 3.21)
 
-function(run what)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE text ERROR_VARIABLE text)
-  if(NOT result EQUAL 0)
-    message(FATAL_ERROR "${what} failed (${result}):\n${text}")
-  endif()
-  set(output "${text}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
 
 function(expect_in text part)
   string(REGEX REPLACE "[ \n]+" " " flat "${text}")
