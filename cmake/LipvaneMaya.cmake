@@ -70,7 +70,8 @@ function(lipvane_find_maya devkit)
   message(STATUS "Maya ${release}, API ${api}, in ${devkit}${note}")
 endfunction()
 
-# The host's headers for a target, with the definitions that they ask for.
+# The host's headers for a target, with the definitions that they ask for. Our own code is C++17
+# whatever a release's is; the headers are known to compile so with the compiler's extensions.
 function(lipvane_use_maya target)
   target_include_directories(${target} SYSTEM PUBLIC ${MAYA_INCLUDE_DIR})
   if(WIN32)
@@ -85,11 +86,14 @@ function(lipvane_use_maya target)
     endif()
   else()
     set(definitions _BOOL LINUX)
-    if(MAYA_RELEASE VERSION_LESS 2018)
-      list(APPEND definitions UNIX FUNCPROTO LINUX_64 Bits64_ REQUIRE_IOSTREAM)
+    if(MAYA_RELEASE VERSION_LESS 2016)
+      list(APPEND definitions REQUIRE_IOSTREAM)
+    elseif(MAYA_RELEASE VERSION_LESS 2018)
+      list(APPEND definitions REQUIRE_IOSTREAM UNIX FUNCPROTO LINUX_64 Bits64_)
     endif()
   endif()
   target_compile_definitions(${target} PUBLIC ${definitions})
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS ON)
 endfunction()
 
 # The name, the exported symbols and the libraries of a plug-in file.

@@ -139,7 +139,7 @@ host::Node MayaHost::ParentOf(const host::Node& node, unsigned index) {
 host::Attribute MayaHost::FindAttribute(const host::Node& node, const std::string& name) {
   MObject object = ObjectOf(node);
   MStatus status;
-  const MObject attribute = MFnDependencyNode(object).attribute(name.c_str(), &status);
+  const MObject attribute = MFnDependencyNode(object).attribute(MString(name.c_str()), &status);
   if (!ToStatus(status).ok()) return {};
   return {AttributeHandle{attribute, name}};
 }
