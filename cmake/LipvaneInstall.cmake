@@ -26,7 +26,7 @@ endif()
 # A module folder, ready for MAYA_MODULE_PATH.
 if(TARGET lipvane_plugin_file)
   install(TARGETS lipvane_plugin_file DESTINATION maya/plug-ins COMPONENT plugin)
-  install(FILES ${PROJECT_BINARY_DIR}/plug-ins/lipvane.mod DESTINATION maya COMPONENT plugin)
+  install(FILES ${LIPVANE_MODULE_FOLDER}/lipvane.mod DESTINATION maya COMPONENT plugin)
 endif()
 
 install(EXPORT lipvaneTargets NAMESPACE lipvane:: DESTINATION ${package_dir} COMPONENT development)

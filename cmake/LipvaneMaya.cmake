@@ -3,17 +3,16 @@
 # Finds the host in the folder that holds include/maya, and sets for the caller
 #   MAYA_INCLUDE_DIR
 #   MAYA_RELEASE     2024, or 6.0 before releases had years
-#   MAYA_API         the number that stands in the headers, 20240200
 #   MAYA_LIBRARIES   what is linked; empty when the host resolves its symbols itself
 function(lipvane_find_maya devkit)
   cmake_path(ABSOLUTE_PATH devkit BASE_DIRECTORY ${CMAKE_BINARY_DIR} NORMALIZE)
-  string(REGEX REPLACE "/$" "" devkit ${devkit})
+  string(REGEX REPLACE "(.)/$" "\\1" devkit "${devkit}")
   cmake_path(APPEND devkit include OUTPUT_VARIABLE include)
   if(NOT EXISTS ${include}/maya/MTypes.h)
     set(hint)
     foreach(around .. ../.. devkit devkitBase Maya.app/Contents)
-      cmake_path(ABSOLUTE_PATH around BASE_DIRECTORY ${devkit} NORMALIZE OUTPUT_VARIABLE other)
-      string(REGEX REPLACE "/$" "" other ${other})
+      cmake_path(ABSOLUTE_PATH around BASE_DIRECTORY "${devkit}" NORMALIZE OUTPUT_VARIABLE other)
+      string(REGEX REPLACE "(.)/$" "\\1" other "${other}")
       if(EXISTS ${other}/include/maya/MTypes.h)
         set(hint " Did you mean ${other}?")
       endif()
@@ -42,6 +41,7 @@ function(lipvane_find_maya devkit)
   endif()
 
   set(libraries)
+  set(missing)
   foreach(name OpenMaya OpenMayaAnim Foundation)
     find_library(maya_${name} ${name} NO_CACHE NO_DEFAULT_PATH
                  PATHS ${devkit}/lib ${devkit}/Maya.app/Contents/MacOS ${devkit}/MacOS)
@@ -61,7 +61,6 @@ function(lipvane_find_maya devkit)
 
   set(MAYA_INCLUDE_DIR ${include} PARENT_SCOPE)
   set(MAYA_RELEASE ${release} PARENT_SCOPE)
-  set(MAYA_API ${api} PARENT_SCOPE)
   set(MAYA_LIBRARIES "${libraries}" PARENT_SCOPE)
   set(note)
   if(release VERSION_LESS 2022)
@@ -75,7 +74,9 @@ endfunction()
 function(lipvane_use_maya target)
   target_include_directories(${target} SYSTEM PUBLIC ${MAYA_INCLUDE_DIR})
   if(WIN32)
-    set(definitions NT_PLUGIN _BOOL _USRDLL _HAS_ITERATOR_DEBUGGING=0 _CRT_SECURE_NO_DEPRECATE)
+    # In a debug build the libraries of the rooms would not go together with the third.
+    set(definitions NT_PLUGIN _BOOL $<$<NOT:$<CONFIG:Debug>>:_HAS_ITERATOR_DEBUGGING=0> _USRDLL
+                    _CRT_SECURE_NO_DEPRECATE)
     if(MAYA_RELEASE VERSION_LESS 2018)
       list(APPEND definitions _SECURE_SCL=0 Bits64_)
     endif()
@@ -93,21 +94,27 @@ function(lipvane_use_maya target)
     endif()
   endif()
   target_compile_definitions(${target} PUBLIC ${definitions})
-  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS ON)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS ON CXX_VISIBILITY_PRESET hidden
+                                             VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-# The name, the exported symbols and the libraries of a plug-in file.
-function(lipvane_plugin_file target output_folder)
+# The name, the exported symbols and the libraries of a plug-in file, which is put into a module
+# folder: plug-ins/ and beside it the module file. The host passes over modules of other releases
+# and platforms.
+function(lipvane_plugin_file target module_folder)
   set_target_properties(${target} PROPERTIES
-                        OUTPUT_NAME lipvane PREFIX "" DEBUG_POSTFIX ""
+                        OUTPUT_NAME lipvane PREFIX "" DEBUG_POSTFIX "" CXX_EXTENSIONS ON
                         CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
-                        LIBRARY_OUTPUT_DIRECTORY ${output_folder}$<0:>)
+                        # The empty expression keeps some generators from adding a folder.
+                        LIBRARY_OUTPUT_DIRECTORY ${module_folder}/plug-ins$<0:>)
   target_link_libraries(${target} PRIVATE ${MAYA_LIBRARIES})
   set(symbols ${CMAKE_CURRENT_SOURCE_DIR}/exported_symbols.map)
   if(WIN32)
+    set(platform win64)
     set_target_properties(${target} PROPERTIES SUFFIX .mll)
     target_link_options(${target} PRIVATE /export:initializePlugin /export:uninitializePlugin)
   elseif(APPLE)
+    set(platform mac)
     set_target_properties(${target} PROPERTIES SUFFIX .bundle)
     target_link_options(${target} PRIVATE
                         "LINKER:-exported_symbol,__Z16initializePlugin*"
@@ -115,22 +122,11 @@ function(lipvane_plugin_file target output_folder)
                         "LINKER:-exported_symbol,_MApiVersion"
                         "LINKER:-undefined,dynamic_lookup")
   else()
+    set(platform linux)
     set_target_properties(${target} PROPERTIES SUFFIX .so LINK_DEPENDS ${symbols})
     target_link_options(${target} PRIVATE LINKER:--version-script=${symbols} LINKER:-Bsymbolic
                                           LINKER:--exclude-libs,ALL)
   endif()
-endfunction()
-
-# The module file, which lies beside plug-ins/. The host passes over modules of other releases and
-# platforms.
-function(lipvane_module_file file)
-  if(WIN32)
-    set(platform win64)
-  elseif(APPLE)
-    set(platform mac)
-  else()
-    set(platform linux)
-  endif()
-  file(CONFIGURE OUTPUT ${file} @ONLY CONTENT
+  file(CONFIGURE OUTPUT ${module_folder}/lipvane.mod @ONLY CONTENT
        "+ MAYAVERSION:@MAYA_RELEASE@ PLATFORM:@platform@ lipvane @PROJECT_VERSION@ .\n")
 endfunction()

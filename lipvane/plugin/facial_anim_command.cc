@@ -53,7 +53,7 @@ void FacialAnimCommand::CollectExpressionNames(const host::Arguments& arguments)
 host::Status FacialAnimCommand::DoIt(const host::Arguments& arguments) {
   const host::Status parsed = ParseArgs(arguments);
   if (!parsed.ok()) {
-    std::fputs("parseArgs", stderr);
+    std::fputs("parseArgs", stderr);  // std::cerr would have a constructor run at loading
     return parsed;
   }
   if (importFlag_ != 0) {

@@ -24,8 +24,7 @@ BoneBaker::BoneBaker(host::Host& host, const DagSearch& search, const std::strin
     lastNode = node;
   });
   host::Status status;
-  host_.AttachJoint(lastNode, status);
-  hasJoint_ = status.ok();
+  hasJoint_ = host_.AttachJoint(lastNode, status) != nullptr;
   if (hasJoint_) BindBone(host_, boneName, lastPath, lastNode, kPosedChannelCount, bone_);
 }
 

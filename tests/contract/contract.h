@@ -16,9 +16,7 @@ namespace lipvane::test {
 /// What both commands do in any host; each host takes the suite on where it is made.
 class Contract : public testing::TestWithParam<HostMaker> {
  protected:
-  std::unique_ptr<HostUnderTest> Make(const SceneDescription& scene) {
-    return GetParam().make(scene);
-  }
+  std::unique_ptr<HostUnderTest> Make(const SceneDescription& scene) { return GetParam()(scene); }
   std::string FileOf(const std::string& name) const { return folder_.Path(name); }
   std::string WriteLbp(const std::vector<std::string>& bones,
                        const std::vector<std::vector<BoneLine>>& poses) {

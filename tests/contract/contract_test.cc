@@ -70,10 +70,6 @@ SceneDescription Face() {
   return {rig, head, jaw, lip, skin};
 }
 
-TEST_P(Contract, LoadingGivesTheTwoCommands) {
-  EXPECT_EQ(Make({})->Commands(), (std::vector<std::string>{"demBonesExportPoses", "facialAnim"}));
-}
-
 TEST_P(Contract, ExportWritesSkeletonAndPosesAndGoesBackToFrameZero) {
   const auto host = Make(Face());
   const std::string file = FileOf("face.lbp");
@@ -355,10 +351,6 @@ TEST_P(Contract, OtherFlagsAreAcceptedAndDoNothing) {
   EXPECT_TRUE(host->AllShown().empty());
   EXPECT_EQ(host->CurrentTime(), 1.0);
 }
-
-INSTANTIATE_TEST_SUITE_P(Hosts, Contract,
-                         testing::Values(RecordingHostMaker(), EmbeddedHostMaker()),
-                         [](const auto& host) { return host.param.name; });
 
 }  // namespace
 }  // namespace lipvane::test

@@ -1,7 +1,7 @@
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/plugin/registration.h"
-#include "tests/contract/host_under_test.h"
+#include "tests/contract/contract.h"
 #include "tests/support/embedded_scene.h"
 
 namespace lipvane::test {
@@ -21,13 +21,6 @@ class EmbeddedHostUnderTest : public HostUnderTest {
     line.insert(line.end(), words.begin(), words.end());
     return interpreter_.Run(line).status.ok();
   }
-  std::vector<std::string> Commands() const override {
-    std::vector<std::string> names;
-    for (const std::string& name : interpreter_.CommandNames()) {
-      if (name != "select" && name != "currentTime") names.push_back(name);
-    }
-    return names;
-  }
   std::vector<Shown> AllShown() const override { return shown_; }
   std::vector<std::string> Selection() const override {
     return SelectionOf(interpreter_.GetHost());
@@ -43,12 +36,7 @@ class EmbeddedHostUnderTest : public HostUnderTest {
   standalone::Interpreter interpreter_;
 };
 
+INSTANTIATE_TEST_SUITE_P(Embedded, Contract, testing::Values(&MakeHost<EmbeddedHostUnderTest>));
+
 }  // namespace
-
-HostMaker EmbeddedHostMaker() {
-  return {"Embedded", [](const SceneDescription& scene) {
-            return std::make_unique<EmbeddedHostUnderTest>(scene);
-          }};
-}
-
 }  // namespace lipvane::test

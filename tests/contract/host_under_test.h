@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -17,7 +16,6 @@ class HostUnderTest {
   virtual ~HostUnderTest() = default;
   /// Runs a command by name with its words; true when it succeeded.
   virtual bool Run(const std::string& command, const std::vector<std::string>& words) = 0;
-  virtual std::vector<std::string> Commands() const = 0;
   /// Everything shown so far.
   virtual std::vector<Shown> AllShown() const = 0;
   /// Full paths, in selection order.
@@ -27,13 +25,12 @@ class HostUnderTest {
   virtual std::map<std::string, std::map<double, double>> Curves() const = 0;
 };
 
-/// How one kind of host is made from a described scene.
-struct HostMaker {
-  std::string name;
-  std::function<std::unique_ptr<HostUnderTest>(const SceneDescription&)> make;
-};
+/// Makes one kind of host from a described scene.
+using HostMaker = std::unique_ptr<HostUnderTest> (*)(const SceneDescription&);
 
-HostMaker RecordingHostMaker();
-HostMaker EmbeddedHostMaker();
+template <class Host>
+std::unique_ptr<HostUnderTest> MakeHost(const SceneDescription& scene) {
+  return std::make_unique<Host>(scene);
+}
 
 }  // namespace lipvane::test

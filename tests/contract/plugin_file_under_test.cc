@@ -14,12 +14,6 @@ class PluginFileUnderTest : public HostUnderTest {
   bool Run(const std::string& command, const std::vector<std::string>& words) override {
     return maya_.Run(command, words);
   }
-  std::vector<std::string> Commands() const override {
-    std::vector<std::string> names;
-    for (const auto& [name, command] : maya_.standin.commands)
-      names.push_back(name);
-    return names;
-  }
   std::vector<Shown> AllShown() const override { return maya_.shown; }
   std::vector<std::string> Selection() const override { return SelectionOf(maya_.host); }
   double CurrentTime() const override { return maya_.host.CurrentTime(); }
@@ -33,13 +27,7 @@ class PluginFileUnderTest : public HostUnderTest {
 };
 
 // The file that users load, in the stand-in of the host's API.
-INSTANTIATE_TEST_SUITE_P(PluginFile, Contract,
-                         testing::Values(HostMaker{"PluginFile",
-                                                   [](const SceneDescription& scene) {
-                                                     return std::make_unique<PluginFileUnderTest>(
-                                                         scene);
-                                                   }}),
-                         [](const auto& host) { return host.param.name; });
+INSTANTIATE_TEST_SUITE_P(PluginFile, Contract, testing::Values(&MakeHost<PluginFileUnderTest>));
 
 }  // namespace
 }  // namespace lipvane::test

@@ -1,61 +1,17 @@
-#include <algorithm>
-
-#include "lipvane/host/command.h"
-#include "lipvane/plugin/registration.h"
-#include "tests/contract/host_under_test.h"
+#include "lipvane/plugin/export_poses_command.h"
+#include "lipvane/plugin/facial_anim_command.h"
+#include "tests/contract/contract.h"
 
 namespace lipvane::test {
 namespace {
 
-struct Entry {
-  std::string name;
-  host::CommandCreator creator;
-};
-
-class Registry : public host::CommandRegistry {
- public:
-  explicit Registry(std::vector<Entry>& entries) : entries_(entries) {}
-  host::Status RegisterCommand(const std::string& name, host::CommandCreator creator,
-                               host::SyntaxFunction /*syntax*/) override {
-    entries_.push_back({name, creator});
-    return {};
-  }
-  host::Status DeregisterCommand(const std::string& /*name*/) override { return {}; }
-
- private:
-  std::vector<Entry>& entries_;
-};
-
-class Loader : public host::PluginLoader {
- public:
-  explicit Loader(std::vector<Entry>& entries) : entries_(entries) {}
-  std::unique_ptr<host::CommandRegistry> OpenRegistry(const std::string& /*vendor*/,
-                                                      const std::string& /*version*/,
-                                                      const std::string& /*api*/) override {
-    return std::make_unique<Registry>(entries_);
-  }
-
- private:
-  std::vector<Entry>& entries_;
-};
-
 class RecordingHostUnderTest : public HostUnderTest {
  public:
-  explicit RecordingHostUnderTest(const SceneDescription& scene) : host_(scene) {
-    Loader loader(commands_);
-    plugin::InitializePlugin(loader);
-  }
+  explicit RecordingHostUnderTest(const SceneDescription& scene) : host_(scene) {}
 
   bool Run(const std::string& command, const std::vector<std::string>& words) override {
-    const auto entry = std::find_if(commands_.begin(), commands_.end(),
-                                    [&](const Entry& e) { return e.name == command; });
-    return entry->creator(host_)->DoIt(Words(words)).ok();
-  }
-  std::vector<std::string> Commands() const override {
-    std::vector<std::string> names;
-    for (const Entry& entry : commands_)
-      names.push_back(entry.name);
-    return names;
+    return command == "facialAnim" ? plugin::FacialAnimCommand(host_).DoIt(Words(words)).ok()
+                                   : plugin::ExportPosesCommand(host_).DoIt(Words(words)).ok();
   }
   std::vector<Shown> AllShown() const override { return host_.shown; }
   std::vector<std::string> Selection() const override { return host_.selection; }
@@ -64,15 +20,9 @@ class RecordingHostUnderTest : public HostUnderTest {
 
  private:
   RecordingHost host_;
-  std::vector<Entry> commands_;
 };
 
+INSTANTIATE_TEST_SUITE_P(Recording, Contract, testing::Values(&MakeHost<RecordingHostUnderTest>));
+
 }  // namespace
-
-HostMaker RecordingHostMaker() {
-  return {"Recording", [](const SceneDescription& scene) {
-            return std::make_unique<RecordingHostUnderTest>(scene);
-          }};
-}
-
 }  // namespace lipvane::test

@@ -12,7 +12,6 @@
 namespace lipvane_standin {
 
 MArgList::MArgList() = default;
-MArgList::~MArgList() = default;
 unsigned int MArgList::length(MStatus* status) const {
   standin::Answer(status, MStatus::kSuccess);
   return static_cast<unsigned int>(args_.size());
@@ -27,9 +26,6 @@ MStatus MArgList::addArg(const MString& arg) {
 }
 
 MSyntax::MSyntax() = default;
-MSyntax::MSyntax(const MSyntax& other) = default;
-MSyntax& MSyntax::operator=(const MSyntax& other) = default;
-MSyntax::~MSyntax() = default;
 MStatus MSyntax::addFlag(const char* shortName, const char* longName, MArgType argType1,
                          MArgType /*argType2*/, MArgType /*argType3*/, MArgType /*argType4*/,
                          MArgType /*argType5*/, MArgType /*argType6*/) {

@@ -35,14 +35,10 @@ MObject DriverOf(const ChannelInput& input, const MObject& node, const MObject& 
 
 }  // namespace
 
-MPlug::MPlug() = default;
 MPlug::MPlug(const MObject& node, const MObject& attribute, MStatus* status)
     : node_(node), attribute_(attribute) {
   Answer(status, MStatus::kSuccess);
 }
-MPlug::MPlug(const MPlug& other) = default;
-MPlug& MPlug::operator=(const MPlug& other) = default;
-MPlug::~MPlug() = default;
 MObject MPlug::node(MStatus* status) const {
   Answer(status, MStatus::kSuccess);
   return node_;
@@ -59,7 +55,6 @@ bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool /*asSrc*/, MStatus* 
 }
 
 MPlugArray::MPlugArray() = default;
-MPlugArray::~MPlugArray() = default;
 unsigned int MPlugArray::length() const {
   return static_cast<unsigned int>(plugs_.size());
 }

@@ -142,7 +142,6 @@ MItDag::MItDag(TraversalType type, MFn::Type filter, MStatus* status) {
   iterator_ = Host().NewDagIterator(begun);
   Answer(status, ToMStatus(begun));
 }
-MItDag::~MItDag() = default;
 bool MItDag::isDone(MStatus* status) const {
   Answer(status, MStatus::kSuccess);
   return iterator_ == nullptr || iterator_->IsDone();

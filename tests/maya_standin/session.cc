@@ -58,7 +58,6 @@ MStatus MAnimControl::setCurrentTime(const MTime& time) {
 }
 
 MSelectionList::MSelectionList() : length_(0) {}
-MSelectionList::~MSelectionList() = default;
 unsigned int MSelectionList::length(MStatus* status) const {
   standin::Answer(status, MStatus::kSuccess);
   return length_;

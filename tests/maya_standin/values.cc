@@ -26,26 +26,17 @@ void MStatus::perror(const char* label) const {
 
 MString::MString() = default;
 MString::MString(const char* text) : text_(text) {}
-MString::MString(const MString& other) = default;
-MString& MString::operator=(const MString& other) = default;
-MString::~MString() = default;
 const char* MString::asChar() const {
   return text_.c_str();
 }
 
 MObject::MObject() = default;
-MObject::MObject(const MObject& other) = default;
-MObject& MObject::operator=(const MObject& other) = default;
-MObject::~MObject() = default;
 MObject::MObject(Content content) : content_(std::move(content)) {}
 bool MObject::isNull() const {
   return content_ == nullptr;
 }
 
 MDagPath::MDagPath() = default;
-MDagPath::MDagPath(const MDagPath& other) = default;
-MDagPath& MDagPath::operator=(const MDagPath& other) = default;
-MDagPath::~MDagPath() = default;
 MDagPath::MDagPath(MObject::Content content) : content_(std::move(content)) {}
 
 // The unit is that of the time line, and the value is 1 until it is set.

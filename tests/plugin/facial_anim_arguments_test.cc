@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "lipvane/plugin/export_poses_command.h"
 #include "lipvane/plugin/facial_anim_command.h"
 #include "tests/support/recording_host.h"
 
@@ -9,22 +8,6 @@ namespace {
 
 using test::RecordingHost;
 using test::Words;
-
-std::string Describe(const host::Syntax& syntax) {
-  std::string text;
-  for (const host::Flag& flag : syntax.Flags()) {
-    text += flag.shortName + flag.longName + std::to_string(static_cast<int>(flag.argument)) +
-            (flag.multiUse ? "* " : " ");
-  }
-  return text;
-}
-
-TEST(Arguments, SyntaxesInTheirOrder) {
-  EXPECT_EQ(Describe(FacialAnimCommand::NewSyntax()),
-            "-m-morph1 -lbp-lbpfile5 -ltf-ltffile5 -exp-expression5* -imp-import1 -sel-select1 ");
-  EXPECT_EQ(Describe(ExportPosesCommand::NewSyntax()),
-            "-bl-bones5 -hb-headbone5 -lbp-lbpfile5 -np-numposes3 -map-mapping5 ");
-}
 
 TEST(Arguments, EveryFlagReachesItsField) {
   RecordingHost host({});

@@ -44,58 +44,6 @@ bool IsChannel(const std::string& name) {
   return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
 }
 
-class Database : public host::ArgDatabase {
- public:
-  Database(const host::Syntax& syntax, const host::Arguments& arguments) : syntax_(syntax) {
-    for (unsigned i = 0; i < arguments.Length(); ++i) {
-      std::string word;
-      arguments.AsString(i, word);
-      const host::Flag* flag = syntax_.Find(word);
-      if (flag == nullptr) continue;
-      Use use{flag->shortName, {}};
-      if (flag->argument != host::ArgType::kNoArg && i + 1 < arguments.Length()) {
-        std::string value;
-        arguments.AsString(++i, value);
-        use.value = value;
-      }
-      uses_.push_back(use);
-    }
-  }
-
-  host::Status GetFlagArgument(const std::string& flag, unsigned index,
-                               std::string& value) const override {
-    const Use* use = FirstUse(flag);
-    if (use == nullptr || !use->value || index != 0) return host::StatusCode::kFailure;
-    value = *use->value;
-    return {};
-  }
-  host::Status GetFlagArgument(const std::string& flag, unsigned index, int& value) const override {
-    std::string text;
-    const host::Status status = GetFlagArgument(flag, index, text);
-    if (status.ok()) value = std::stoi(text);
-    return status;
-  }
-  bool IsFlagSet(const std::string& flag) const override { return FirstUse(flag) != nullptr; }
-  unsigned NumberOfFlagUses(const std::string& flag) const override {
-    return static_cast<unsigned>(std::count_if(
-        uses_.begin(), uses_.end(), [&](const Use& use) { return use.shortName == flag; }));
-  }
-
- private:
-  struct Use {
-    std::string shortName;
-    std::optional<std::string> value;
-  };
-  const Use* FirstUse(const std::string& flag) const {
-    const auto use =
-        std::find_if(uses_.begin(), uses_.end(), [&](const Use& u) { return u.shortName == flag; });
-    return use == uses_.end() ? nullptr : &*use;
-  }
-
-  host::Syntax syntax_;
-  std::vector<Use> uses_;
-};
-
 }  // namespace
 
 class RecordingHost::Iterator : public host::DagIterator {
@@ -166,12 +114,6 @@ RecordingHost::RecordingHost(const SceneDescription& scene) {
   world.type = "world";
   scene_.push_back(world);
   AppendBelow(scene, "", scene_);
-}
-
-void RecordingHost::ForgetCalls() {
-  calls_.clear();
-  canFail_ = 0;
-  failing_.reset();
 }
 
 bool RecordingHost::Note(const std::string& call) {
@@ -352,7 +294,7 @@ host::Status RecordingHost::ClearSelection() {
 std::unique_ptr<host::ArgDatabase> RecordingHost::NewArgDatabase(const host::Syntax& syntax,
                                                                  const host::Arguments& arguments) {
   NoteHarmless("NewArgDatabase");
-  return std::make_unique<Database>(syntax, arguments);
+  return std::make_unique<standalone::WordArgDatabase>(syntax, arguments);
 }
 
 void RecordingHost::DisplayError(const std::string& text) {
@@ -375,12 +317,6 @@ void RecordingHost::ShowMessageBox(const std::string& text, const std::string& t
   NoteHarmless(icon == host::BoxIcon::kInformation ? "ShowMessageBox information"
                                                    : "ShowMessageBox exclamation");
   shown.push_back({"box", text, title});
-}
-
-host::Status Words::AsString(unsigned i, std::string& value) const {
-  if (i >= words_.size()) return host::StatusCode::kInvalidParameter;
-  value = words_[i];
-  return {};
 }
 
 }  // namespace lipvane::test

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lipvane/host/host.h"
+#include "lipvane/host/standalone/words.h"
 #include "tests/support/scene_description.h"
 
 namespace lipvane::test {
@@ -38,7 +39,6 @@ class RecordingHost : public host::Host {
   /// What drives a channel, in such words, and is no curve; "" when nothing does.
   std::string DriverOf(const std::string& channel) const;
   std::size_t CallsThatCanFail() const { return canFail_; }
-  void ForgetCalls();
 
   // What the calls did.
   std::vector<Shown> shown;
@@ -89,14 +89,6 @@ class RecordingHost : public host::Host {
 };
 
 /// The words of a command line as a command gets them.
-class Words : public host::Arguments {
- public:
-  explicit Words(std::vector<std::string> words) : words_(std::move(words)) {}
-  unsigned Length() const override { return static_cast<unsigned>(words_.size()); }
-  host::Status AsString(unsigned i, std::string& value) const override;
-
- private:
-  std::vector<std::string> words_;
-};
+using Words = standalone::WordArguments;
 
 }  // namespace lipvane::test

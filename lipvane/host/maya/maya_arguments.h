@@ -11,6 +11,7 @@
 
 namespace lipvane::maya {
 
+/// The same flags in the same order.
 MSyntax ToMSyntax(const host::Syntax& syntax);
 
 /// The host's argument list, which must outlive this.

@@ -30,7 +30,14 @@ class MayaCommand : public MPxCommand {
     }
   }
 
-  static MSyntax NewSyntax() { return ToMSyntax(Command::NewSyntax()); }
+  /// Without flags when there is no memory for them.
+  static MSyntax NewSyntax() {
+    try {
+      return ToMSyntax(Command::NewSyntax());
+    } catch (const std::bad_alloc&) {
+      return {};
+    }
+  }
 
   /// An exception that is not the engine's becomes an error message and a failure.
   MStatus doIt(const MArgList& arguments) override {
@@ -39,17 +46,24 @@ class MayaCommand : public MPxCommand {
     } catch (const TamskException&) {
       throw;  // deliberate: the engine's failure is for whoever runs the command
     } catch (const std::bad_alloc&) {
-      displayError("out of memory");
+      Report("out of memory");
       return MStatus::kInsufficientMemory;
     } catch (const std::exception& error) {
-      displayError((std::string("ended by an unexpected error: ") + error.what()).c_str());
+      Report("ended by an unexpected error: ", error.what());
     } catch (...) {
-      displayError("ended by an unknown exception");
+      Report("ended by an unknown exception");
     }
     return MStatus::kFailure;
   }
 
  private:
+  static void Report(const char* text, const char* detail = "") noexcept {
+    try {
+      displayError((std::string(text) + detail).c_str());
+    } catch (...) {  // the status has to tell
+    }
+  }
+
   MayaHost host_;
   Command command_{host_};
 };

@@ -22,12 +22,13 @@ host::Status MayaCurve::Create(const host::Node& node, const host::Attribute& at
   MStatus created;
   curve_.create(object, channel == nullptr ? MObject() : channel->object, nullptr, &created);
   host::Status status = ToStatus(created);
-  if (!status.ok() && channel != nullptr && !object.isNull()) status = TakeInput(object, *channel);
+  if (!status.ok() && channel != nullptr && !object.isNull())
+    status = AttachToInput(object, *channel);
   attached_ = status.ok();
   return status;
 }
 
-host::Status MayaCurve::TakeInput(MObject& node, const AttributeHandle& attribute) {
+host::Status MayaCurve::AttachToInput(MObject& node, const AttributeHandle& attribute) {
   const std::string channel =
       std::string(MFnDagNode(node).fullPathName().asChar()) + "." + attribute.name;
   MPlugArray sources;

@@ -19,9 +19,9 @@ class MayaCurve : public host::AnimCurve {
   host::Status AddKeyframe(double frame, double value) override;
 
  private:
-  /// The host makes no curve on a channel that has an input. Takes that input when it is a
+  /// The host makes no curve on a channel that has an input. Attaches to that input when it is a
   /// curve over time, else warns.
-  host::Status TakeInput(MObject& node, const AttributeHandle& attribute);
+  host::Status AttachToInput(MObject& node, const AttributeHandle& attribute);
 
   MayaHost& host_;
   MFnAnimCurve curve_;

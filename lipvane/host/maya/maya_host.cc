@@ -66,9 +66,10 @@ MVector TranslationOf(const Transformation& transformation, long /*otherwise*/) 
   return transformation.translation(MSpace::kWorld);
 }
 
-class WholeScene : public host::DagIterator {
+class MayaDagIterator : public host::DagIterator {
  public:
-  explicit WholeScene(MStatus& status) : iterator_(MItDag::kDepthFirst, MFn::kInvalid, &status) {}
+  explicit MayaDagIterator(MStatus& status)
+      : iterator_(MItDag::kDepthFirst, MFn::kInvalid, &status) {}
 
   bool IsDone() const override { return iterator_.isDone(); }
   void Next() override { iterator_.next(); }
@@ -102,7 +103,7 @@ class MayaJoint : public host::Joint {
 
 std::unique_ptr<host::DagIterator> MayaHost::NewDagIterator(host::Status& status) {
   MStatus begun;
-  auto iterator = std::make_unique<WholeScene>(begun);
+  auto iterator = std::make_unique<MayaDagIterator>(begun);
   status = ToStatus(begun);
   if (!status.ok()) iterator.reset();
   return iterator;
@@ -227,11 +228,7 @@ void MayaHost::PrintStatus(const host::Status& status, const std::string& label)
 
 void MayaHost::ShowMessageBox(const std::string& text, const std::string& title,
                               host::BoxIcon icon) {
-  if (IsBatch()) {
-    PrintMessageLine(text, title);
-  } else {
-    maya::ShowMessageBox(text, title, icon);
-  }
+  maya::ShowMessageBox(text, title, icon);
 }
 
 void MayaHost::WarnOnce(const std::string& text) {

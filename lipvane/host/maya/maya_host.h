@@ -40,7 +40,6 @@ class MayaHost : public host::Host {
   void DisplayError(const std::string& text) override;
   void DisplayWarning(const std::string& text) override;
   void PrintStatus(const host::Status& status, const std::string& label) override;
-  /// In batch mode, where a box would wait for ever, a line of the host's output.
   void ShowMessageBox(const std::string& text, const std::string& title,
                       host::BoxIcon icon) override;
 

@@ -6,7 +6,8 @@
 
 namespace lipvane::maya {
 
-/// The numbers are the same, those that have no name here included.
+// The numbers are the same both ways, those that have no name here included.
+
 inline host::Status ToStatus(const MStatus& status) {
   return static_cast<host::StatusCode>(status.statusCode());
 }

@@ -6,14 +6,8 @@
 
 namespace lipvane::maya {
 
-/// Whether nobody sits before the host to answer a box; also when the host does not tell.
-bool IsBatch();
-
-/// Prints title and text as one line of the host's output.
-void PrintMessageLine(const std::string& text, const std::string& title);
-
-/// Shows a modal box with one button and comes back when it is closed: the system's own on
-/// Windows, elsewhere the host's.
+/// Shows a modal box and comes back when it is closed. In batch mode, and when the host does not
+/// tell, nobody may be there to close it: title and text become one line of the host's output.
 void ShowMessageBox(const std::string& text, const std::string& title, host::BoxIcon icon);
 
 }  // namespace lipvane::maya

@@ -34,7 +34,8 @@ class StandaloneHost : public host::Host {
   /// In the order in which they were selected.
   const std::vector<PathId>& Selection() const { return selection_; }
 
-  /// What this host's handles stand for; nothing for the null node or attribute.
+  /// What this host's handles stand for, for those who know the scene too; nothing for the null
+  /// node or attribute.
   static std::optional<NodeId> IdOf(const host::Node& node);
   static std::optional<Channel> ChannelOf(const host::Attribute& attribute);
 

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "tests/maya_standin/standin.h"
@@ -31,9 +31,9 @@ class Thrower {
   }
 };
 
-class Homeless {
+class WithoutMemory {
  public:
-  explicit Homeless(host::Host& /*host*/) { throw std::bad_alloc(); }
+  explicit WithoutMemory(host::Host& /*host*/) { throw std::bad_alloc(); }
   static host::Syntax NewSyntax() { return {}; }
   static host::Status DoIt(const host::Arguments& /*arguments*/) { return {}; }
 };
@@ -75,7 +75,7 @@ TEST_F(MayaCommandTest, TheEnginesOwnExceptionPasses) {
 }
 
 TEST_F(MayaCommandTest, ACommandThereIsNoMemoryForIsNull) {
-  EXPECT_EQ(MayaCommand<Homeless>::Create(), nullptr);
+  EXPECT_EQ(MayaCommand<WithoutMemory>::Create(), nullptr);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ class MessageBox : public testing::Test {
 TEST_F(MessageBox, ADialogSaysEveryCharacter) {
   const std::string text = "C:\\faces\\\"new\"\n\t$x `pwd`; \xC3\xA4 // end";
   ShowMessageBox(text, "A \"title\"", host::BoxIcon::kExclamation);
-  ShowMessageBox("", "", host::BoxIcon::kInformation);
+  MayaHost().ShowMessageBox("", "", host::BoxIcon::kInformation);
   EXPECT_EQ(host_.shown, (std::vector<Shown>{{"box", text, "A \"title\""}, {"box", "", ""}}));
   EXPECT_EQ(host_.Calls(),
             (std::vector<std::string>{"ShowMessageBox exclamation", "ShowMessageBox information"}));

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 
 #include "lipvane/plugin/export_poses_command.h"
@@ -84,13 +85,12 @@ class SameCalls : public testing::TestWithParam<Invocation> {
     // A curve that the host does not make is the binding's to warn of.
     outcome.calls.erase(std::remove(outcome.calls.begin(), outcome.calls.end(), "DisplayWarning"),
                         outcome.calls.end());
-    outcome.shown.erase(
-        std::remove_if(outcome.shown.begin(), outcome.shown.end(),
-                       [](const Shown& message) {
-                         return message.text.find("gets no keys") != std::string::npos ||
-                                message.text.find("and no keys") != std::string::npos;
-                       }),
-        outcome.shown.end());
+    outcome.shown.erase(std::remove_if(outcome.shown.begin(), outcome.shown.end(),
+                                       [](const Shown& message) {
+                                         return message.text.find("and no keys") !=
+                                                std::string::npos;
+                                       }),
+                        outcome.shown.end());
     return outcome;
   }
 

@@ -11,7 +11,6 @@ namespace lipvane_standin {
 class MArgList {
  public:
   MArgList();
-  ~MArgList();
   unsigned int length(MStatus* status = nullptr) const;
   MString asString(unsigned int index, MStatus* status = nullptr) const;
   MStatus addArg(const MString& arg);

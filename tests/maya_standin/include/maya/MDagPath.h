@@ -9,9 +9,6 @@ namespace lipvane_standin {
 class MDagPath {
  public:
   MDagPath();
-  MDagPath(const MDagPath& other);
-  MDagPath& operator=(const MDagPath& other);
-  ~MDagPath();
   MObject transform(MStatus* status = nullptr) const;
 
   // The stand-in's own.

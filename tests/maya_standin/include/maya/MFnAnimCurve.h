@@ -13,17 +13,7 @@ namespace lipvane_standin {
 
 class MFnAnimCurve : public MFnDependencyNode {
  public:
-  enum AnimCurveType {
-    kAnimCurveTA = 0,
-    kAnimCurveTL = 1,
-    kAnimCurveTT = 2,
-    kAnimCurveTU = 3,
-    kAnimCurveUA = 4,
-    kAnimCurveUL = 5,
-    kAnimCurveUT = 6,
-    kAnimCurveUU = 7,
-    kAnimCurveUnknown = 8,
-  };
+  enum AnimCurveType { kAnimCurveUnknown = 8 };
   MFnAnimCurve();
   ~MFnAnimCurve() override;
   MObject create(const MObject& node, const MObject& attribute, MDGModifier* modifier = nullptr,

@@ -9,13 +9,7 @@ namespace lipvane_standin {
 
 class MGlobal {
  public:
-  enum ListAdjustment {
-    kReplaceList = 0,
-    kXORWithList = 1,
-    kAddToList = 2,
-    kRemoveFromList = 3,
-    kAddToHeadOfList = 4,
-  };
+  enum ListAdjustment { kReplaceList = 0, kAddToList = 2 };
   static MStatus selectByName(const MString& name, ListAdjustment adjustment = kAddToList);
   static MStatus getActiveSelectionList(MSelectionList& list,
                                         bool orderedSelectionIfAvailable = false);

@@ -16,9 +16,6 @@ class MItDag {
   enum TraversalType { kInvalidType = 0, kDepthFirst = 1, kBreadthFirst = 2 };
   MItDag(TraversalType type = kDepthFirst, MFn::Type filter = MFn::kInvalid,
          MStatus* status = nullptr);
-  MItDag(const MItDag&) = delete;
-  MItDag& operator=(const MItDag&) = delete;
-  ~MItDag();
   bool isDone(MStatus* status = nullptr) const;
   MStatus next();
   MStatus getPath(MDagPath& path) const;

@@ -10,9 +10,6 @@ namespace lipvane_standin {
 class MObject {
  public:
   MObject();
-  MObject(const MObject& other);
-  MObject& operator=(const MObject& other);
-  ~MObject();
   bool isNull() const;
 
   // The stand-in's own.

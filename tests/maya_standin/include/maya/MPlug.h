@@ -11,11 +11,7 @@ class MPlugArray;
 
 class MPlug {
  public:
-  MPlug();
   MPlug(const MObject& node, const MObject& attribute, MStatus* status = nullptr);
-  MPlug(const MPlug& other);
-  MPlug& operator=(const MPlug& other);
-  ~MPlug();
   MObject node(MStatus* status = nullptr) const;
   bool connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status = nullptr) const;
 

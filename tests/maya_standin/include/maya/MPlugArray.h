@@ -10,7 +10,6 @@ namespace lipvane_standin {
 class MPlugArray {
  public:
   MPlugArray();
-  ~MPlugArray();
   unsigned int length() const;
   MPlug& operator[](unsigned int index);
 

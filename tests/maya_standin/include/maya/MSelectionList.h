@@ -8,7 +8,6 @@ namespace lipvane_standin {
 class MSelectionList {
  public:
   MSelectionList();
-  ~MSelectionList();
   unsigned int length(MStatus* status = nullptr) const;
 
  private:

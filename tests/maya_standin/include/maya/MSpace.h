@@ -5,7 +5,7 @@ namespace lipvane_standin {
 
 class MSpace {
  public:
-  enum Space { kInvalid = 0, kTransform = 1, kPreTransform = 2, kPostTransform = 3, kWorld = 4 };
+  enum Space { kWorld = 4 };
 };
 
 }  // namespace lipvane_standin

@@ -11,9 +11,6 @@ class MString {
  public:
   MString();
   MString(const char* text);
-  MString(const MString& other);
-  MString& operator=(const MString& other);
-  ~MString();
   const char* asChar() const;
 
  private:

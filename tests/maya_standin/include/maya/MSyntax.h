@@ -18,9 +18,6 @@ class MSyntax {
     kString = 5,
   };
   MSyntax();
-  MSyntax(const MSyntax& other);
-  MSyntax& operator=(const MSyntax& other);
-  ~MSyntax();
   MStatus addFlag(const char* shortName, const char* longName, MArgType argType1 = kNoArg,
                   MArgType argType2 = kNoArg, MArgType argType3 = kNoArg,
                   MArgType argType4 = kNoArg, MArgType argType5 = kNoArg,

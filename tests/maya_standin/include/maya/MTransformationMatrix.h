@@ -10,15 +10,7 @@ namespace lipvane_standin {
 
 class MTransformationMatrix {
  public:
-  enum RotationOrder {
-    kInvalid = 0,
-    kXYZ = 1,
-    kYZX = 2,
-    kZXY = 3,
-    kXZY = 4,
-    kYXZ = 5,
-    kZYX = 6,
-  };
+  enum RotationOrder { kXYZ = 1 };
   MTransformationMatrix(const MMatrix& matrix);
   MMatrix asMatrix() const;
   MVector getTranslation(MSpace::Space space, MStatus* status = nullptr) const;

@@ -3,7 +3,7 @@
 #include <maya/MGlobal.h>
 #include <maya/MString.h>
 
-#include "lipvane/host/maya/message_box.h"
+#include "lipvane/host/maya/modal_box.h"
 
 namespace lipvane::maya {
 namespace {
@@ -24,7 +24,7 @@ std::string Literal(const std::string& text) {
 
 }  // namespace
 
-void ShowMessageBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
+void ShowModalBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
   std::string command = "confirmDialog -button \"OK\" -icon ";
   command += icon == host::BoxIcon::kInformation ? "\"information\"" : "\"warning\"";
   command += " -title " + Literal(title) + " -message " + Literal(text);

@@ -1,3 +1,5 @@
+#include "lipvane/host/maya/message_box.h"
+
 #include <maya/MGlobal.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
@@ -5,9 +7,10 @@
 #include <algorithm>
 
 #include "lipvane/host/maya/maya_status.h"
-#include "lipvane/host/maya/message_box.h"
+#include "lipvane/host/maya/modal_box.h"
 
 namespace lipvane::maya {
+namespace {
 
 bool IsBatch() {
   int batch = 1;
@@ -15,7 +18,13 @@ bool IsBatch() {
   return !status.ok() || batch != 0;
 }
 
-void PrintMessageLine(const std::string& text, const std::string& title) {
+}  // namespace
+
+void ShowMessageBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
+  if (!IsBatch()) {
+    ShowModalBox(text, title, icon);
+    return;
+  }
   std::string line = title + ": " + text;
   std::replace(line.begin(), line.end(), '\n', ' ');
   MGlobal::displayInfo(line.c_str());

@@ -4,11 +4,11 @@
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
-#include "lipvane/host/maya/message_box.h"
+#include "lipvane/host/maya/modal_box.h"
 
 namespace lipvane::maya {
 
-void ShowMessageBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
+void ShowModalBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
   const UINT image = icon == host::BoxIcon::kInformation ? MB_ICONINFORMATION : MB_ICONEXCLAMATION;
   MessageBoxA(nullptr, text.c_str(), title.c_str(), MB_OK | image);
 }
