@@ -1,14 +1,17 @@
 #include "lipvane/scene/pose_baking.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 #include "lipvane/scene/nearest_euler.h"
 
 namespace lipvane::scene {
 namespace {
 
-bool IsFinite(const std::array<double, 3>& values) {
+template <std::size_t N>
+bool IsFinite(const std::array<double, N>& values) {
   return std::all_of(values.begin(), values.end(),
                      [](double value) { return std::isfinite(value); });
 }
@@ -30,6 +33,11 @@ BoneBaker::BoneBaker(host::Host& host, const DagSearch& search, const std::strin
 
 host::Status BoneBaker::Key(const TIndexedBone& pose, double frame) {
   if (!hasJoint_) return host::StatusCode::kFailure;
+  // Looked at here, since a host may make angles of a rotation that is not finite.
+  const Quaternion& q = pose.rotation;
+  if (!IsFinite(std::array<double, 4>{q.w, q.x, q.y, q.z})) {
+    return host::StatusCode::kInvalidParameter;
+  }
   JointChannels channels;
   const host::Status made = MakeJointChannels(host_, bone_.node, pose, channels);
   if (!made.ok()) return made;
