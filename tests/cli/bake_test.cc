@@ -144,6 +144,14 @@ TEST_F(BakeTest, WarnsOfFramesThatAreNotFinite) {
   warning("0 0 100 1e300 200 1e300", "6 frames, the first 1");
 }
 
+TEST_F(BakeTest, ARotationThatIsNotFiniteIsNoKey) {
+  const std::vector<BoneLine> huge = {{{1, 2, 3}, {-1e20, 0, 0, 0}}};
+  lbp_ = folder_.Make("huge.lbp", LbpText({"lip"}, {huge, huge}));
+  const ProcessResult result = Bake({});
+  EXPECT_TRUE(Has(result.err, "Warning: bone \"lip\": the pose is not finite at 4 frames"));
+  EXPECT_TRUE(Keys()["|head|jaw|lip.rotateX"].empty());
+}
+
 TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
   const std::string vast =
       folder_.Make("vast.ltf", "LTF\n1.0\n0\n1\n{\nEat\n1\n2147483647 0\n}\n0\n");
