@@ -1,10 +1,10 @@
 #include <array>
-#include <charconv>
 #include <ostream>
 #include <string>
 
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/text/file.h"
+#include "lipvane/text/real_conversion.h"
 
 namespace lipvane {
 namespace {
@@ -12,8 +12,9 @@ namespace {
 /// With two decimals, whatever the locale.
 void AppendWeight(std::string& out, float weight) {
   std::array<char, 64> buffer{};  // the largest float has 39 digits before the point
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(),
-                                          static_cast<double>(weight), std::chars_format::fixed, 2);
+  const auto [end, error] =
+      text::RealToChars(buffer.data(), buffer.data() + buffer.size(), static_cast<double>(weight),
+                        text::RealFormat::kFixed, 2);
   static_cast<void>(error);
   out.append(buffer.data(), end);
 }

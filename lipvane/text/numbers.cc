@@ -7,6 +7,8 @@
 #include <limits>
 #include <system_error>
 
+#include "lipvane/text/real_conversion.h"
+
 namespace lipvane::text {
 namespace {
 
@@ -66,7 +68,7 @@ struct Parsed {
 Parsed Parse(std::string_view text) {
   Parsed parsed;
   const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, parsed.value);
+  const auto [stop, error] = RealFromChars(text.data(), end, parsed.value);
   if (error == std::errc::invalid_argument) return Parsed();
   parsed.length = static_cast<std::size_t>(stop - text.data());
   if (error == std::errc::result_out_of_range) {
@@ -128,15 +130,15 @@ std::optional<double> WholeReal(std::string_view token) {
 
 void AppendReal(std::string& out, double value) {
   std::array<char, 32> buffer{};
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                          std::chars_format::general, kStreamPrecision);
+  const auto [end, error] = RealToChars(buffer.data(), buffer.data() + buffer.size(), value,
+                                        RealFormat::kGeneral, kStreamPrecision);
   static_cast<void>(error);  // the longest, "-1.23457e-308", has room
   out.append(buffer.data(), end);
 }
 
 std::string ExactReal(double value) {
   std::array<char, 32> buffer{};
-  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  const auto [end, error] = RealToChars(buffer.data(), buffer.data() + buffer.size(), value);
   static_cast<void>(error);  // the shortest form never needs more than 24
   return std::string(buffer.data(), end);
 }
