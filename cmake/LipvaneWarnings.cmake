@@ -2,6 +2,7 @@
 add_library(lipvane_warnings INTERFACE)
 if(MSVC)
   target_compile_options(lipvane_warnings INTERFACE /W4 /utf-8 $<$<BOOL:${LIPVANE_WERROR}>:/WX>)
+  target_compile_definitions(lipvane_warnings INTERFACE _CRT_SECURE_NO_WARNINGS)  # std::fopen
 else()
   target_compile_options(
     lipvane_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor
