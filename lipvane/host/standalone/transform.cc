@@ -105,7 +105,8 @@ Vector Cross(const Vector& a, const Vector& b) {
 }
 
 double Length(const Vector& v) {
-  return std::hypot(v[0], v[1], v[2]);
+  // In pairs: not every library's hypot of three keeps the squares from overflowing.
+  return std::hypot(std::hypot(v[0], v[1]), v[2]);
 }
 
 Vector Times(const Vector& v, double factor) {
