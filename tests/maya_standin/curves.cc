@@ -43,10 +43,11 @@ MObject MPlug::node(MStatus* status) const {
   Answer(status, MStatus::kSuccess);
   return node_;
 }
-bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool /*asSrc*/, MStatus* status) const {
+bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* status) const {
   Answer(status, MStatus::kSuccess);
   array.plugs_.clear();
-  if (!asDst) return false;
+  if (asSrc) array.plugs_.push_back(*this);  // for whatever it drives in its turn
+  if (!asDst) return asSrc;
   const ChannelInput input = InputOf(node_, attribute_);
   if (!input.driver.empty()) {
     array.plugs_.emplace_back(DriverOf(input, node_, attribute_), MObject());

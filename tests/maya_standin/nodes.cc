@@ -161,11 +161,13 @@ MTransformationMatrix::MTransformationMatrix(const MMatrix& matrix) : matrix_(ma
 MMatrix MTransformationMatrix::asMatrix() const {
   return matrix_;
 }
-MVector MTransformationMatrix::getTranslation(MSpace::Space /*space*/, MStatus* status) const {
+MVector MTransformationMatrix::getTranslation(MSpace::Space space, MStatus* status) const {
   Answer(status, MStatus::kSuccess);
+  if (space != MSpace::kWorld) return {};  // other spaces know of pivots, which are not behind this
   return {matrix_.matrix[3][0], matrix_.matrix[3][1], matrix_.matrix[3][2]};
 }
-MStatus MTransformationMatrix::getScale(double scale[3], MSpace::Space /*space*/) const {
+MStatus MTransformationMatrix::getScale(double scale[3], MSpace::Space space) const {
+  if (space != MSpace::kWorld) return MStatus::kFailure;
   const host::Transformation split = Host().Decompose(FromMMatrix(matrix_));
   for (std::size_t axis = 0; axis < 3; ++axis)
     scale[axis] = split.scale[axis];

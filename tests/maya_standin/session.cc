@@ -78,12 +78,14 @@ void MGlobal::displayInfo(const MString& text) {
 }
 MStatus MGlobal::executeCommand(const MString& command, bool /*display*/, bool /*undo*/) {
   const Words words = WordsOf(command);
-  if (words.empty() || words[0] != "confirmDialog") return MStatus::kFailure;
+  if (Standin::Current().refusesCommandLines || words.empty() || words[0] != "confirmDialog")
+    return MStatus::kFailure;
   return Confirm(words);
 }
 MStatus MGlobal::executeCommand(const MString& command, int& result, bool /*display*/,
                                 bool /*undo*/) {
-  if (WordsOf(command) != Words{"about", "-batch"}) return MStatus::kFailure;
+  if (Standin::Current().refusesCommandLines || WordsOf(command) != Words{"about", "-batch"})
+    return MStatus::kFailure;
   result = Standin::Current().isBatch ? 1 : 0;
   return MStatus::kSuccess;
 }

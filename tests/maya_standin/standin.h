@@ -27,6 +27,7 @@ class Standin {
 
   StandinScene& scene;
   bool isBatch = false;
+  bool refusesCommandLines = false;
   /// Commands that cannot be registered.
   std::set<std::string> refused;
 

@@ -38,6 +38,18 @@ class WithoutMemory {
   static host::Status DoIt(const host::Arguments& /*arguments*/) { return {}; }
 };
 
+/// Needs the host to the last.
+class Farewell {
+ public:
+  explicit Farewell(host::Host& host) : host_(host) { host.DisplayWarning("made"); }
+  ~Farewell() { host_.DisplayWarning("gone"); }
+  static host::Syntax NewSyntax() { return {}; }
+  static host::Status DoIt(const host::Arguments& /*arguments*/) { return {}; }
+
+ private:
+  host::Host& host_;
+};
+
 class MayaCommandTest : public testing::Test {
  protected:
   static MStatus::MStatusCode Run(const char* what) {
@@ -72,6 +84,11 @@ TEST_F(MayaCommandTest, TheEnginesOwnExceptionPasses) {
     EXPECT_EQ(error.message, "trail -> ");
   }
   EXPECT_TRUE(host_.shown.empty());
+}
+
+TEST_F(MayaCommandTest, TheHostIsThereBeforeTheCommandAndAfterIt) {
+  delete static_cast<MPxCommand*>(MayaCommand<Farewell>::Create());
+  EXPECT_EQ(host_.shown, (std::vector<Shown>{{"warning", "made", ""}, {"warning", "gone", ""}}));
 }
 
 TEST_F(MayaCommandTest, ACommandThereIsNoMemoryForIsNull) {

@@ -67,6 +67,12 @@ TEST_F(PluginFileTest, EntryPointsRegisterAndWithdraw) {
   file.Uninitialize();
 }
 
+TEST_F(PluginFileTest, EntryPointsLetNoExceptionThrough) {
+  const PluginFile file(LIPVANE_PLUGIN_FILE);  // no host: each of its calls throws
+  EXPECT_EQ(file.Initialize().statusCode(), MStatus::kFailure);
+  EXPECT_EQ(file.Uninitialize().statusCode(), MStatus::kFailure);
+}
+
 TEST_F(PluginFileTest, TheSyntaxIsTheOneThatTheHostWants) {
   auto scene = SceneOf({});
   const EmbeddedMaya maya(scene);
