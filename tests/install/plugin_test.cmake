@@ -62,11 +62,24 @@ file(READ ${types} modern)
 file(WRITE ${types} "#pragma once\n")
 expect_refusal(${WORK}/devkit "does not say which release it belongs to")
 file(WRITE ${types} "${modern}")
+# The host's libraries are linked when all are there. These are none, so the linker tells.
+file(WRITE ${WORK}/devkit/lib/libOpenMaya.so "none")
 build_and_look(2024)
+file(WRITE ${WORK}/devkit/lib/libOpenMayaAnim.so "none")
+file(WRITE ${WORK}/devkit/lib/libFoundation.so "none")
+run("Configuring" ${configure} -DMAYA_DEVKIT=${WORK}/devkit)
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build --target lipvane_plugin_file
+                RESULT_VARIABLE result OUTPUT_VARIABLE text ERROR_VARIABLE text)
+if(result EQUAL 0)
+  message(FATAL_ERROR "The host's libraries were not linked")
+endif()
+expect_in("${text}" "${WORK}/devkit/lib/libOpenMaya.so")
+file(REMOVE_RECURSE ${WORK}/devkit/lib)
 
-# Old headers export nothing by themselves and do not declare the entry points.
+# Old headers ask for definitions, export nothing by themselves and do not declare the entry points.
 string(REGEX REPLACE "__attribute__[^\n]*" "" old "${modern}")
 string(REPLACE "20240200" "600" old "${old}")
+string(APPEND old "#ifndef REQUIRE_IOSTREAM\n#error needs a definition\n#endif\n")
 file(WRITE ${types} "${old}")
 file(READ ${plugin} text)
 string(REGEX REPLACE "PLUGIN_EXPORT MStatus [a-z]+itializePlugin[^\n]*\n" "" text "${text}")
