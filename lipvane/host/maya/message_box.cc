@@ -21,10 +21,7 @@ bool IsBatch() {
 }  // namespace
 
 void ShowMessageBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
-  if (!IsBatch()) {
-    ShowModalBox(text, title, icon);
-    return;
-  }
+  if (!IsBatch() && ShowModalBox(text, title, icon)) return;
   std::string line = title + ": " + text;
   std::replace(line.begin(), line.end(), '\n', ' ');
   MGlobal::displayInfo(line.c_str());

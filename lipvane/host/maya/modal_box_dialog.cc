@@ -1,8 +1,10 @@
 // The host's own dialog, for platforms whose message box is not used.
 
 #include <maya/MGlobal.h>
+#include <maya/MStatus.h>
 #include <maya/MString.h>
 
+#include "lipvane/host/maya/maya_status.h"
 #include "lipvane/host/maya/modal_box.h"
 
 namespace lipvane::maya {
@@ -24,11 +26,11 @@ std::string Literal(const std::string& text) {
 
 }  // namespace
 
-void ShowModalBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
+bool ShowModalBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
   std::string command = "confirmDialog -button \"OK\" -icon ";
   command += icon == host::BoxIcon::kInformation ? "\"information\"" : "\"warning\"";
   command += " -title " + Literal(title) + " -message " + Literal(text);
-  MGlobal::executeCommand(command.c_str());
+  return ToStatus(MGlobal::executeCommand(command.c_str())).ok();
 }
 
 }  // namespace lipvane::maya

@@ -8,9 +8,9 @@
 
 namespace lipvane::maya {
 
-void ShowModalBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
+bool ShowModalBox(const std::string& text, const std::string& title, host::BoxIcon icon) {
   const UINT image = icon == host::BoxIcon::kInformation ? MB_ICONINFORMATION : MB_ICONEXCLAMATION;
-  MessageBoxA(nullptr, text.c_str(), title.c_str(), MB_OK | image);
+  return MessageBoxA(nullptr, text.c_str(), title.c_str(), MB_OK | image) != 0;
 }
 
 }  // namespace lipvane::maya

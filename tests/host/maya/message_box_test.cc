@@ -30,11 +30,13 @@ TEST_F(MessageBox, NobodyIsAskedInBatchMode) {
   standin_.isBatch = true;
   MayaHost().ShowMessageBox("one\ntwo", "Title", host::BoxIcon::kInformation);
   EXPECT_EQ(standin_.lines, std::vector<std::string>{"Title: one two"});
-  // Nor where the host does not tell.
+  // Nor where the host does not tell, or shows no dialog.
   standin_.isBatch = false;
   standin_.refusesCommandLines = true;
   MayaHost().ShowMessageBox("three", "Title", host::BoxIcon::kInformation);
-  EXPECT_EQ(standin_.lines.size(), 2u);
+  ShowMessageBox("four", "Title", host::BoxIcon::kInformation);
+  EXPECT_EQ(standin_.lines,
+            (std::vector<std::string>{"Title: one two", "Title: three", "Title: four"}));
   EXPECT_TRUE(host_.shown.empty());
 }
 
