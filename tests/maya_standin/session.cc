@@ -27,7 +27,9 @@ Words WordsOf(const MString& command) {
     const auto commands = lipvane::standalone::SplitMel(
         {command.asChar(), "command"},
         [](const std::string& name) { return name == "about" || name == "confirmDialog"; });
-    return commands.size() == 1 ? commands[0].words : Words();
+    if (commands.size() != 1 || Standin::Current().refusedLines.count(commands[0].words[0]) != 0)
+      return {};
+    return commands[0].words;
   } catch (const lipvane::standalone::MelError&) {
     return {};
   }
@@ -78,14 +80,12 @@ void MGlobal::displayInfo(const MString& text) {
 }
 MStatus MGlobal::executeCommand(const MString& command, bool /*display*/, bool /*undo*/) {
   const Words words = WordsOf(command);
-  if (Standin::Current().refusesCommandLines || words.empty() || words[0] != "confirmDialog")
-    return MStatus::kFailure;
+  if (words.empty() || words[0] != "confirmDialog") return MStatus::kFailure;
   return Confirm(words);
 }
 MStatus MGlobal::executeCommand(const MString& command, int& result, bool /*display*/,
                                 bool /*undo*/) {
-  if (Standin::Current().refusesCommandLines || WordsOf(command) != Words{"about", "-batch"})
-    return MStatus::kFailure;
+  if (WordsOf(command) != Words{"about", "-batch"}) return MStatus::kFailure;
   result = Standin::Current().isBatch ? 1 : 0;
   return MStatus::kSuccess;
 }

@@ -27,7 +27,8 @@ class Standin {
 
   StandinScene& scene;
   bool isBatch = false;
-  bool refusesCommandLines = false;
+  /// Commands whose lines fail.
+  std::set<std::string> refusedLines;
   /// Commands that cannot be registered.
   std::set<std::string> refused;
 

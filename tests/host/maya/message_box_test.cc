@@ -32,8 +32,9 @@ TEST_F(MessageBox, NobodyIsAskedInBatchMode) {
   EXPECT_EQ(standin_.lines, std::vector<std::string>{"Title: one two"});
   // Nor where the host does not tell, or shows no dialog.
   standin_.isBatch = false;
-  standin_.refusesCommandLines = true;
-  MayaHost().ShowMessageBox("three", "Title", host::BoxIcon::kInformation);
+  standin_.refusedLines = {"about"};
+  ShowMessageBox("three", "Title", host::BoxIcon::kInformation);
+  standin_.refusedLines = {"confirmDialog"};
   ShowMessageBox("four", "Title", host::BoxIcon::kInformation);
   EXPECT_EQ(standin_.lines,
             (std::vector<std::string>{"Title: one two", "Title: three", "Title: four"}));
