@@ -113,7 +113,10 @@ function(lipvane_plugin_file target module_folder)
     set(platform win64)
     set_target_properties(${target} PROPERTIES SUFFIX .mll)
     if(MSVC)
-      target_link_options(${target} PRIVATE /export:initializePlugin /export:uninitializePlugin)
+      # The headers' own dllexport would also export decorated names.
+      target_compile_definitions(${target} PRIVATE PLUGIN_EXPORT=)
+      target_link_options(${target} PRIVATE /export:initializePlugin /export:uninitializePlugin
+                                            /export:MApiVersion,DATA)
     endif()
   elseif(APPLE)
     set(platform mac)

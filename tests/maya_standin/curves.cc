@@ -39,6 +39,20 @@ MPlug::MPlug(const MObject& node, const MObject& attribute, MStatus* status)
     : node_(node), attribute_(attribute) {
   Answer(status, MStatus::kSuccess);
 }
+bool MPlug::isLocked(MStatus* status) const {
+  Answer(status, MStatus::kSuccess);
+  return InputOf(node_, attribute_).isLocked;
+}
+bool MPlug::isChild(MStatus* status) const {
+  Answer(status, MStatus::kSuccess);
+  return !isCompound_;
+}
+MPlug MPlug::parent(MStatus* status) const {
+  Answer(status, isCompound_ ? MStatus::kFailure : MStatus::kSuccess);
+  MPlug compound = *this;
+  compound.isCompound_ = true;
+  return compound;
+}
 MObject MPlug::node(MStatus* status) const {
   Answer(status, MStatus::kSuccess);
   return node_;
@@ -49,7 +63,7 @@ bool MPlug::connectedTo(MPlugArray& array, bool asDst, bool asSrc, MStatus* stat
   if (asSrc) array.plugs_.push_back(*this);  // for whatever it drives in its turn
   if (!asDst) return asSrc;
   const ChannelInput input = InputOf(node_, attribute_);
-  if (!input.driver.empty()) {
+  if (!input.driver.empty() && input.isOfCompound == isCompound_) {
     array.plugs_.emplace_back(DriverOf(input, node_, attribute_), MObject());
   }
   return !array.plugs_.empty();
@@ -68,7 +82,8 @@ MFnAnimCurve::~MFnAnimCurve() = default;
 MObject MFnAnimCurve::create(const MObject& node, const MObject& attribute,
                              MDGModifier* /*modifier*/, MStatus* status) {
   // A channel that has an input gets no curve, and the function set keeps what it had.
-  if (InputOf(node, attribute).kind != ChannelInput::Kind::kNone) {
+  const ChannelInput input = InputOf(node, attribute);
+  if (input.kind != ChannelInput::Kind::kNone || input.isLocked) {
     Answer(status, MStatus::kFailure);
     return {};
   }
@@ -78,7 +93,7 @@ MObject MFnAnimCurve::create(const MObject& node, const MObject& attribute,
   Answer(status, standin::ToMStatus(created));
   if (!created.ok()) return {};
   curve_ = std::move(curve);
-  object_ = DriverOf({ChannelInput::Kind::kTimeCurve, "curve"}, node, attribute);
+  object_ = DriverOf({ChannelInput::Kind::kTimeCurve, "curve", false, false}, node, attribute);
   return object_;
 }
 MStatus MFnAnimCurve::setObject(MObject& object) {

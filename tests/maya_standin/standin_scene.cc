@@ -18,26 +18,26 @@ ChannelInput EmbeddedStandinScene::InputOf(const host::Node& node,
   const auto channel = StandaloneHost::ChannelOf(attribute);
   if (!id || !channel) return {};
   const standalone::Scene& scene = host_.GetScene();
-  const std::string driver = scene.DriverName(*id, *channel);
-  if (scene.IsLocked(*id, *channel)) return {ChannelInput::Kind::kLocked, {}};
-  if (drivenKeys.count(driver) != 0) return {ChannelInput::Kind::kDrivenKey, driver};
-  switch (scene.DriverOf(*id, *channel)) {
-    case standalone::Driver::kNone:
-      return {};
-    case standalone::Driver::kCurve:
-      return {ChannelInput::Kind::kTimeCurve, driver};
-    case standalone::Driver::kOther:
-      break;
+  ChannelInput input;
+  input.driver = scene.DriverName(*id, *channel);
+  input.isLocked = scene.IsLocked(*id, *channel);
+  input.isOfCompound = compoundDrivers.count(input.driver) != 0;
+  if (drivenKeys.count(input.driver) != 0) {
+    input.kind = ChannelInput::Kind::kDrivenKey;
+  } else if (scene.DriverOf(*id, *channel) != standalone::Driver::kNone) {
+    const bool isCurve = scene.DriverOf(*id, *channel) == standalone::Driver::kCurve;
+    input.kind = isCurve ? ChannelInput::Kind::kTimeCurve : ChannelInput::Kind::kOther;
   }
-  return {ChannelInput::Kind::kOther, driver};
+  return input;
 }
 
 ChannelInput RecordingStandinScene::InputOf(const host::Node& node,
                                             const host::Attribute& attribute) {
   const std::string channel = host_.ChannelOf(node, attribute);
   const std::string driver = host_.DriverOf(channel);
-  if (!driver.empty()) return {ChannelInput::Kind::kOther, driver};
-  if (host_.curves.count(channel) != 0) return {ChannelInput::Kind::kTimeCurve, "curve"};
+  if (!driver.empty()) return {ChannelInput::Kind::kOther, driver, false, false};
+  if (host_.curves.count(channel) != 0)
+    return {ChannelInput::Kind::kTimeCurve, "curve", false, false};
   return {};
 }
 

@@ -11,9 +11,11 @@ namespace lipvane::test {
 
 /// What a channel is driven by.
 struct ChannelInput {
-  enum class Kind { kNone, kLocked, kTimeCurve, kDrivenKey, kOther };
+  enum class Kind { kNone, kTimeCurve, kDrivenKey, kOther };
   Kind kind = Kind::kNone;
   std::string driver;  ///< the driving node's name
+  bool isLocked = false;
+  bool isOfCompound = false;  ///< drives all three axes as one
 };
 
 /// A scene that the stand-in shows to a plug-in: a host of ours, and what Maya tells beyond it.
@@ -33,8 +35,10 @@ class EmbeddedStandinScene : public StandinScene {
   std::string FullPath(const host::Node& node) override;
   ChannelInput InputOf(const host::Node& node, const host::Attribute& attribute) override;
 
-  /// Drivers that are curves, though not over time. The scene does not tell.
+  /// Drivers that are curves, though not over time, and drivers of all three axes as one. The scene
+  /// does not tell.
   std::set<std::string> drivenKeys;
+  std::set<std::string> compoundDrivers;
 
  private:
   standalone::StandaloneHost& host_;

@@ -31,19 +31,20 @@ host::Status MayaCurve::Create(const host::Node& node, const host::Attribute& at
 host::Status MayaCurve::AttachToInput(MObject& node, const AttributeHandle& attribute) {
   const std::string channel =
       std::string(MFnDagNode(node).fullPathName().asChar()) + "." + attribute.name;
-  MPlugArray sources;
-  MPlug(node, attribute.object).connectedTo(sources, true, false);
-  if (sources.length() == 0) {
-    host_.WarnOnce(channel +
-                   " takes no curve (it is locked, or its compound is driven): it gets no curve "
-                   "and no keys");
+  const auto refuse = [&](const std::string& reason) -> host::Status {
+    host_.WarnOnce(channel + reason + ": it gets no curve and no keys");
     return host::StatusCode::kFailure;
-  }
+  };
+  const MPlug plug(node, attribute.object);
+  if (plug.isLocked()) return refuse(" is locked");
+  MPlugArray sources;
+  plug.connectedTo(sources, true, false);
+  if (sources.length() == 0 && plug.isChild()) plug.parent().connectedTo(sources, true, false);
+  if (sources.length() == 0) return refuse(" takes no curve");
   MObject driver = sources[0].node();
   if (ToStatus(curve_.setObject(driver)).ok() && curve_.isTimeInput()) return {};
-  host_.WarnOnce(channel + " is driven by " + MFnDependencyNode(driver).name().asChar() +
-                 " (not a curve over time): it gets no curve and no keys");
-  return host::StatusCode::kFailure;
+  return refuse(std::string(" is driven by ") + MFnDependencyNode(driver).name().asChar() +
+                " (not a curve over time)");
 }
 
 host::Status MayaCurve::AddKeyframe(double frame, double value) {

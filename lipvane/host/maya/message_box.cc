@@ -14,7 +14,7 @@ namespace {
 
 bool IsBatch() {
   int batch = 1;
-  const host::Status status = ToStatus(MGlobal::executeCommand("about -batch", batch));
+  const host::Status status = ToStatus(MGlobal::executeCommand(MString("about -batch"), batch));
   return !status.ok() || batch != 0;
 }
 

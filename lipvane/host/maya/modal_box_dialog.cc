@@ -30,7 +30,7 @@ bool ShowModalBox(const std::string& text, const std::string& title, host::BoxIc
   std::string command = "confirmDialog -button \"OK\" -icon ";
   command += icon == host::BoxIcon::kInformation ? "\"information\"" : "\"warning\"";
   command += " -title " + Literal(title) + " -message " + Literal(text);
-  return ToStatus(MGlobal::executeCommand(command.c_str())).ok();
+  return ToStatus(MGlobal::executeCommand(MString(command.c_str()))).ok();
 }
 
 }  // namespace lipvane::maya

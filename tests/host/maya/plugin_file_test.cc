@@ -148,24 +148,33 @@ TEST_F(PluginFileTest, ASecondImportKeysTheCurvesThereAre) {
 
 TEST_F(PluginFileTest, NamesEveryChannelThatTakesNoKeyOnce) {
   NodeDescription jaw = Joint("|jaw");
-  jaw.drivers = {{"rotateX", "aim"}, {"rotateY", "driven"}};
-  auto scene = SceneOf({jaw}, "select -ne |jaw;\nsetAttr -l on \".tz\";\n");
+  jaw.frames[0] = {};
+  NodeDescription lip = Joint("|lip");
+  lip.drivers = {{"rotateX", "aim"}, {"rotateY", "driven"}, {"scaleZ", "size"}};
+  auto scene = SceneOf({jaw, lip},
+                       "select -ne |jaw;\nsetAttr -l on \".tz\";\n"  // though a curve drives it
+                       "select -ne |lip;\nsetAttr -l on \".tz\";\n");
   EmbeddedMaya maya(scene);
   maya.standinScene.drivenKeys = {"driven"};
+  maya.standinScene.compoundDrivers = {"size"};
   // The same bone twice is tried twice.
-  EXPECT_TRUE(maya.Run("facialAnim", {"-imp", "-lbp", Lbp({"jaw", "jaw"}, {{{}, {}}, {{}, {}}})}));
+  const std::vector<BoneLine> pose(3, BoneLine{{1, 2, 3}, {1, 0, 0, 0}});
+  EXPECT_TRUE(maya.Run("facialAnim", {"-imp", "-lbp", Lbp({"jaw", "lip", "lip"}, {pose, pose})}));
+  const std::string locked = " is locked: it gets no curve and no keys";
   const std::string tail = " (not a curve over time): it gets no curve and no keys";
-  EXPECT_EQ(maya.shown,
-            (std::vector<Shown>{{"warning",
-                                 "|jaw.translateZ takes no curve (it is locked, or its compound is "
-                                 "driven): it gets no curve and no keys",
-                                 ""},
-                                {"warning", "|jaw.rotateX is driven by aim" + tail, ""},
-                                {"warning", "|jaw.rotateY is driven by driven" + tail, ""}}));
+  EXPECT_EQ(maya.shown, (std::vector<Shown>{
+                            {"warning", "|jaw.translateZ" + locked, ""},
+                            {"warning", "|lip.translateZ" + locked, ""},
+                            {"warning", "|lip.rotateX is driven by aim" + tail, ""},
+                            {"warning", "|lip.rotateY is driven by driven" + tail, ""},
+                            {"warning", "|lip.scaleZ is driven by size" + tail, ""},
+                        }));
   const auto curves = CurvesOf(scene);
-  for (const char* channel : {"|jaw.translateZ", "|jaw.rotateX", "|jaw.rotateY"})
+  for (const char* channel : {"|lip.translateZ", "|lip.rotateX", "|lip.rotateY", "|lip.scaleZ"})
     EXPECT_EQ(curves.count(channel), 0u) << channel;
-  EXPECT_EQ(curves.at("|jaw.rotateZ").size(), 2u);
+  EXPECT_EQ(curves.at("|jaw.translateZ").size(), 1u);
+  EXPECT_EQ(curves.at("|jaw.translateZ").at(0), 0.0);
+  EXPECT_EQ(curves.at("|lip.rotateZ").size(), 2u);
 }
 
 TEST_F(PluginFileTest, PrintsNothing) {
