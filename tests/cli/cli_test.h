@@ -3,13 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "tests/support/lbp_text.h"
 #include "tests/support/process.h"
 #include "tests/support/temporary_folder.h"
 
 namespace lipvane::test {
+
+using nlohmann::json;
+using Arguments = std::vector<std::string>;
+/// Arguments or files, and the message that they end in.
+using Refusals = std::vector<std::pair<Arguments, std::string>>;
+
+inline const std::string kExamples = LIPVANE_SOURCE_DIR "/examples/";
 
 /// A small face: jaw and lip under head, animated jaw.
 inline constexpr char kFaceScene[] = R"(//Maya ASCII 2024 scene
@@ -45,19 +55,21 @@ class CliTest : public testing::Test {
   CliTest() { std::filesystem::current_path(folder_.Path()); }
   ~CliTest() override { std::filesystem::current_path(before_); }
 
-  static ProcessResult Lipvane(const std::vector<std::string>& arguments) {
+  static ProcessResult Lipvane(Arguments arguments, const Arguments& more = {}) {
+    arguments.insert(arguments.end(), more.begin(), more.end());
     return RunProcess(LIPVANE_BINARY, arguments);
   }
   /// The work fails with this one message, and nothing else comes out.
-  static void ExpectFailure(const std::vector<std::string>& arguments, const std::string& error) {
-    const ProcessResult result = Lipvane(arguments);
+  static void ExpectFailure(const Arguments& arguments, const std::string& error,
+                            const Arguments& more = {}) {
+    const ProcessResult result = Lipvane(arguments, more);
     EXPECT_EQ(result.status, 1) << error;
     EXPECT_EQ(result.err, "Error: " + error + "\n");
     EXPECT_EQ(result.out, "");
   }
   /// Exports poses of a scene of the example's face, and answers the file.
   std::string ExportExample(const std::string& scene, const std::string& poses) const {
-    std::string bones = FileContent(LIPVANE_SOURCE_DIR "/examples/bones.txt");
+    std::string bones = FileContent(kExamples + "bones.txt");
     bones.erase(bones.find('\n'));
     const std::string lbp = folder_.Path("example" + poses + ".lbp");
     const ProcessResult result =
@@ -66,6 +78,10 @@ class CliTest : public testing::Test {
                      lbp + "\""});
     EXPECT_EQ(result.status, 0) << result.err;
     return lbp;
+  }
+  /// An animation file with the one track "Eat" of these lines: the number of keys, the keys.
+  std::string AnimationOf(const std::string& name, const std::string& lines) const {
+    return folder_.Make(name, "LTF\n1\n0\n1\n{\nEat\n" + lines + "\n}\n0\n");
   }
   static bool Has(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;

@@ -1,5 +1,4 @@
 #include "tests/cli/cli_test.h"
-#include "tests/support/lbp_text.h"
 
 namespace lipvane::test {
 namespace {

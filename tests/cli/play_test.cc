@@ -1,12 +1,7 @@
-#include <nlohmann/json.hpp>
-
 #include "tests/cli/cli_test.h"
-#include "tests/support/lbp_text.h"
 
 namespace lipvane::test {
 namespace {
-
-using nlohmann::json;
 
 BoneLine At(double x) {
   return {{x, 0, 0}, {-1, 0, 0, 0}};
@@ -21,12 +16,8 @@ constexpr char kLine[] =
 
 class PlayTest : public CliTest {
  protected:
-  ProcessResult Play(const std::vector<std::string>& more) {
-    std::vector<std::string> arguments = {"play", lbp_, ltf_};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return Lipvane(arguments);
-  }
-  json Frames(const std::vector<std::string>& more) {
+  ProcessResult Play(const Arguments& more) { return Lipvane({"play", lbp_, ltf_}, more); }
+  json Frames(const Arguments& more) {
     const ProcessResult result = Play(more);
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
@@ -61,7 +52,7 @@ TEST_F(PlayTest, PrintsWhatTheControllerMakes) {
 }
 
 TEST_F(PlayTest, SamplesDoNotPassTheLength) {
-  const auto times = [&](const std::vector<std::string>& more) {
+  const auto times = [&](const Arguments& more) {
     std::vector<double> list;
     for (const json& frame : Frames(more)) {
       list.push_back(frame["time"]);
@@ -77,7 +68,7 @@ TEST_F(PlayTest, SamplesDoNotPassTheLength) {
   EXPECT_EQ(times({})[30], 1000);
   EXPECT_EQ(times({"--fps", "0.001"}), std::vector<double>{0});
   // A length over a rate that is only nearly a whole number of frames.
-  ltf_ = folder_.Make("2500.ltf", "LTF\n1\n0\n1\n{\nEat\n1\n2500 0\n}\n0\n");
+  ltf_ = AnimationOf("2500.ltf", "1\n2500 0");
   const auto film = times({"--fps", "23.976", "--ticks-per-second", "30"});
   ASSERT_EQ(film.size(), 1999U);
   EXPECT_EQ(film[1998], 2500);
@@ -109,7 +100,7 @@ TEST_F(PlayTest, CsvHasAColumnForTracksBeyondThePoses) {
 }
 
 TEST_F(PlayTest, WhatIsNotANumberIsNullAndTheFileIsWhole) {
-  ltf_ = folder_.Make("nan.ltf", "LTF\n1.0\n0\n1\n{\nEat\n2\n5 0 5 1\n}\n0\n");
+  ltf_ = AnimationOf("nan.ltf", "2\n5 0 5 1");
   const std::string file = folder_.Path("frames.json");
   const ProcessResult result = Play({"--at", "5", "-o", file});
   EXPECT_EQ(result.status, 0);
@@ -122,10 +113,9 @@ TEST_F(PlayTest, WhatIsNotANumberIsNullAndTheFileIsWhole) {
 }
 
 TEST_F(PlayTest, SaysWhatCannotBePlayed) {
-  const std::string vast =
-      folder_.Make("vast.ltf", "LTF\n1.0\n0\n1\n{\nEat\n1\n2147483647 0\n}\n0\n");
+  const std::string vast = AnimationOf("vast.ltf", "1\n2147483647 0");
   const std::string old = folder_.Make("old.lbp", "1\n");
-  const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+  const Refusals cases = {
       {{"no.lbp", ltf_}, "no.lbp: No such file or directory"},
       {{old, ltf_}, old + ":1: the version is 1, not 2"},
       {{lbp_, "no.ltf"}, "no.ltf: No such file or directory"},
@@ -136,9 +126,7 @@ TEST_F(PlayTest, SaysWhatCannotBePlayed) {
       {{lbp_, ltf_, "-o", "/no/such/f.json"}, "/no/such/f.json: there is no folder /no/such"},
       {{lbp_, ltf_, "-o", folder_.Path()}, folder_.Path() + ": Is a directory"}};
   for (const auto& [arguments, error] : cases) {
-    std::vector<std::string> words = {"play"};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    ExpectFailure(words, error);
+    ExpectFailure({"play"}, error, arguments);
   }
   EXPECT_EQ(Lipvane({"play", lbp_, vast, "--at", "2147483647"}).status, 0);
 }

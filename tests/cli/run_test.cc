@@ -1,21 +1,11 @@
-#include <nlohmann/json.hpp>
-
 #include "tests/cli/cli_test.h"
-#include "tests/support/lbp_text.h"
 
 namespace lipvane::test {
 namespace {
 
-using nlohmann::json;
-using Arguments = std::vector<std::string>;
-
 class RunTest : public CliTest {
  protected:
-  ProcessResult Run(const Arguments& more) {
-    Arguments arguments = {"run", scene_};
-    arguments.insert(arguments.end(), more.begin(), more.end());
-    return Lipvane(arguments);
-  }
+  ProcessResult Run(const Arguments& more) { return Lipvane({"run", scene_}, more); }
   /// The report of a run that ends with this status.
   json Report(int status, Arguments more) {
     more.insert(more.end(), {"--report", "-"});
@@ -139,7 +129,7 @@ TEST_F(RunTest, ACommandOfAFileThatFailsIsNamedByItsPlace) {
 }
 
 TEST_F(RunTest, FilesThatCannotBeUsedAreNamed) {
-  const std::vector<std::pair<Arguments, std::string>> cases = {
+  const Refusals cases = {
       {{"-f", "/no/such.mel"}, "Error: /no/such.mel: No such file or directory\n"},
       {{"-e", Export(), "-o", "/no/such/out.ma"},
        "Error: /no/such/out.ma: there is no folder /no/such\n"},

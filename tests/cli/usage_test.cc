@@ -1,22 +1,19 @@
 #include <filesystem>
 
 #include "tests/cli/cli_test.h"
-#include "tests/support/lbp_text.h"
 
 namespace lipvane::test {
 namespace {
 
-using Arguments = std::vector<std::string>;
-
 TEST_F(CliTest, HelpAndVersionGoToStandardOutput) {
-  const std::vector<std::pair<Arguments, std::string>> cases = {{{"--help"}, "Usage:"},
-                                                                {{"run", "--help"}, "--report"},
-                                                                {{"inspect", "--help"}, "--json"},
-                                                                {{"check", "--help"}, "--scene"},
-                                                                {{"play", "--help"}, "--at"},
-                                                                {{"bake", "--help"}, "--start"},
-                                                                {{"map", "--help"}, "CHARACTER"},
-                                                                {{"--version"}, "lipvane "}};
+  const Refusals cases = {{{"--help"}, "Usage:"},
+                          {{"run", "--help"}, "--report"},
+                          {{"inspect", "--help"}, "--json"},
+                          {{"check", "--help"}, "--scene"},
+                          {{"play", "--help"}, "--at"},
+                          {{"bake", "--help"}, "--start"},
+                          {{"map", "--help"}, "CHARACTER"},
+                          {{"--version"}, "lipvane "}};
   for (const auto& [arguments, part] : cases) {
     const ProcessResult result = Lipvane(arguments);
     EXPECT_EQ(result.status, 0);
@@ -33,13 +30,11 @@ TEST_F(CliTest, WithoutArgumentsTheHelpIsWrongUsage) {
 }
 
 TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
-  const std::vector<std::pair<Arguments, std::string>> cases = {
+  const Refusals cases = {
       {{"frobnicate"}, "The following argument was not expected: frobnicate"},
-      {{"--frob"}, "The following argument was not expected: --frob"},
       {{"run"}, "SCENE is required"},
       {{"run", "a.ma", "-e"}, "-e: 1 required MEL missing"},
       {{"run", "a.ma", "b.ma"}, "The following argument was not expected: b.ma"},
-      {{"run", "a.ma", "--frob"}, "The following argument was not expected: --frob"},
       {{"run", "a.ma", "-o", ""}, "-o: needs the name of a file"},
       {{"run", "a.ma", "--report", ""}, "--report: needs the name of a file"},
       {{"run", "a.ma", "-o", "./b", "--report", "b"}, "-o and --report: name the same file, ./b"},
@@ -48,12 +43,10 @@ TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
       {{"run", "a.ma", "-f", "./s", "--report", "s"}, "--report: names a file that is read, s"},
       {{"run", "a.ma", "-f", "s", "-o", "s"}, "-o: names a file that is read, s"},
       {{"inspect"}, "FILE is required"},
-      {{"inspect", "a", "b"}, "The following argument was not expected: b"},
       {{"inspect", "a", "--jsno"}, "The following argument was not expected: --jsno"},
       {{"check"}, "FILE is required"},
       {{"check", "a", "--scene", ""}, "--scene: needs the name of a file"},
       {{"play", "a"}, "LTF is required"},
-      {{"play", "a", "b", "c"}, "The following argument was not expected: c"},
       {{"play", "a", "b", "--fps"}, "--fps: 1 required N missing"},
       {{"play", "a", "b", "--fps", "0"},
        "--fps: \"0\" is no rate: it is from 0.000001 to 1000000000"},
