@@ -1,7 +1,6 @@
-// Both commands on whole scenes, their numbers held against matrices calculated here. Further
+// Both commands on whole scenes, their numbers held against the local matrices before. Further
 // scenes are taken from the folder that the environment variable LIPVANE_SCENES names.
 
-#include <Imath/ImathEuler.h>
 #include <Imath/ImathMatrix.h>
 #include <Imath/ImathMatrixAlgo.h>
 #include <Imath/ImathQuat.h>
@@ -20,7 +19,9 @@
 #include "lipvane/formats/lbp.h"
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/transform.h"
 #include "lipvane/plugin/registration.h"
+#include "tests/support/embedded_scene.h"
 #include "tests/support/temporary_folder.h"
 
 namespace lipvane::standalone {
@@ -48,35 +49,18 @@ std::string Written(const Scene& scene) {
   return out.str();
 }
 
-Imath::V3d ToImath(const Vector& v) {
-  return {v[0], v[1], v[2]};
+Imath::M44d Local(const TransformValues& values) {
+  const host::Matrix matrix = LocalMatrix(values);
+  Imath::M44d local;
+  for (std::size_t i = 0; i < 16; ++i)
+    local.getValue()[i] = matrix[i / 4][i % 4];
+  return local;
 }
 
-Imath::M44d Turn(const Vector& angles, RotateOrder order = RotateOrder::kXyz) {
-  constexpr Imath::Eulerd::Order kOrders[] = {Imath::Eulerd::XYZ, Imath::Eulerd::YZX,
-                                              Imath::Eulerd::ZXY, Imath::Eulerd::XZY,
-                                              Imath::Eulerd::YXZ, Imath::Eulerd::ZYX};
-  Imath::Eulerd euler(kOrders[static_cast<std::size_t>(order)]);
-  euler.setXYZVector(ToImath(angles));
-  return euler.toMatrix44();
-}
-
-Imath::M44d Scaling(const Vector& scale) {
-  Imath::M44d matrix;
-  matrix.setScale(ToImath(scale));
-  return matrix;
-}
-
-/// A joint's local matrix from its channels.
-Imath::M44d JointMatrix(const TransformValues& v) {
-  Imath::M44d inverseScale;
-  if (v.segmentScaleCompensate) {
-    inverseScale = Scaling({1 / v.inverseScale[0], 1 / v.inverseScale[1], 1 / v.inverseScale[2]});
-  }
-  Imath::M44d translation;
-  translation.setTranslation(ToImath(v.translate));
-  return Scaling(v.scale) * Turn(v.rotateAxis) * Turn(v.rotate, v.rotateOrder) *
-         Turn(v.jointOrient) * inverseScale * translation;
+Imath::M44d Turn(const Vector& angles) {
+  TransformValues turned;
+  turned.rotate = angles;
+  return Local(turned);
 }
 
 /// What the import makes of a file's rotation on a joint of this orientation.
@@ -169,9 +153,9 @@ TEST_P(Scenes, KeepTheirPosesThroughExportAndImport) {
       const std::vector<double>& line = lines[static_cast<std::size_t>(pose) * nodes.size() + b];
       const TransformValues& values = before[static_cast<std::size_t>(pose)][b];
       SCOPED_TRACE(scene.Name(node) + " in pose " + std::to_string(pose));
-      const Imath::M44d local = JointMatrix(values);
-      for (int i = 0; i < 16; ++i) {
-        const double expected = local[i / 4][i % 4];
+      const Imath::M44d local = Local(values);
+      for (int i = 0; i < 19; ++i) {  // the translation stands once more behind the matrix
+        const double expected = i < 16 ? local[i / 4][i % 4] : local[3][i - 16];
         EXPECT_NEAR(line[static_cast<std::size_t>(i)], expected, 1e-5 * (1 + std::abs(expected)));
       }
 
@@ -197,8 +181,11 @@ TEST_P(Scenes, KeepTheirPosesThroughExportAndImport) {
       EXPECT_TRUE(rotation.equalWithAbsError(KeyedRotation(line, values.jointOrient), 2e-5));
       if (values.scale == Vector{1, 1, 1} && values.inverseScale == Vector{1, 1, 1}) {
         // So a joint of another order or with a rotate axis is keyed with what both make together.
-        EXPECT_TRUE(rotation.equalWithAbsError(
-            Turn(values.rotateAxis) * Turn(values.rotate, values.rotateOrder), 2e-5));
+        TransformValues turned;
+        turned.rotateAxis = values.rotateAxis;
+        turned.rotate = values.rotate;
+        turned.rotateOrder = values.rotateOrder;
+        EXPECT_TRUE(rotation.equalWithAbsError(Local(turned), 2e-5));
       }
     }
   }
@@ -217,18 +204,13 @@ TEST_P(Scenes, ReadBackAsTheyWereSaved) {
   const Scene again = Scene::Parse(saved, "again.ma");
   EXPECT_EQ(Written(again), saved);
   EXPECT_EQ(again.PathCount(), scene.PathCount());
-  const auto expected = scene.DrivenChannels();
-  const auto driven = again.DrivenChannels();
-  ASSERT_EQ(driven.size(), expected.size());
-  for (std::size_t i = 0; i < driven.size(); ++i) {
-    EXPECT_EQ(driven[i].node, expected[i].node);
-    EXPECT_EQ(driven[i].channel, expected[i].channel);
-    ASSERT_EQ(driven[i].curve->keys.size(), expected[i].curve->keys.size());
-    for (std::size_t k = 0; k < driven[i].curve->keys.size(); ++k) {
-      EXPECT_EQ(driven[i].curve->keys[k].time, expected[i].curve->keys[k].time);
-      EXPECT_NEAR(driven[i].curve->keys[k].value, expected[i].curve->keys[k].value,
-                  1e-12 * (1 + std::abs(expected[i].curve->keys[k].value)));
-    }
+  const auto curves = test::CurvesOf(scene);
+  auto curvesAgain = test::CurvesOf(again);
+  EXPECT_EQ(curvesAgain.size(), curves.size());
+  for (const auto& [channel, keys] : curves) {
+    ASSERT_EQ(curvesAgain[channel].size(), keys.size()) << channel;
+    for (const auto& [time, value] : keys)
+      EXPECT_NEAR(curvesAgain[channel].at(time), value, 1e-12 * (1 + std::abs(value))) << channel;
   }
 }
 
@@ -237,6 +219,25 @@ std::string TestName(const testing::TestParamInfo<std::string>& info) {
   std::replace_if(
       name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
   return name;
+}
+
+// Twenty poses of a face with the head above all others, each moved from neutral by something.
+TEST(Example, HoldsTwentyPosesThatDiffer) {
+  Scene scene = Scene::Open(LIPVANE_SOURCE_DIR "/examples/face_poses.ma");
+  std::size_t joints = 0;
+  for (NodeId node = 0; node < scene.NodeCount(); ++node) {
+    if (scene.Kind(node) == NodeKind::kJoint) ++joints;
+  }
+  EXPECT_GE(joints, 35u);
+  EXPECT_LE(joints, 60u);
+  for (int pose = 1; pose < 20; ++pose) {
+    double most = 0;
+    for (const auto& driven : scene.DrivenChannels()) {
+      const Curve& curve = *driven.curve;
+      most = std::max(most, std::abs(curve.ValueAt(10.0 * pose) - curve.ValueAt(0)));
+    }
+    EXPECT_GT(most, 0.05) << pose;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, Scenes, testing::ValuesIn(SceneFiles()), TestName);

@@ -81,14 +81,6 @@ TEST_F(CallOrder, ExportWalksOnceForTheSkeletonAndOnceAPoseAfterItsTime) {
   EXPECT_EQ(host.Calls(), expected);
 }
 
-TEST_F(CallOrder, SelectReadsTheSelectionAroundTheLastBone) {
-  RecordingHost host(TwoJoints());
-  FacialAnimCommand(host).DoIt(Words({"-select", "-lbp", Lbp({"jaw", "nobody"}, 0)}));
-  const Calls tail(host.Calls().end() - 6, host.Calls().end());
-  EXPECT_EQ(tail, (Calls{"DisplayWarning", "SelectByName jaw", "GetSelectionLength",
-                         "SelectByName nobody", "GetSelectionLength", "ClearSelection"}));
-}
-
 // Every call fails in turn; what was asked for goes on around it.
 TEST_F(CallOrder, ImportSurvivesTheFailureOfAnyCall) {
   const std::string lbp = Lbp({"jaw", "head"}, 2);

@@ -48,14 +48,6 @@ TEST_F(PoseBaking, KeysTheLastJointOfTheName) {
   EXPECT_EQ(host_.curves.size(), 6U);
 }
 
-TEST_F(PoseBaking, GoesOnTurningWhereAnglesBeginAnew) {
-  BoneBaker baker = Baker("head");
-  for (int frame = 0; frame < 20; ++frame)
-    EXPECT_TRUE(baker.Key(Turned(0.5 * frame), frame).ok());
-  for (const auto& [frame, angle] : host_.curves["|head.rotateX"])
-    EXPECT_NEAR(angle, 0.5 * frame, 1e-5);
-}
-
 TEST_F(PoseBaking, AFrameThatIsNotFiniteIsLeftOut) {
   BoneBaker baker = Baker("head");
   TIndexedBone lost = Turned(3);
