@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/embedded_scene.h"
+
 namespace lipvane::standalone {
 namespace {
 
@@ -62,13 +64,7 @@ class InterpreterTest : public testing::Test {
     return outcome.messages.empty() ? "no message" : outcome.messages.back().text;
   }
 
-  Names Selected() const {
-    Names names;
-    for (const PathId path : interpreter_.GetHost().Selection()) {
-      names.push_back(scene_.FullPath(path));
-    }
-    return names;
-  }
+  Names Selected() const { return test::SelectionOf(interpreter_.GetHost()); }
 
   Scene scene_ = Scene::Parse(kScene, "test.ma");
   Names heard_;

@@ -14,8 +14,8 @@ using Paths = std::vector<std::string>;
 
 TEST(SceneReading, MeetsTheWorldAndTheDefaultCamerasFirst) {
   const Scene scene = Read(
-      "createNode joint -n \"root\";\ncreateNode transform -s -n \"top\";\n"
-      "createNode camera -s -n \"topShape\" -p \"top\";\n");
+      "createNode joint -n 'root'; createNode transform -s -n 'top'; "
+      "createNode camera -s -n 'topShape' -p 'top';");
   Paths paths;
   for (PathId i = 0; i < scene.PathCount(); ++i)
     paths.push_back(scene.FullPath(i));
@@ -32,9 +32,9 @@ TEST(SceneReading, MeetsTheWorldAndTheDefaultCamerasFirst) {
 
 TEST(SceneReading, TellsKindsOfNodesApart) {
   const Scene scene = Read(
-      "createNode joint -n \"j\";\ncreateNode mesh -n \"s\" -p \"j\";\n"
-      "createNode rigGroup -n \"plugged\";\ncreateNode joint -n \"k\" -p \"plugged\";\n"
-      "createNode parentConstraint -n \"c\" -p \"k\";\ncreateNode lambert -n \"notInDag\";\n");
+      "createNode joint -n 'j'; createNode mesh -n 's' -p 'j'; createNode rigGroup -n 'plugged'; "
+      "createNode joint -n 'k' -p 'plugged'; createNode parentConstraint -n 'c' -p 'k'; "
+      "createNode lambert -n 'notInDag';");
   EXPECT_EQ(OwnPaths(scene), (Paths{"|j", "|j|s", "|plugged", "|plugged|k", "|plugged|k|c"}));
   EXPECT_EQ(scene.Kind(At(scene, "|j")), NodeKind::kJoint);
   EXPECT_EQ(scene.Kind(At(scene, "|j|s")), NodeKind::kShape);
@@ -45,13 +45,13 @@ TEST(SceneReading, TellsKindsOfNodesApart) {
 
 TEST(SceneReading, TellsTransformsOfOtherTypes) {
   const Scene scene = Read(
-      "createNode nucleus -n \"top\";\ncreateNode transform -n \"g\";\n"
-      "createNode hikIKEffector -n \"h\" -p \"g\";\nsetAttr \".tx\" 2;\n"
-      "createNode plugIn -n \"set\" -p \"g\";\nsetAttr \".s\" -type \"double3\" 1 2 3;\n"
-      "createNode plugIn -n \"driven\" -p \"g\";\nconnectAttr \"h.ry\" \"driven.ry\";\n"
-      "createNode plugIn -n \"bound\" -p \"g\";\nconnectAttr \"h.out\" \"bound.t\";\n"
-      "createNode plugIn -n \"neither\" -p \"g\";\nsetAttr \".s\" 2;\nsetAttr \".ro\" 1;\n"
-      "createNode mesh -n \"shape\" -p \"g\";\nsetAttr \".tx\" 2;\n");
+      "createNode nucleus -n 'top'; createNode transform -n 'g'; "
+      "createNode hikIKEffector -n 'h' -p 'g'; setAttr '.tx' 2; "
+      "createNode plugIn -n 'set' -p 'g'; setAttr '.s' -type 'double3' 1 2 3; "
+      "createNode plugIn -n 'driven' -p 'g'; connectAttr 'h.ry' 'driven.ry'; "
+      "createNode plugIn -n 'bound' -p 'g'; connectAttr 'h.out' 'bound.t'; "
+      "createNode plugIn -n 'neither' -p 'g'; setAttr '.s' 2; setAttr '.ro' 1; "
+      "createNode mesh -n 'shape' -p 'g'; setAttr '.tx' 2;");
   std::string transforms;
   for (const char* path :
        {"|top1", "|g|h", "|g|set", "|g|driven", "|g|bound", "|g|neither", "|g|shape"}) {
@@ -63,12 +63,11 @@ TEST(SceneReading, TellsTransformsOfOtherTypes) {
 
 TEST(SceneReading, FindsNodesByShortPartialAndFullPathsAndNamespaces) {
   const Scene scene = Read(
-      "createNode transform -name \"a\";\ncreateNode transform -n \"b\";\n"
-      "createNode joint -n \"NS:in:jaw\" -p \"a\";\ncreateNode joint -p \"b\" -n \"jaw\";\n"
-      "createNode joint -n \"jaw\" -p \"|a|NS:in:jaw\";\n"
-      "setAttr \"b|jaw.tx\" 1;\nsetAttr \"|a|NS:in:jaw|jaw.translateX\" 2;\n"
-      "setAttr \":NS:in:jaw.tx\" 3;\nselect -ne \"b|jaw\";\nsetAttr \".ty\" 4;\n"
-      "setAttr \"jaw.tz\" 5;\n");
+      "createNode transform -name 'a';\ncreateNode transform -n 'b';\n"
+      "createNode joint -n 'NS:in:jaw' -p 'a';\ncreateNode joint -p 'b' -n 'jaw';\n"
+      "createNode joint -n 'jaw' -p '|a|NS:in:jaw';\nsetAttr 'b|jaw.tx' 1;\n"
+      "setAttr '|a|NS:in:jaw|jaw.translateX' 2;\nsetAttr ':NS:in:jaw.tx' 3;\n"
+      "select -ne 'b|jaw';\nsetAttr '.ty' 4;\nsetAttr 'jaw.tz' 5;\n");
   const auto translate = [&scene](const char* path) {
     return scene.ValuesAt(At(scene, path), 0).translate;
   };
@@ -82,11 +81,10 @@ TEST(SceneReading, FindsNodesByShortPartialAndFullPathsAndNamespaces) {
 
 TEST(SceneReading, NamesNodesAsTheHostDoes) {
   const Scene scene = Read(
-      "createNode joint -n \"a\";\ncreateNode joint -n \"a\";\ncreateNode joint -n \"a\";\n"
-      "createNode joint;\ncreateNode joint -n \"\";\ncreateNode joint -n \"a\" -p \"a1\";\n"
-      "createNode lambert -n \"x\";\ncreateNode joint -n \"x\";\n"
-      "createNode joint -n \"old\";\nrename -uid \"89DBF2A6\";\nrename \"old\" \"new\";\n"
-      "setAttr \"new.tx\" 7;\n");
+      "createNode joint -n 'a'; createNode joint -n 'a'; createNode joint -n 'a'; "
+      "createNode joint; createNode joint -n ''; createNode joint -n 'a' -p 'a1'; "
+      "createNode lambert -n 'x'; createNode joint -n 'x'; createNode joint -n 'old'; "
+      "rename -uid '89DBF2A6'; rename 'old' 'new'; setAttr 'new.tx' 7;");
   EXPECT_EQ(OwnPaths(scene),
             (Paths{"|a", "|a1", "|a1|a", "|a2", "|joint1", "|joint2", "|x1", "|new"}));
   EXPECT_EQ(scene.ValuesAt(At(scene, "|new"), 0).translate[0], 7);
@@ -94,10 +92,9 @@ TEST(SceneReading, NamesNodesAsTheHostDoes) {
 
 TEST(SceneReading, GivesTheShortestNameThatIsUnique) {
   const Scene scene = Read(
-      "createNode joint -n \"a\";\ncreateNode joint -n \"b\" -p \"a\";\n"
-      "createNode joint -n \"c\" -p \"b\";\ncreateNode joint -n \"d\";\n"
-      "createNode joint -n \"c\" -p \"d\";\ncreateNode joint -n \"a\" -p \"d\";\n"
-      "createNode joint -n \"c\" -p \"|d|a\";\n");
+      "createNode joint -n 'a'; createNode joint -n 'b' -p 'a'; createNode joint -n 'c' -p 'b'; "
+      "createNode joint -n 'd'; createNode joint -n 'c' -p 'd'; createNode joint -n 'a' -p 'd'; "
+      "createNode joint -n 'c' -p '|d|a';");
   Paths names;
   for (PathId i = 9; i < scene.PathCount(); ++i)
     names.push_back(scene.ShortestName(i));
@@ -106,10 +103,10 @@ TEST(SceneReading, GivesTheShortestNameThatIsUnique) {
 
 TEST(SceneReading, MovesAndInstancesNodes) {
   const Scene scene = Read(
-      "createNode transform -n \"a\";\ncreateNode transform -n \"x\" -p \"a\";\n"
-      "createNode mesh -n \"m\" -p \"x\";\ncreateNode transform -n \"b\";\n"
-      "createNode transform -n \"c\";\ncreateNode transform -n \"d\" -p \"b\";\n"
-      "parent -s -nc -r -add \"|a|x\" \"b\";\nparent \"c\" \"a\";\nparent -w \"d\";\n");
+      "createNode transform -n 'a'; createNode transform -n 'x' -p 'a'; "
+      "createNode mesh -n 'm' -p 'x'; createNode transform -n 'b'; createNode transform -n 'c'; "
+      "createNode transform -n 'd' -p 'b'; parent -s -nc -r -add '|a|x' 'b'; parent 'c' 'a'; "
+      "parent -w 'd';");
   EXPECT_EQ(OwnPaths(scene), (Paths{"|a", "|a|x", "|a|x|m", "|a|c", "|b", "|b|x", "|b|x|m", "|d"}));
   EXPECT_EQ(At(scene, "|b|x"), At(scene, "|a|x"));
   EXPECT_EQ(scene.FullPath(scene.FirstPath(At(scene, "|b|x|m"))), "|a|x|m");
@@ -118,13 +115,11 @@ TEST(SceneReading, MovesAndInstancesNodes) {
 
 TEST(SceneReading, RenamesAndMovesEachPathOfAnInstance) {
   const Scene scene = Read(
-      "createNode transform -n \"a\";\ncreateNode joint -n \"x\" -p \"a\";\n"
-      "createNode transform -n \"b\";\ncreateNode joint -n \"z\" -p \"b\";\n"
-      "parent -s -nc -r -add \"|a|x\" \"b\";\nrename \"|a|x\" \"y\";\n"
-      "setAttr \"|b|y.tx\" 3;\ncreateNode joint -n \"c\" -p \"|b|y\";\n"
-      "rename \"|a|y\" \"z\";\nparent -w -r \"|b|z1\";\n"
-      "createNode transform -n \"d\";\ncreateNode joint -n \"z1\" -p \"d\";\n"
-      "parent -r -add \"|a|z1\" \"d\";\nparent -r \"|a|z2\" \"d\";\n");
+      "createNode transform -n 'a'; createNode joint -n 'x' -p 'a'; createNode transform -n 'b'; "
+      "createNode joint -n 'z' -p 'b'; parent -s -nc -r -add '|a|x' 'b'; rename '|a|x' 'y'; "
+      "setAttr '|b|y.tx' 3; createNode joint -n 'c' -p '|b|y'; rename '|a|y' 'z'; "
+      "parent -w -r '|b|z1'; createNode transform -n 'd'; createNode joint -n 'z1' -p 'd'; "
+      "parent -r -add '|a|z1' 'd'; parent -r '|a|z2' 'd';");
   EXPECT_TRUE(scene.ReadingNotes().empty());
   EXPECT_EQ(OwnPaths(scene), (Paths{"|a", "|a|z2", "|a|z2|c", "|b", "|b|z", "|z2", "|z2|c", "|d",
                                     "|d|z1", "|d|z2", "|d|z2|c"}));
@@ -133,8 +128,8 @@ TEST(SceneReading, RenamesAndMovesEachPathOfAnInstance) {
 
 TEST(SceneReading, NotesThatAMovedNodeKeepsItsLocalValues) {
   const Scene scene = Read(
-      "createNode joint -n \"a\";\ncreateNode joint -n \"b\";\ncreateNode joint -n \"c\";\n"
-      "parent \"b\" \"a\";\nparent -r \"c\" \"a\";\nparent \"b\" \"a\";\nparent -w \"c\";\n");
+      "createNode joint -n 'a';\ncreateNode joint -n 'b';\ncreateNode joint -n 'c';\n"
+      "parent 'b' 'a';\nparent -r 'c' 'a';\nparent 'b' 'a';\nparent -w 'c';\n");
   const std::string end =
       " keeps its local values under its new parent, not its place in the world";
   EXPECT_EQ(scene.ReadingNotes(), (Paths{"test.ma:7: \"b\"" + end, "test.ma:10: \"c\"" + end}));
@@ -217,9 +212,9 @@ TEST(SceneReading, RefusesWhatIsNoSceneWithASentence) {
 
 TEST(SceneReading, NotesWhatItPassesOver) {
   const Scene scene = Read(
-      "createNode joint -n \"j\" -p \"gone\";\nsetAttr \".tx\" (3 * 4);\nsetAttr \".ro\" 9;\n"
-      "python \"x\";\npython \"y\";\nfile -rdi 1 -ns \"r\" -rfn \"rRN\" \"c:/a.ma\";\n"
-      "file -r -ns \"r\" -dr 1 -rfn \"rRN\" -typ \"mayaAscii\" \"c:/a.ma\";\n");
+      "createNode joint -n 'j' -p 'gone';\nsetAttr '.tx' (3 * 4);\nsetAttr '.ro' 9;\n"
+      "python 'x';\npython 'y';\nfile -rdi 1 -ns 'r' -rfn 'rRN' 'c:/a.ma';\n"
+      "file -r -ns 'r' -dr 1 -rfn 'rRN' -typ 'mayaAscii' 'c:/a.ma';\n");
   EXPECT_EQ(OwnPaths(scene), Paths{"|j"});
   EXPECT_EQ(scene.References(), Paths{"c:/a.ma"});
   EXPECT_EQ(scene.ReadingNotes(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <sstream>
 #include <stdexcept>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/standalone_host.h"
 
 namespace lipvane::standalone {
 
@@ -14,7 +16,9 @@ inline constexpr const char* kHeader =
     "//Maya ASCII 2024 scene\nrequires maya \"2024\";\n"
     "currentUnit -l centimeter -a degree -t film;\n";
 
-inline Scene Read(const std::string& statements) {
+/// A scene of statements, whose quotation marks may be single ones.
+inline Scene Read(std::string statements) {
+  std::replace(statements.begin(), statements.end(), '\'', '"');
   return Scene::Parse(kHeader + statements, "test.ma");
 }
 
@@ -30,6 +34,17 @@ inline NodeId At(const Scene& scene, const std::string& path) {
     if (scene.FullPath(i) == path) return scene.NodeOf(i);
   }
   throw std::out_of_range("no node at " + path);
+}
+
+/// The place of a full path in a walk of the host.
+inline host::DagPath PathTo(StandaloneHost& host, const std::string& wanted) {
+  host::Status status;
+  const auto iterator = host.NewDagIterator(status);
+  host::DagPath path;
+  for (PathId id = 0; !iterator->IsDone(); iterator->Next(), ++id) {
+    if (host.GetScene().FullPath(id) == wanted && iterator->GetPath(path).ok()) return path;
+  }
+  throw std::out_of_range("no walk comes to " + wanted);
 }
 
 /// The paths behind those of the default cameras.

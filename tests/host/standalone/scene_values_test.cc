@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "lipvane/host/standalone/scene.h"
-#include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/host/standalone/units.h"
 #include "tests/host/standalone/scene_text.h"
 
@@ -33,38 +32,25 @@ std::string Curve(const std::string& type, const std::string& name, const std::s
 Names WarningsOfCurves(Scene& scene, const std::string& path) {
   Names warnings;
   StandaloneHost host(scene, [&](const Message& message) { warnings.push_back(message.text); });
-  host::Status status;
-  const auto iterator = host.NewDagIterator(status);
-  host::DagPath at;
-  for (PathId id = 0; !iterator->IsDone(); iterator->Next(), ++id) {
-    host::Node node;
-    if (scene.FullPath(id) != path || !iterator->GetPath(at).ok() ||
-        !host.AttachDagNode(at, node).ok()) {
-      continue;
-    }
-    for (std::size_t i = 0; i < kChannelCount; ++i) {
-      const char* const channel = ChannelName(static_cast<Channel>(i));
-      const auto curve = host.NewAnimCurve();
-      curve->Create(node, host.FindAttribute(node, channel));
-      curve->AddKeyframe(0, 0);
-    }
+  host::Node node;
+  EXPECT_TRUE(host.AttachDagNode(PathTo(host, path), node).ok());
+  for (std::size_t i = 0; i < kChannelCount; ++i) {
+    const auto curve = host.NewAnimCurve();
+    curve->Create(node, host.FindAttribute(node, ChannelName(static_cast<Channel>(i))));
+    curve->AddKeyframe(0, 0);
   }
   return warnings;
 }
 
 TEST(SceneValues, ReadsAllThatMakesALocalMatrix) {
   const Scene scene = Read(
-      "createNode joint -n \"j\";\n"
-      "\tsetAttr -l on -k off \".t\" -type \"double3\" 1 2 3 ;\n"
-      "\tsetAttr \".r\" -type \"double3\" 90 0 -180 ;\n\tsetAttr \".scaleY\" 2;\n"
-      "\tsetAttr -cb on \".ro\" 5;\n\tsetAttr \".ra\" -type \"double3\" 0 90 0 ;\n"
-      "\tsetAttr \".jointOrient.jointOrientZ\" 45;\n\tsetAttr \".ssc\" no;\n"
-      "\tsetAttr \".is\" -type \"double3\" 1 2 4 ;\n\tsetAttr \".tx\" -l off;\n"
-      "\tsetAttr \".tz\" -1e-015;\n"
-      "createNode transform -n \"g\";\n\tsetAttr \".rp\" -type \"double3\" 1 0 0 ;\n"
-      "\tsetAttr \".rpt\" -type \"double3\" 0 1 0 ;\n\tsetAttr \".sp\" -type \"double3\" 0 0 1 ;\n"
-      "\tsetAttr \".sptx\" 5;\n\tsetAttr \".sh\" -type \"double3\" 0.1 0.2 0.3 ;\n"
-      "\tsetAttr \".shearXZ\" inf;\n");
+      "createNode joint -n 'j'; setAttr -l on -k off '.t' -type 'double3' 1 2 3; "
+      "setAttr '.r' -type 'double3' 90 0 -180; setAttr '.scaleY' 2; setAttr -cb on '.ro' 5; "
+      "setAttr '.ra' -type 'double3' 0 90 0; setAttr '.jointOrient.jointOrientZ' 45; "
+      "setAttr '.ssc' no; setAttr '.is' -type 'double3' 1 2 4; setAttr '.tx' -l off; "
+      "setAttr '.tz' -1e-015; createNode transform -n 'g'; setAttr '.rp' -type 'double3' 1 0 0; "
+      "setAttr '.rpt' -type 'double3' 0 1 0; setAttr '.sp' -type 'double3' 0 0 1; "
+      "setAttr '.sptx' 5; setAttr '.sh' -type 'double3' 0.1 0.2 0.3; setAttr '.shearXZ' inf;");
   const double right = 90 * kRadiansPerDegree;
   const TransformValues joint = Values(scene, "|j", 0);
   EXPECT_TRUE(joint.isJoint);
@@ -89,28 +75,24 @@ TEST(SceneValues, ReadsAllThatMakesALocalMatrix) {
 
 TEST(SceneValues, DividesByTheScaleOfTheParentThatIsConnected) {
   const Scene scene = Read(
-      "createNode joint -n \"a\";\nsetAttr \".s\" -type \"double3\" 2 3 4 ;\n"
-      "createNode joint -n \"b\" -p \"a\";\ncreateNode joint -n \"c\" -p \"a\";\n" +
-      Curve("animCurveTU", "s", "1", "3") +
-      "connectAttr \"s.o\" \"a.sx\";\nconnectAttr \"a.s\" \"b.is\";\n");
+      "createNode joint -n 'a'; setAttr '.s' -type 'double3' 2 3 4; "
+      "createNode joint -n 'b' -p 'a'; createNode joint -n 'c' -p 'a'; " +
+      Curve("animCurveTU", "s", "1", "3") + "connectAttr 's.o' 'a.sx'; connectAttr 'a.s' 'b.is';");
   EXPECT_EQ(Values(scene, "|a|b", 10).inverseScale, (Vector{3, 3, 4}));
   EXPECT_EQ(Values(scene, "|a|c", 10).inverseScale, (Vector{1, 1, 1}));
 }
 
 TEST(SceneValues, WarnOnceACommandWhenTheyAreNotFinite) {
   Scene scene = Read(
-      "createNode joint -n \"a\";\ncreateNode joint -n \"b\" -p \"a\";\nsetAttr \".ty\" nan;\n"
-      "createNode joint -n \"c\" -p \"a\";\nsetAttr \".sx\" inf;\n");
+      "createNode joint -n 'a'; createNode joint -n 'b' -p 'a'; setAttr '.ty' nan; "
+      "createNode joint -n 'c' -p 'a'; setAttr '.sx' inf;");
   Names warnings;
   StandaloneHost host(scene, [&](const Message& message) { warnings.push_back(message.text); });
   const auto ask = [&] {
-    host::Status status;
-    for (const auto walk = host.NewDagIterator(status); !walk->IsDone(); walk->Next()) {
-      host::DagPath path;
+    for (const char* path : {"|a", "|a|b", "|a|c"}) {
       host::Node node;
       host::Matrix matrix;
-      walk->GetPath(path);
-      host.AttachDagNode(path, node);
+      host.AttachDagNode(PathTo(host, path), node);
       host.LocalMatrix(node, matrix);
     }
   };
@@ -126,9 +108,9 @@ TEST(SceneValues, WarnOnceACommandWhenTheyAreNotFinite) {
 
 TEST(SceneValues, LocksComponentsAndCompounds) {
   const Scene scene = Read(
-      "createNode joint -n \"j\";\nsetAttr -l on \".t\";\nsetAttr -lock true \".rx\";\n"
-      "setAttr \".ry\" -l on 4;\nsetAttr -l on \".ry\";\nsetAttr -l off \".ry\";\n"
-      "setAttr -l on \".s\";\nsetAttr \"j.s\" -l off;\nsetAttr -k off \".rz\";\n");
+      "createNode joint -n 'j'; setAttr -l on '.t'; setAttr -lock true '.rx'; "
+      "setAttr '.ry' -l on 4; setAttr -l on '.ry'; setAttr -l off '.ry'; setAttr -l on '.s'; "
+      "setAttr 'j.s' -l off; setAttr -k off '.rz';");
   std::string locked;
   for (std::size_t i = 0; i < kChannelCount; ++i) {
     locked += scene.IsLocked(At(scene, "|j"), static_cast<Channel>(i)) ? '1' : '0';
@@ -138,14 +120,12 @@ TEST(SceneValues, LocksComponentsAndCompounds) {
 
 TEST(SceneCurves, ReadsKeysInAnyShape) {
   const Scene scene = Read(
-      "createNode joint -n \"j\";\ncreateNode animCurveTA -n \"c\";\n"
-      "\tsetAttr \".tan\" 10;\n\tsetAttr -s 4000000000 \".ktv[0:1]\"  0 90 1.5 -180;\n"
-      "\tsetAttr \".keyTimeValue[3]\"  -2 45;\n\tsetAttr -s 4 \".ktv[2]\" 1.5 360;\n"
-      "\tsetAttr -s 4 \".kit[1:3]\"  1 1 18;\n\tsetAttr -s 4 \".kot[2]\"  5;\n"
-      "\tsetAttr -s 4 \".kix[2:3]\"  0.5 1;\n\tsetAttr -s 4 \".kiy[2]\"  -0.25;\n"
-      "\tsetAttr -l on \".ktv\";\n\tsetAttr \".kit[0]\" -l on;\n"
-      "\tsetAttr \".pre\" 3;\n\tsetAttr \".postInfinity\" 4;\n"
-      "connectAttr \"c.output\" \"j.rotateY\";\n");
+      "createNode joint -n 'j'; createNode animCurveTA -n 'c'; setAttr '.tan' 10; "
+      "setAttr -s 4000000000 '.ktv[0:1]'  0 90 1.5 -180; setAttr '.keyTimeValue[3]'  -2 45; "
+      "setAttr -s 4 '.ktv[2]' 1.5 360; setAttr -s 4 '.kit[1:3]'  1 1 18; "
+      "setAttr -s 4 '.kot[2]'  5; setAttr -s 4 '.kix[2:3]'  0.5 1; "
+      "setAttr -s 4 '.kiy[2]'  -0.25; setAttr -l on '.ktv'; setAttr '.kit[0]' -l on; "
+      "setAttr '.pre' 3; setAttr '.postInfinity' 4; connectAttr 'c.output' 'j.rotateY';");
   const lipvane::standalone::Curve* const curve = scene.CurveOf(At(scene, "|j"), Channel::kRotateY);
   ASSERT_NE(curve, nullptr);
   ASSERT_EQ(curve->keys.size(), 3u);
@@ -169,8 +149,8 @@ TEST(SceneCurves, PassesOverKeysThatAreNotUnderstood) {
        {"\".ktv[0:1]\" 1 2 3", "\".ktv\" 1 2", "\".ktv[0]\" nan 2", "\".ktv[0]\" 1 two",
         "\".ktv[4294967296]\" 1 2", "\".ktv[0].kx\" 1", "\".kit[0]\" x", "\".ktv[1:0]\" 1 2",
         "\".ktv[0]\" \"\\t1\" 2", "\".ktv[0].kt\" nan", "\".kit[0].kv\" 1"}) {
-    Scene scene = Read("createNode animCurveTA -n \"c\";\nsetAttr " + std::string(keys) +
-                       ";\ncreateNode joint -n \"j\";\nconnectAttr \"c.o\" \"j.rx\";\n");
+    Scene scene = Read("createNode animCurveTA -n 'c';\nsetAttr " + std::string(keys) +
+                       ";\ncreateNode joint -n 'j';\nconnectAttr 'c.o' 'j.rx';\n");
     ASSERT_EQ(scene.ReadingNotes().size(), 1u) << keys;
     EXPECT_EQ(scene.ReadingNotes()[0],
               "test.ma:5: keys of \"c\" are not understood and are passed over");
@@ -182,16 +162,14 @@ TEST(SceneCurves, PassesOverKeysThatAreNotUnderstood) {
 }
 
 TEST(SceneDrivers, FollowsCurvesThroughWhatPassesThemOn) {
-  const Scene scene =
-      Read("createNode joint -n \"j\";\n" + Curve("animCurveTA", "direct", "0", "90") +
-           Curve("animCurveTL", "inSet", "0", "4") + Curve("animCurveTU", "plain", "0", "2") +
-           Curve("animCurveTU", "degrees", "0", "30") +
-           "createNode character -n \"set\";\ncreateNode unitConversion -n \"u\";\nsetAttr \".cf\" "
-           "0.5;\n"
-           "connectAttr \":time1.o\" \"direct.i\";\nconnectAttr -f \"direct.o\" \"j.rx\";\n"
-           "connectAttr \"inSet.o\" \"set.lv[3]\" -na;\nconnectAttr \"set.lv[3]\" \"|j.tx\";\n"
-           "connectAttr \"plain.o\" \"u.i\";\nconnectAttr \"u.o\" \":j.ry\";\n"
-           "connectAttr \"degrees.o\" \"j.rz\";\n");
+  const Scene scene = Read(
+      "createNode joint -n 'j'; " + Curve("animCurveTA", "direct", "0", "90") +
+      Curve("animCurveTL", "inSet", "0", "4") + Curve("animCurveTU", "plain", "0", "2") +
+      Curve("animCurveTU", "degrees", "0", "30") +
+      "createNode character -n 'set'; createNode unitConversion -n 'u'; setAttr '.cf' 0.5; "
+      "connectAttr ':time1.o' 'direct.i'; connectAttr -f 'direct.o' 'j.rx'; "
+      "connectAttr 'inSet.o' 'set.lv[3]' -na; connectAttr 'set.lv[3]' '|j.tx'; "
+      "connectAttr 'plain.o' 'u.i'; connectAttr 'u.o' ':j.ry'; connectAttr 'degrees.o' 'j.rz';");
   const NodeId joint = At(scene, "|j");
   const TransformValues values = Values(scene, "|j", 10);
   EXPECT_DOUBLE_EQ(values.rotate[0], 90 * kRadiansPerDegree);
@@ -210,9 +188,9 @@ TEST(SceneDrivers, FollowsCurvesThroughWhatPassesThemOn) {
 }
 
 TEST(SceneDrivers, KeysThroughAConversion) {
-  Scene scene = Read("createNode joint -n \"j\";\n" + Curve("animCurveTU", "c", "0", "2") +
-                     "createNode unitConversion -n \"u\";\nsetAttr \".conversionFactor\" 0.5;\n"
-                     "connectAttr \"c.o\" \"u.i\";\nconnectAttr \"u.o\" \"j.rx\";\n");
+  Scene scene = Read("createNode joint -n 'j'; " + Curve("animCurveTU", "c", "0", "2") +
+                     "createNode unitConversion -n 'u'; setAttr '.conversionFactor' 0.5; "
+                     "connectAttr 'c.o' 'u.i'; connectAttr 'u.o' 'j.rx';");
   const NodeId joint = At(scene, "|j");
   EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateX)->keys[1].value, 1);
   ASSERT_TRUE(scene.AttachCurve(joint, Channel::kRotateX));
@@ -224,11 +202,11 @@ TEST(SceneDrivers, KeysThroughAConversion) {
 
 TEST(SceneDrivers, SaysWhyAChannelGetsNoKeys) {
   Scene scene =
-      Read("createNode joint -n \"j\";\nsetAttr -l on \".ty\";\n" +
-           Curve("animCurveTL", "c", "0", "2") + Curve("animCurveTL", "odd", "0", "2") +
-           "setAttr \".ktv[2].x\" 3;\ncreateNode unitConversion -n \"u\";\nsetAttr \".cf\" 0;\n"
-           "connectAttr \"c.o\" \"u.i\";\nconnectAttr \"u.o\" \"j.tx\";\n"
-           "connectAttr \"gone.o\" \"j.tz\";\nconnectAttr \"odd.o\" \"j.sx\";\n");
+      Read("createNode joint -n 'j'; setAttr -l on '.ty'; " + Curve("animCurveTL", "c", "0", "2") +
+           Curve("animCurveTL", "odd", "0", "2") +
+           "setAttr '.ktv[2].x' 3; createNode unitConversion -n 'u'; setAttr '.cf' 0; "
+           "connectAttr 'c.o' 'u.i'; connectAttr 'u.o' 'j.tx'; connectAttr 'gone.o' 'j.tz'; "
+           "connectAttr 'odd.o' 'j.sx';");
   EXPECT_EQ(
       WarningsOfCurves(scene, "|j"),
       (Names{"|j.translateX is driven by c through a conversion that loses its values: it gets "
@@ -241,13 +219,12 @@ TEST(SceneDrivers, SaysWhyAChannelGetsNoKeys) {
 }
 
 TEST(SceneDrivers, SaysWhichChannelsShareACurve) {
-  Scene scene =
-      Read("createNode joint -n \"j\";\ncreateNode joint -n \"k\";\n" +
-           Curve("animCurveTL", "two", "0", "2") + Curve("animCurveTA", "three", "0", "2") +
-           "createNode character -n \"s\";\nconnectAttr \"three.o\" \"s.av[1]\";\n"
-           "connectAttr \"s.av[1]\" \"j.rx\";\nconnectAttr \"three.o\" \"j.rz\";\n"
-           "connectAttr \"three.o\" \"k.rx\";\nconnectAttr \"two.o\" \"k.tx\";\n"
-           "connectAttr \"two.o\" \"j.tx\";\nconnectAttr \"j.tx\" \"k.ty\";\n");
+  Scene scene = Read(
+      "createNode joint -n 'j'; createNode joint -n 'k'; " + Curve("animCurveTL", "two", "0", "2") +
+      Curve("animCurveTA", "three", "0", "2") +
+      "createNode character -n 's'; connectAttr 'three.o' 's.av[1]'; "
+      "connectAttr 's.av[1]' 'j.rx'; connectAttr 'three.o' 'j.rz'; connectAttr 'three.o' 'k.rx'; "
+      "connectAttr 'two.o' 'k.tx'; connectAttr 'two.o' 'j.tx'; connectAttr 'j.tx' 'k.ty';");
   const NodeId joint = At(scene, "|j");
   const auto sharers = scene.SharersOf(joint, Channel::kRotateX);
   ASSERT_EQ(sharers.size(), 2u);
@@ -263,14 +240,13 @@ TEST(SceneDrivers, SaysWhichChannelsShareACurve) {
 
 TEST(SceneDrivers, SaysWhatItCannotEvaluate) {
   const Scene scene = Read(
-      "createNode joint -n \"j\";\nsetAttr \".t\" -type \"double3\" 1 2 3 ;\n"
-      "createNode parentConstraint -n \"con\" -p \"j\";\ncreateNode animCurveUA -n \"driven\";\n"
-      "createNode animCurveTA -n \"warped\";\nsetAttr \".ktv[0]\" 1 1;\ncreateNode expression -n "
-      "\"e\";\n"
-      "connectAttr \"con.ct\" \"j.t\";\nconnectAttr \"driven.o\" \"j.rx\";\n"
-      "connectAttr \"e.out[0]\" \"warped.i\";\nconnectAttr \"warped.o\" \"j.ry\";\n"
-      "connectAttr \"xRN.phl[2]\" \"j.sx\";\nconnectAttr \"ref:ctl.ssc\" \"j.ssc\";\n"
-      "connectAttr \"con.x\" \"j.rpx\";\nconnectAttr \"con.x\" \"j.shxy\";\n");
+      "createNode joint -n 'j'; setAttr '.t' -type 'double3' 1 2 3; "
+      "createNode parentConstraint -n 'con' -p 'j'; createNode animCurveUA -n 'driven'; "
+      "createNode animCurveTA -n 'warped'; setAttr '.ktv[0]' 1 1; createNode expression -n 'e'; "
+      "connectAttr 'con.ct' 'j.t'; connectAttr 'driven.o' 'j.rx'; "
+      "connectAttr 'e.out[0]' 'warped.i'; connectAttr 'warped.o' 'j.ry'; "
+      "connectAttr 'xRN.phl[2]' 'j.sx'; connectAttr 'ref:ctl.ssc' 'j.ssc'; "
+      "connectAttr 'con.x' 'j.rpx'; connectAttr 'con.x' 'j.shxy';");
   Names unread;
   EXPECT_EQ(Values(scene, "|j", 1, &unread).translate, (Vector{1, 2, 3}));
   EXPECT_EQ(unread,
@@ -283,24 +259,22 @@ TEST(SceneDrivers, SaysWhatItCannotEvaluate) {
 }
 
 TEST(SceneDrivers, TheLastConnectionCounts) {
-  const Scene scene = Read("createNode joint -n \"j\";\n" + Curve("animCurveTL", "a", "1", "1") +
-                           Curve("animCurveTL", "b", "2", "2") +
-                           "connectAttr \"a.o\" \"j.tx\";\nconnectAttr -f \"b.o\" \"j.tx\";\n"
-                           "connectAttr \"a.o\" \"j.ty\";\ndisconnectAttr \"b.o\" \"j.ty\";\n"
-                           "connectAttr \"a.o\" \"j.tz\";\ndisconnectAttr \"a.o\" \"j.tz\";\n");
+  const Scene scene =
+      Read("createNode joint -n 'j'; " + Curve("animCurveTL", "a", "1", "1") +
+           Curve("animCurveTL", "b", "2", "2") +
+           "connectAttr 'a.o' 'j.tx'; connectAttr -f 'b.o' 'j.tx'; connectAttr 'a.o' 'j.ty'; "
+           "disconnectAttr 'b.o' 'j.ty'; connectAttr 'a.o' 'j.tz'; disconnectAttr 'a.o' 'j.tz';");
   EXPECT_EQ(Values(scene, "|j", 0).translate, (Vector{2, 1, 0}));
 }
 
 TEST(SceneDrivers, EvaluatesBlendsAndSetsButDoesNotKeyThem) {
-  const Scene scene =
-      Read("createNode joint -n \"j\";\ncreateNode joint -n \"k\";\n" +
-           Curve("animCurveTL", "c", "1", "5") +
-           "createNode pairBlend -n \"p\";\nsetAttr \".w\" 0.25;\nsetAttr \".itx2\" 9;\n"
-           "setAttr \".inRotateX1\" 90;\nsetAttr \".ri\" 1;\nsetAttr \".txm\" 0;\n"
-           "createNode character -n \"set\";\nsetAttr -s 2 \".av[1:2]\" 45 90;\n"
-           "connectAttr \"c.o\" \"p.itx1\";\nconnectAttr \"p.ot\" \"j.t\";\nconnectAttr \"p.orx\" "
-           "\"j.rx\";\n"
-           "connectAttr \"set.av[2]\" \"j.ry\";\nconnectAttr \"j.tx\" \"k.tx\";\n");
+  const Scene scene = Read(
+      "createNode joint -n 'j'; createNode joint -n 'k'; " + Curve("animCurveTL", "c", "1", "5") +
+      "createNode pairBlend -n 'p'; setAttr '.w' 0.25; setAttr '.itx2' 9; "
+      "setAttr '.inRotateX1' 90; setAttr '.ri' 1; setAttr '.txm' 0; "
+      "createNode character -n 'set'; setAttr -s 2 '.av[1:2]' 45 90; connectAttr 'c.o' 'p.itx1'; "
+      "connectAttr 'p.ot' 'j.t'; connectAttr 'p.orx' 'j.rx'; connectAttr 'set.av[2]' 'j.ry'; "
+      "connectAttr 'j.tx' 'k.tx';");
   Names unread;
   const TransformValues values = Values(scene, "|j", 10, &unread);
   EXPECT_EQ(values.translate[0], 5 * 0.75 + 9 * 0.25);

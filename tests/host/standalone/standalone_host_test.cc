@@ -8,6 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "tests/host/standalone/scene_text.h"
+#include "tests/support/embedded_scene.h"
+
 namespace lipvane::standalone {
 namespace {
 
@@ -48,20 +51,8 @@ class StandaloneHostTest : public testing::Test {
  protected:
   host::Node NodeAt(const std::string& path) {
     host::Node node;
-    EXPECT_TRUE(host_.AttachDagNode(PathTo(path), node).ok());
+    EXPECT_TRUE(host_.AttachDagNode(PathTo(host_, path), node).ok());
     return node;
-  }
-
-  host::DagPath PathTo(const std::string& wanted) {
-    host::Status status;
-    const auto iterator = host_.NewDagIterator(status);
-    host::DagPath path;
-    for (PathId id = 0; !iterator->IsDone(); iterator->Next(), ++id) {
-      EXPECT_TRUE(iterator->GetPath(path).ok());
-      if (scene_.FullPath(id) == wanted) return path;
-    }
-    ADD_FAILURE() << "no " << wanted;
-    return {};
   }
 
   std::unique_ptr<host::AnimCurve> CurveOn(const std::string& path, const std::string& attribute,
@@ -72,12 +63,7 @@ class StandaloneHostTest : public testing::Test {
     return curve;
   }
 
-  Names Selected() const {
-    Names names;
-    for (const PathId path : host_.Selection())
-      names.push_back(scene_.FullPath(path));
-    return names;
-  }
+  Names Selected() const { return test::SelectionOf(host_); }
 
   Scene scene_ = Scene::Parse(kScene, "test.ma");
   Names texts_;
@@ -93,9 +79,9 @@ TEST_F(StandaloneHostTest, NamesNodesTransformsAndParents) {
   EXPECT_EQ(host_.NodeName(host_.ParentOf(NodeAt("|left|twin"), 1)), "right");
   EXPECT_FALSE(host_.ParentOf(NodeAt("|left|twin"), 2).object.has_value());
   host::Node node;
-  EXPECT_TRUE(host_.TransformOf(PathTo("|head|headShape"), node).ok());
+  EXPECT_TRUE(host_.TransformOf(PathTo(host_, "|head|headShape"), node).ok());
   EXPECT_EQ(host_.NodeName(node), "head");
-  EXPECT_EQ(host_.TransformOf(PathTo(""), node), host::StatusCode::kInvalidParameter);
+  EXPECT_EQ(host_.TransformOf(PathTo(host_, ""), node), host::StatusCode::kInvalidParameter);
   EXPECT_EQ(host_.AttachDagNode({}, node), host::StatusCode::kInvalidParameter);
 }
 
