@@ -130,15 +130,11 @@ TEST_F(RunTest, ACommandOfAFileThatFailsIsNamedByItsPlace) {
 
 TEST_F(RunTest, FilesThatCannotBeUsedAreNamed) {
   const Refusals cases = {
-      {{"-f", "/no/such.mel"}, "Error: /no/such.mel: No such file or directory\n"},
-      {{"-e", Export(), "-o", "/no/such/out.ma"},
-       "Error: /no/such/out.ma: there is no folder /no/such\n"},
-      {{"-e", Export(), "--report", "/no/such/r.json"},
-       "Error: /no/such/r.json: there is no folder /no/such\n"}};
+      {{"-f", "/no/such.mel"}, "/no/such.mel: No such file or directory"},
+      {{"-e", Export(), "-o", "/no/such/o.ma"}, "/no/such/o.ma: there is no folder /no/such"},
+      {{"-e", Export(), "--report", "/no/such/r"}, "/no/such/r: there is no folder /no/such"}};
   for (const auto& [arguments, error] : cases) {
-    const ProcessResult result = Run(arguments);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, error);
+    ExpectFailure({"run", scene_}, error, arguments);
     EXPECT_FALSE(folder_.Has("face.lbp")) << "nothing runs when the result cannot be kept";
   }
   const std::string folder = folder_.Path(".");

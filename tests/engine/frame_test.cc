@@ -82,7 +82,7 @@ class RandomFace {
     for (const char* name : {"Brow", "Blink", "Several"}) {
       TExpressionInfo expression;
       expression.name = name;
-      const int poses = expression.name == "Several" ? 3 : 1;
+      const int poses = expression.name == "Several" ? 2 : 1;
       for (int bone = kBones - 1; bone >= 0; --bone) {
         if (Uniform(0, 1) < 0.3F) continue;
         expression.AddBone("bone");

@@ -71,16 +71,6 @@ TEST(TokenCursor, SkipsWhatNextWouldGive) {
   }
 }
 
-TEST(DataLineReader, GivesLinesWithTheirNumbers) {
-  DataLineReader lines("\n// title\r\n\r\n2 // v\n\n\n \nlast");
-  std::string found;
-  for (std::string_view line; lines.Next(line);) {
-    found += std::to_string(lines.LineNumber()) + ":" + std::string(line) + "|";
-  }
-  EXPECT_EQ(found, "4:2 |7: |8:last|");
-  EXPECT_EQ(lines.LineNumber(), 8U);
-}
-
 TEST(DataLineReader, TakesALastLoneSlashForACutComment) {
   std::string_view line;
   EXPECT_FALSE(DataLineReader("/").Next(line));

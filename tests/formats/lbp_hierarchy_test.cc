@@ -27,17 +27,6 @@ struct Tables {
   Parents parentByName;
 };
 
-TEST(ReadLbpHierarchy, NumbersTheBonesFromOne) {
-  Tables tables;
-  // The second reading finds every key taken.
-  for (const std::string& text : {SampleLbp(), SampleLbp({{"jaw -> head", "chin -> lip"}})}) {
-    ASSERT_TRUE(tables.Read(text));
-    EXPECT_EQ(tables.nameByNumber, (ByNumber{{1, "jaw"}, {2, "head"}}));
-    EXPECT_EQ(tables.numberByName.at("jaw"), 1);
-    EXPECT_EQ(tables.parentByName.at("head"), "world");
-  }
-}
-
 TEST(ReadLbpHierarchy, KeepsTheFirstOfEqualNames) {
   Tables tables;
   ASSERT_TRUE(tables.Read(SampleLbp({{"head -> world", "jaw -> skull -> world"}})));

@@ -291,18 +291,6 @@ TEST(SceneWriting, SplitsManyKeysAsTheHostDoes) {
   ExpectSameCurves(scene, Scene::Parse(written, "again.ma"));
 }
 
-TEST(SceneWriting, GivesNoCurveToWhatIsLockedOrDrivenByOthers) {
-  Scene scene = Read(
-      "createNode joint -n 'j'; setAttr -l on '.tx'; createNode pointConstraint -n 'p' -p 'j'; "
-      "createNode mesh -n 'm' -p 'j'; connectAttr 'p.cty' 'j.ty';");
-  EXPECT_FALSE(scene.AttachCurve(At(scene, "|j"), Channel::kTranslateX));
-  EXPECT_FALSE(scene.AttachCurve(At(scene, "|j"), Channel::kTranslateY));
-  EXPECT_FALSE(scene.AttachCurve(At(scene, "|j|m"), Channel::kTranslateX));
-  EXPECT_FALSE(scene.AttachCurve(0, Channel::kTranslateX));
-  EXPECT_TRUE(scene.DrivenChannels().empty());
-  EXPECT_THROW(scene.SetKey(At(scene, "|j"), Channel::kTranslateX, 0, 0), std::logic_error);
-}
-
 TEST(SceneWriting, SurvivesBeingCutOffOrPatchedAnywhere) {
   int read = 0;
   const auto tryText = [&read](const std::string& text) {
