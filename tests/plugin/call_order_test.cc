@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 
 #include "lipvane/plugin/export_poses_command.h"
 #include "lipvane/plugin/facial_anim_command.h"
@@ -48,10 +47,9 @@ class CallOrder : public testing::Test {
  protected:
   std::string File(const std::string& name) const { return folder_.Path(name); }
   std::string Lbp(const Calls& bones, std::size_t poses) {
-    std::ofstream(File("given.lbp"))
-        << test::LbpText(bones, std::vector<std::vector<test::BoneLine>>(
-                                    poses, std::vector<test::BoneLine>(bones.size())));
-    return File("given.lbp");
+    const std::vector<test::BoneLine> pose(bones.size());
+    return folder_.Make(
+        "given.lbp", test::LbpText(bones, std::vector<std::vector<test::BoneLine>>(poses, pose)));
   }
   test::TemporaryFolder folder_;
 };

@@ -72,17 +72,6 @@ TEST(CurveTest, FewKeys) {
     EXPECT_EQ(curve.ValueAt(time), 7);
 }
 
-TEST(CurveTest, KeysAreMetExactly) {
-  const Points points{{-7.3, 0.1}, {0, 12}, {0.1, -3}, {33, 1e-9}};
-  for (const Tangent type : kAllTypes) {
-    const Curve curve = Make(type, points);
-    for (const auto& [time, value] : points)
-      EXPECT_EQ(curve.ValueAt(time), value);
-    EXPECT_EQ(curve.ValueAt(-8), 0.1);
-    EXPECT_EQ(curve.ValueAt(34), 1e-9);
-  }
-}
-
 TEST(CurveTest, Steps) {
   Curve curve = Make(Tangent::kStep, {{0, 1}, {10, 2}, {20, 5}});
   curve.keys[1].outType = Tangent::kStepNext;
@@ -198,18 +187,6 @@ TEST(CurveTest, LongTangentsAreCutWhereTimeWouldTurnBack) {
     const double inRise = c.inLength == 0 ? 0 : c.inExpected;
     ExpectBezier(curve, {0, c.outExpected / 1.2, 1 - c.inExpected / 1.2, 1},
                  {1, 1 + 2 * c.outExpected / 3, 3 - inRise, 3});
-  }
-}
-
-TEST(CurveTest, WeightsConcernFixedTangentsOnly) {
-  for (const Tangent type : {Tangent::kLinear, Tangent::kSpline, Tangent::kAuto}) {
-    Curve weighted = Make(type, {{0, 0}, {10, 5}, {25, 6}});
-    weighted.keys[1].outTangent = {3, -40};
-    Curve plain = weighted;
-    plain.weighted = false;
-    for (double time = 0; time < 25; time += 0.7) {
-      EXPECT_EQ(weighted.ValueAt(time), plain.ValueAt(time));
-    }
   }
 }
 
