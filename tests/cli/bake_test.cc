@@ -138,6 +138,15 @@ TEST_F(BakeTest, WarnsOfFramesThatAreNotFinite) {
   warning("0 0 100 1e300 200 1e300", "6 frames, the first 1");
 }
 
+TEST_F(BakeTest, ARotationThatIsNotFiniteIsNoKey) {
+  // The embedded host makes finite angles of it.
+  const std::vector<BoneLine> huge = {{{1, 2, 3}, {-1e20, 0, 0, 0}}};
+  lbp_ = folder_.Make("huge.lbp", LbpText({"lip"}, {huge, huge}));
+  const ProcessResult result = Bake({});
+  EXPECT_TRUE(Has(result.err, "Warning: bone \"lip\": the pose is not finite at 4 frames"));
+  EXPECT_TRUE(Keys()["|head|jaw|lip.rotateX"].empty());
+}
+
 TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
   const std::string vast = AnimationOf("vast.ltf", "1\n2147483647 0");
   const std::string notScene = folder_.Make("not.ma", "hello");
