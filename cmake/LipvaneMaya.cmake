@@ -69,8 +69,9 @@ function(lipvane_find_maya devkit)
   message(STATUS "Maya ${release}, API ${api}, in ${devkit}${note}")
 endfunction()
 
-# The host's headers for a target, with the definitions that they ask for. Our own code is C++17
-# whatever a release's is; the headers are known to compile so with the compiler's extensions.
+# The host's headers for a target, with the definitions that they ask for, and no symbol shown that
+# is not marked. Our own code is C++17 whatever a release's is; the headers are known to compile so
+# with the compiler's extensions.
 function(lipvane_use_maya target)
   target_include_directories(${target} SYSTEM PUBLIC ${MAYA_INCLUDE_DIR})
   if(WIN32)
@@ -103,8 +104,7 @@ endfunction()
 # and platforms.
 function(lipvane_plugin_file target module_folder)
   set_target_properties(${target} PROPERTIES
-                        OUTPUT_NAME lipvane PREFIX "" DEBUG_POSTFIX "" CXX_EXTENSIONS ON
-                        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+                        OUTPUT_NAME lipvane PREFIX "" DEBUG_POSTFIX ""
                         # The empty expression keeps some generators from adding a folder.
                         LIBRARY_OUTPUT_DIRECTORY ${module_folder}/plug-ins$<0:>)
   target_link_libraries(${target} PRIVATE ${MAYA_LIBRARIES})

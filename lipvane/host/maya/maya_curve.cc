@@ -29,10 +29,9 @@ host::Status MayaCurve::Create(const host::Node& node, const host::Attribute& at
 }
 
 host::Status MayaCurve::AttachToInput(MObject& node, const AttributeHandle& attribute) {
-  const std::string channel =
-      std::string(MFnDagNode(node).fullPathName().asChar()) + "." + attribute.name;
   const auto refuse = [&](const std::string& reason) -> host::Status {
-    host_.WarnOnce(channel + reason + ": it gets no curve and no keys");
+    const std::string path = MFnDagNode(node).fullPathName().asChar();
+    host_.WarnOnce(path + "." + attribute.name + reason + ": it gets no curve and no keys");
     return host::StatusCode::kFailure;
   };
   const MPlug plug(node, attribute.object);
