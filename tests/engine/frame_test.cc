@@ -4,9 +4,9 @@
 #include <Imath/ImathVec.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
-#include <utility>
 #include <vector>
 
 #include "lipvane/engine/controller.h"
@@ -31,14 +31,15 @@ struct Stand {
   }
 };
 
-/// Whether rounding could have taken another way.
-struct Doubt {
-  bool ofAll = false;
-  bool ofTheSign = false;
+/// How often each way to interpolate was taken, and whether rounding could have taken another.
+struct Taken {
+  int neutral = 0, chord = 0, arc = 0;
+  bool isDoubtful = false;
+  bool isSignDoubtful = false;
 };
 
 /// One step of the blend as it is on paper, in double precision and by Imath's quaternions.
-void AddStep(Stand& sum, const Stand& target, const Stand& base, double weight, Doubt& doubt) {
+void AddStep(Stand& sum, const Stand& target, const Stand& base, double weight, Taken& taken) {
   sum.translation += (target.translation - base.translation) * weight;
   const Imath::Quatd& from = base.rotation;
   Imath::Quatd to = target.rotation.normalized();
@@ -47,14 +48,18 @@ void AddStep(Stand& sum, const Stand& target, const Stand& base, double weight, 
     to = -to;
     cosine = -cosine;
   }
-  if (std::abs(cosine - 0.55) < 1e-4) doubt.ofAll = true;
-  if (cosine < 1 - 2e-8 && cosine > 1 - 1e-6) doubt.ofAll = true;
+  if (std::abs(cosine - 0.55) < 1e-4) taken.isDoubtful = true;
+  if (cosine < 1 - 2e-8 && cosine > 1 - 1e-6) taken.isDoubtful = true;
   Imath::Quatd between = from;
-  if (cosine <= 0.55) {
+  if (cosine > 0.9999999) {
+    ++taken.neutral;
+  } else if (cosine > 0.55) {
+    between = (from * (1 - weight) + to * weight).normalized();
+    ++taken.chord;
+  } else {
     const double angle = std::acos(cosine);
     between = (from * std::sin((1 - weight) * angle) + to * std::sin(weight * angle)).normalized();
-  } else if (cosine <= 0.9999999) {
-    between = (from * (1 - weight) + to * weight).normalized();
+    ++taken.arc;
   }
   sum.rotation *= -(~from) * between;
 }
@@ -145,46 +150,53 @@ double Sampled(const TAnimationTrack& track, double time) {
 }
 
 /// Bone `bone` of the rig, speech and expressions composed.
-Stand Composed(RandomFace& face, int bone, double time, Doubt& doubt) {
+Stand Composed(RandomFace& face, int bone, double time, Taken& taken) {
   const Stand base(face.rig.GetPose(0).GetBone(bone));
   const auto weightOfPose = [&](int pose) {
     return pose == 0 ? 0.0 : Sampled(*face.animation.GetTrack(pose - 1), time);
   };
   Stand speech = base;
   for (int pose = 0; pose <= kSpeechTargets; ++pose)
-    AddStep(speech, Stand(face.rig.GetPose(pose).GetBone(bone)), base, weightOfPose(pose), doubt);
+    AddStep(speech, Stand(face.rig.GetPose(pose).GetBone(bone)), base, weightOfPose(pose), taken);
 
-  std::vector<std::pair<Stand, double>> parts;
+  struct Part {
+    Stand stand;
+    double weight;
+  };
+  std::vector<Part> parts;
   double sum = 0.0;
   for (TExpressionInfo& expression : face.expressions) {
     const int own = expression.FindBoneIndex(RandomFace::IdOf(bone));
     if (own < 0) continue;
     Stand stand(expression.GetPose(0).GetBone(own));
     const Stand first = stand;
-    const int poses = static_cast<int>(expression.poses.size());
-    for (int pose = 0; poses > 1 && pose < poses; ++pose)
+    for (int pose = 0; pose < static_cast<int>(expression.poses.size()); ++pose) {
+      if (expression.poses.size() == 1) break;
       AddStep(stand, Stand(expression.GetPose(pose).GetBone(own)), first, weightOfPose(pose),
-              doubt);
-    parts.emplace_back(stand, Sampled(*face.animation.GetExpressionTrack(expression.name), time));
-    sum += parts.back().second;
+              taken);
+    }
+    parts.push_back({stand, Sampled(*face.animation.GetExpressionTrack(expression.name), time)});
+    sum += parts.back().weight;
   }
   Stand composed = base;
   double rest = 1.0;
-  for (const auto& [stand, given] : parts) {
-    const double weight = sum > 1 ? given / sum : given;
+  for (const Part& part : parts) {
+    const double weight = sum > 1 ? part.weight / sum : part.weight;
     rest -= weight;
-    AddStep(composed, stand, base, weight, doubt);
+    AddStep(composed, part.stand, base, weight, taken);
   }
   // What was normalised leaves nothing, or so little that it only flips the sign.
-  doubt.ofTheSign = sum > 1;
+  taken.isSignDoubtful = sum > 1;
   if (sum > 1) return composed;
-  if (std::abs(rest) < 1e-5) doubt.ofAll = true;
-  if (rest > 0) AddStep(composed, speech, base, rest, doubt);
+  if (std::abs(rest) < 1e-5) taken.isDoubtful = true;
+  if (rest > 0) AddStep(composed, speech, base, rest, taken);
   return composed;
 }
 
 TEST(FrameTest, AgreesWithDoublePrecisionOverRandomFaces) {
+  Taken all;
   int compared = 0;
+  int normalised = 0;
   for (unsigned seed = 0; seed < 40; ++seed) {
     RandomFace face(seed);
     TController controller;
@@ -197,21 +209,27 @@ TEST(FrameTest, AgreesWithDoublePrecisionOverRandomFaces) {
     std::vector<double> weights;
     for (double time = 0; time <= kLength; time += 83.3) {
       ASSERT_FALSE(controller.UpdateFacialAnim(face.animation, time, weights, out));
+      normalised += controller.GetExpression(0)->weight + controller.GetExpression(1)->weight > 1;
       for (int bone = 0; bone < kBones; ++bone) {
-        Doubt doubt;
-        const Stand expected = Composed(face, bone, time, doubt);
-        if (doubt.ofAll) continue;
+        Taken taken;
+        const Stand expected = Composed(face, bone, time, taken);
+        if (taken.isDoubtful) continue;
         ++compared;
         Stand played(out.GetBone(bone));
-        if (doubt.ofTheSign && (played.rotation ^ expected.rotation) < 0) {
+        if (taken.isSignDoubtful && (played.rotation ^ expected.rotation) < 0) {
           played.rotation = -played.rotation;
         }
         ASSERT_TRUE(played.IsCloseTo(expected, 1e-4))
             << "seed " << seed << ", time " << time << ", bone " << bone;
+        all.neutral += taken.neutral;
+        all.chord += taken.chord;
+        all.arc += taken.arc;
       }
     }
   }
   EXPECT_GT(compared, 40 * 12 * kBones * 9 / 10);
+  EXPECT_GT(normalised, 20);
+  EXPECT_GT(std::min({all.neutral, all.chord, all.arc}), 1000);
 }
 
 }  // namespace
