@@ -1,0 +1,41 @@
+#include <string>
+
+#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/words.h"
+
+namespace lipvane::speech {
+namespace {
+
+constexpr std::string_view kTitle = "MohoSwitch1";
+
+}  // namespace
+
+bool IsMoho(std::string_view text) {
+  return TakeWord(text) == kTitle;
+}
+
+bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timing,
+              ReadProblem& problem) {
+  const double rate = options.framesPerSecond.value_or(kMohoFramesPerSecond);
+  timing.shapes = ShapeSet::kPrestonBlair;
+  Lines lines(text);
+  std::string_view line;
+  lines.Next(line);
+  if (line != kTitle)
+    return Refuse(problem, lines.Number(), "more than \"MohoSwitch1\" stands here");
+  while (lines.Next(line)) {
+    const auto frame = WholeNumber(TakeWord(line));
+    if (!frame || line.empty()) {
+      return Refuse(problem, lines.Number(), "a line needs a frame and a mouth shape");
+    }
+    // The first frame is number 1.
+    const double start = (*frame - 1.0) / rate;
+    if (!timing.labels.empty()) timing.labels.back().end = start;
+    timing.labels.push_back({std::string(line), start, start, lines.Number()});
+  }
+  // Nothing says how long the last shape stays: for a frame.
+  if (!timing.labels.empty()) timing.labels.back().end += 1.0 / rate;
+  return true;
+}
+
+}  // namespace lipvane::speech

@@ -1,0 +1,57 @@
+#include <cstddef>
+
+#include "lipvane/speech/label_tables.h"
+
+namespace lipvane::speech {
+namespace {
+
+/// Nine shapes: six that every drawing has, and G, H and X.
+constexpr LabelMeaning kRhubarb[] = {
+    {"A", "M"},    // lips closed: P, B, M
+    {"B", "S"},    // teeth together, lips a little apart, for most consonants and EE: what S shows
+    {"C", "Eh"},   // open: EH, AE
+    {"D", "Aa"},   // wide open: AA
+    {"E", "Er"},   // half open, a little rounded: ER, and AO, whose own shape opens as wide as D
+    {"F", "W"},    // puckered: UW, OW, W
+    {"G", "F"},    // upper teeth on the lower lip: F, V
+    {"H", "L"},    // the tongue behind the upper teeth: long L
+    {"X", "Sil"},  // at rest
+};
+
+/// Ten shapes of hand-drawn animation.
+constexpr LabelMeaning kPrestonBlair[] = {
+    {"AI", "Aa"},     // open; "I" is the diphthong of "eye", which opens as wide
+    {"E", "Eh"},      // half open and wide; not Iy, whose jaw is nearly closed
+    {"O", "Ow"},      // open and round
+    {"U", "Uw"},      // round
+    {"L", "L"},       // the tongue behind the upper teeth
+    {"MBP", "M"},     // lips closed
+    {"FV", "F"},      // upper teeth on the lower lip
+    {"WQ", "W"},      // small, tight and round
+    {"etc", "S"},     // C, D, G, K, N, R, S, Th, Y, Z: teeth nearly together, lips apart
+    {"rest", "Sil"},  // at rest
+};
+
+template <std::size_t kCount>
+std::string_view Find(const LabelMeaning (&table)[kCount], std::string_view label) {
+  for (const LabelMeaning& entry : table) {
+    if (entry.label == label) return entry.phoneme;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string_view ShapePhoneme(ShapeSet set, std::string_view label) {
+  switch (set) {
+    case ShapeSet::kRhubarb:
+      return Find(kRhubarb, label);
+    case ShapeSet::kPrestonBlair:
+      return Find(kPrestonBlair, label);
+    case ShapeSet::kNone:
+      break;
+  }
+  return {};
+}
+
+}  // namespace lipvane::speech

@@ -1,0 +1,35 @@
+#include <string>
+
+#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/words.h"
+
+namespace lipvane::speech {
+
+/// A line is a start and a shape; nothing else that is read has a number and one more word.
+bool IsRhubarbTsv(std::string_view text) {
+  std::string_view line;
+  if (!Lines(text).Next(line)) return false;
+  const bool beginsWithNumber = Number(TakeWord(line)).has_value();
+  return beginsWithNumber && !line.empty() && !Number(TakeWord(line)) && line.empty();
+}
+
+bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
+                    ReadProblem& problem) {
+  timing.shapes = ShapeSet::kRhubarb;
+  Lines lines(text);
+  std::string_view line;
+  while (lines.Next(line)) {
+    const auto start = Number(TakeWord(line));
+    const std::string_view shape = TakeWord(line);
+    if (!start || shape.empty() || !line.empty()) {
+      return Refuse(problem, lines.Number(), "a line needs a start in seconds and a mouth shape");
+    }
+    if (!timing.labels.empty()) timing.labels.back().end = *start;
+    timing.labels.push_back({std::string(shape), *start, *start, lines.Number()});
+  }
+  // The last line says when the mouth closes, and lasts no time of its own.
+  if (timing.labels.back().text == "X") timing.labels.pop_back();
+  return true;
+}
+
+}  // namespace lipvane::speech

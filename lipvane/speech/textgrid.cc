@@ -1,0 +1,289 @@
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
+
+namespace lipvane::speech {
+namespace {
+
+constexpr std::string_view kTextFile = "ooTextFile";
+constexpr std::string_view kBinaryFile = "ooBinaryFile";
+constexpr std::string_view kChronological = "\"Praat chronological TextGrid";
+
+constexpr std::string_view kPhones = "phones";
+constexpr std::size_t kMaxListed = 20;
+constexpr std::size_t kLongestName = 60;
+
+/// The long form is the short one with words between its values. Praat itself takes only what
+/// stands free (texts in double quotes, numbers, flags in angle brackets) and passes over the rest,
+/// which reads both.
+class Tokens {
+ public:
+  enum class Kind { kEnd, kText, kNumber, kFlag };
+
+  explicit Tokens(std::string_view rest) : rest_(rest) {}
+
+  void Advance() {
+    do {
+      Read();
+    } while (kind_ == Kind::kEnd && !rest_.empty());
+  }
+
+  Kind KindOf() const { return kind_; }
+  int Line() const { return line_; }
+  const std::string& Text() const { return text_; }
+  double Value() const { return value_; }
+  /// Whether a text has no closing quote.
+  bool IsCut() const { return isCut_; }
+
+ private:
+  /// The next token, or a word that is none (kEnd).
+  void Read() {
+    kind_ = Kind::kEnd;
+    SkipTo(rest_.find_first_not_of(" \t\r\n\f\v"));
+    line_ = nextLine_;
+    if (rest_.empty()) return;
+    if (rest_[0] == '"') {
+      ReadText();
+    } else if (rest_[0] == '!') {  // a comment
+      SkipTo(rest_.find('\n'));
+    } else {
+      const std::string_view word = rest_.substr(0, rest_.find_first_of(" \t\r\n\f\v\""));
+      SkipTo(word.size());
+      const auto number = text::WholeReal(word);
+      if (number) {
+        kind_ = Kind::kNumber;
+        value_ = *number;
+      } else if (word.front() == '<' && word.back() == '>') {
+        kind_ = Kind::kFlag;
+        text_ = word;
+      }
+    }
+  }
+
+  /// A quote within the text is doubled; line ends are part of it.
+  void ReadText() {
+    kind_ = Kind::kText;
+    text_.clear();
+    SkipTo(1);
+    for (;;) {
+      const std::size_t quote = rest_.find('"');
+      text_ += rest_.substr(0, quote);
+      isCut_ = quote == std::string_view::npos;
+      SkipTo(isCut_ ? quote : quote + 1);
+      if (isCut_ || rest_.empty() || rest_[0] != '"') return;
+      text_ += '"';
+      SkipTo(1);
+    }
+  }
+
+  void SkipTo(std::size_t place) {
+    place = std::min(place, rest_.size());
+    for (const char c : rest_.substr(0, place))
+      nextLine_ += c == '\n' ? 1 : 0;
+    rest_.remove_prefix(place);
+  }
+
+  std::string_view rest_;
+  Kind kind_ = Kind::kEnd;
+  int line_ = 1;      // of the token
+  int nextLine_ = 1;  // of what follows it
+  std::string text_;
+  double value_ = 0.0;
+  bool isCut_ = false;
+};
+
+struct Tier {
+  std::string name;
+  bool hasIntervals = true;  // false: it has points
+  std::vector<TimedLabel> labels;
+  double end = 0.0;
+};
+
+class Reader {
+ public:
+  Reader(std::string_view text, ReadProblem& problem) : tokens_(text), problem_(problem) {}
+
+  bool Read(std::vector<Tier>& tiers) {
+    std::string type;
+    std::string objectClass;
+    double unused = 0.0;
+    int count = 0;
+    if (!Text("the type of file", type) || !Text("the class of object", objectClass)) return false;
+    if (objectClass != "TextGrid") {
+      return Refuse(problem_, tokens_.Line(),
+                    "it holds a " + Shown(objectClass) + ", not a \"TextGrid\"");
+    }
+    if (!Time("the time that the grid starts at", unused) ||
+        !Time("the time that the grid ends at", unused) ||
+        !Expect(Tokens::Kind::kFlag, "<exists>")) {
+      return false;
+    }
+    if (tokens_.Text() != "<exists>") return true;
+    if (!Count("the number of tiers", count)) return false;
+    for (int i = 0; i < count; ++i) {
+      if (!ReadTier(tiers.emplace_back())) return false;
+    }
+    return true;
+  }
+
+ private:
+  bool ReadTier(Tier& tier) {
+    std::string tierClass;
+    double unused = 0.0;
+    int count = 0;
+    if (!Text("the class of a tier", tierClass)) return false;
+    tier.hasIntervals = tierClass == "IntervalTier";
+    if (!tier.hasIntervals && tierClass != "TextTier") {
+      return Refuse(problem_, tokens_.Line(),
+                    "a tier is an \"IntervalTier\" or a \"TextTier\", not a " + Shown(tierClass));
+    }
+    if (!Text("the name of a tier", tier.name) || !Time("the time that a tier starts at", unused) ||
+        !Time("the time that a tier ends at", tier.end) ||
+        !Count("the number of a tier's intervals", count)) {
+      return false;
+    }
+    for (int i = 0; i < count; ++i) {
+      TimedLabel label;
+      if (!Time("the time of an interval", label.start)) return false;
+      if (tier.hasIntervals && !Time("the time that an interval ends at", label.end)) return false;
+      if (!Text("the text of an interval", label.text)) return false;
+      label.line = tokens_.Line();
+      if (tier.hasIntervals) tier.labels.push_back(std::move(label));
+    }
+    return true;
+  }
+
+  bool Text(const char* what, std::string& text) {
+    if (!Expect(Tokens::Kind::kText, what)) return false;
+    if (tokens_.IsCut()) {
+      return Refuse(problem_, tokens_.Line(), "the file ends within the text that begins here");
+    }
+    text = tokens_.Text();
+    return true;
+  }
+
+  bool Time(const char* what, double& time) {
+    if (!Expect(Tokens::Kind::kNumber, what)) return false;
+    time = tokens_.Value();
+    if (std::isfinite(time)) return true;
+    return Refuse(problem_, tokens_.Line(), std::string(what) + " is not finite");
+  }
+
+  bool Count(const char* what, int& count) {
+    if (!Expect(Tokens::Kind::kNumber, what)) return false;
+    const double value = tokens_.Value();
+    if (value >= 0.0 && value <= 1e9 && value == std::floor(value)) {
+      count = static_cast<int>(value);
+      return true;
+    }
+    return Refuse(problem_, tokens_.Line(), std::string(what) + " is no count");
+  }
+
+  bool Expect(Tokens::Kind kind, const char* what) {
+    tokens_.Advance();
+    if (tokens_.KindOf() == kind) return true;
+    const bool isEnd = tokens_.KindOf() == Tokens::Kind::kEnd;
+    return Refuse(problem_, tokens_.Line(),
+                  (isEnd ? "the file ends where " : "something else stands where ") +
+                      std::string(what) + " is expected");
+  }
+
+  static std::string Shown(const std::string& name) {
+    return text::Quoted(text::PrintableLine(name), kLongestName);
+  }
+
+  Tokens tokens_;
+  ReadProblem& problem_;
+};
+
+bool EndsInPhones(std::string_view name) {
+  if (name.size() < kPhones.size()) return false;
+  name.remove_prefix(name.size() - kPhones.size());
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    const char small =
+        name[i] >= 'A' && name[i] <= 'Z' ? static_cast<char>(name[i] - 'A' + 'a') : name[i];
+    if (small != kPhones[i]) return false;
+  }
+  return true;
+}
+
+std::string Listed(const std::vector<const Tier*>& tiers) {
+  std::string list;
+  for (std::size_t i = 0; i < std::min(tiers.size(), kMaxListed); ++i) {
+    const Tier& tier = *tiers[i];
+    list += (i == 0 ? "" : ", ") + text::Quoted(text::PrintableLine(tier.name), kLongestName);
+    if (!tier.hasIntervals) list += " (points)";
+  }
+  if (tiers.size() > kMaxListed)
+    list += " and " + std::to_string(tiers.size() - kMaxListed) + " more";
+  return list;
+}
+
+/// The one that is meant, or null with the problem set.
+const Tier* Choose(const std::vector<Tier>& tiers, const std::string& wanted,
+                   ReadProblem& problem) {
+  std::vector<const Tier*> all;
+  std::vector<const Tier*> meant;
+  for (const Tier& tier : tiers) {
+    all.push_back(&tier);
+    const bool isMeant =
+        wanted.empty() ? tier.hasIntervals && EndsInPhones(tier.name) : tier.name == wanted;
+    if (isMeant) meant.push_back(&tier);
+  }
+  if (meant.size() == 1 && meant[0]->hasIntervals) return meant[0];
+
+  const std::string found = tiers.empty() ? "it has no tiers" : "its tiers are " + Listed(all);
+  if (!wanted.empty()) {
+    const std::string name = text::Quoted(text::PrintableLine(wanted), kLongestName);
+    Refuse(problem, 0,
+           meant.empty()       ? "there is no tier " + name + "; " + found
+           : meant.size() == 1 ? "the tier " + name + " has points, not intervals; " + found
+                               : "there are " + std::to_string(meant.size()) + " tiers " + name);
+  } else if (meant.empty()) {
+    Refuse(problem, 0,
+           "no tier's name ends in \"phones\"; " + found +
+               ". Where one of them holds phones, name it with --tier; words alone do not tell how "
+               "the mouth moves: an aligner makes phones of them");
+  } else {
+    Refuse(problem, 0,
+           "there are " + std::to_string(meant.size()) + " tiers of phones, " + Listed(meant) +
+               ": name the one to speak with --tier");
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool IsTextGrid(std::string_view text) {
+  const std::string_view start = text.substr(0, 100);
+  return start.find(kTextFile) != std::string_view::npos ||
+         start.find(kBinaryFile) != std::string_view::npos ||
+         start.find(kChronological) != std::string_view::npos;
+}
+
+bool ReadTextGrid(std::string_view text, const TimingOptions& options, Timing& timing,
+                  ReadProblem& problem) {
+  const std::string_view start = text.substr(0, 100);
+  if (start.find(kTextFile) == std::string_view::npos) {
+    return Refuse(problem, 1,
+                  "it is a TextGrid in a form that is not read; save it as a text file or as a "
+                  "short text file in Praat");
+  }
+  std::vector<Tier> tiers;
+  if (!Reader(text, problem).Read(tiers)) return false;
+  const Tier* const tier = Choose(tiers, options.tier, problem);
+  if (tier == nullptr) return false;
+  timing.tier = tier->name;
+  timing.labels = tier->labels;
+  timing.end = tier->end;
+  return true;
+}
+
+}  // namespace lipvane::speech

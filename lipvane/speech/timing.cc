@@ -1,0 +1,116 @@
+#include "lipvane/speech/timing.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <utility>
+
+#include "lipvane/formats/file_content.h"
+#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/utf.h"
+#include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
+
+namespace lipvane::speech {
+namespace {
+
+struct Form {
+  const char* name;
+  bool hasTiers;
+  bool lacksRate;
+  bool (*recognises)(std::string_view text);
+  bool (*read)(std::string_view text, const TimingOptions& options, Timing& timing,
+               ReadProblem& problem);
+};
+
+/// In the order in which they are tried.
+constexpr std::array<Form, 7> kForms = {{
+    {"TextGrid", true, false, IsTextGrid, ReadTextGrid},
+    {"Rhubarb JSON", false, false, IsRhubarbJson, ReadRhubarbJson},
+    {"Rhubarb XML", false, false, IsRhubarbXml, ReadRhubarbXml},
+    {"Papagayo project", true, false, IsPapagayo, ReadPapagayo},
+    {"Moho switch file", false, true, IsMoho, ReadMoho},
+    {"Rhubarb TSV", false, false, IsRhubarbTsv, ReadRhubarbTsv},
+    {"table", false, false, IsPlainTable, ReadPlainTable},
+}};
+
+constexpr std::size_t kLongestLabel = 60;
+
+std::string Seconds(double seconds) {
+  std::string text;
+  text::AppendReal(text, seconds);
+  return text + " s";
+}
+
+/// What holds for the labels of every form.
+bool Check(Timing& timing, ReadProblem& problem) {
+  if (timing.labels.empty()) return Refuse(problem, 0, "it holds no labels");
+  const TimedLabel* before = nullptr;
+  for (TimedLabel& label : timing.labels) {
+    label.text = Trim(label.text);
+    const auto refuse = [&](const std::string& reason) {
+      return Refuse(problem, label.line,
+                    text::Quoted(text::PrintableLine(label.text), kLongestLabel) + reason);
+    };
+    const std::string start = " starts at " + Seconds(label.start);
+    const std::string end = " ends at " + Seconds(label.end);
+    if (label.start < 0.0) return refuse(start + ", before the beginning");
+    if (label.end < label.start) return refuse(end + ", before it" + start);
+    if (label.end > kLongest) {
+      return refuse(end + ": no recording is longer than " + Seconds(kLongest));
+    }
+    if (before != nullptr && label.start < before->end) {
+      if (label.start <= before->end - kTouching) {
+        return refuse(start + ", before the label on line " + std::to_string(before->line) +
+                      " ends at " + Seconds(before->end));
+      }
+      label.start = before->end;
+      label.end = std::max(label.end, label.start);
+    }
+    before = &label;
+  }
+  timing.end = std::clamp(timing.end, before->end, kLongest);
+  return true;
+}
+
+}  // namespace
+
+bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing& timing,
+                    ReadProblem& problem) {
+  std::string content;
+  if (!ToUtf8(text, content, problem)) return false;
+  // White space before the first word is nowhere of meaning, and a reader counts the lines in it.
+  const std::string_view body = std::string_view(content).substr(
+      std::min(content.find_first_not_of(" \t\r\n"), content.size()));
+  const auto* const form = std::find_if(kForms.begin(), kForms.end(), [&](const Form& candidate) {
+    return candidate.recognises(body);
+  });
+  if (form == kForms.end()) {
+    return Refuse(problem, 0,
+                  "it is none of the timing files that are read: TextGrid, Rhubarb's JSON, XML or "
+                  "TSV, Papagayo project, Moho switch file, or lines of \"start end label\"");
+  }
+  if (!options.tier.empty() && !form->hasTiers) {
+    return Refuse(problem, 0,
+                  "it is a " + std::string(form->name) + " and has no tiers: leave out --tier");
+  }
+  if (options.framesPerSecond && !form->lacksRate) {
+    return Refuse(problem, 0,
+                  "it is a " + std::string(form->name) + " and says its times: leave out --fps");
+  }
+  Timing read;
+  read.format = form->name;
+  if (!form->read(content, options, read, problem) || !Check(read, problem)) return false;
+  timing = std::move(read);
+  return true;
+}
+
+bool ReadTiming(const std::string& fileName, const TimingOptions& options, Timing& timing,
+                ReadProblem& problem) {
+  return ReadContent(fileName, problem, [&](const std::string& content) {
+    return ReadTimingText(content, options, timing, problem);
+  });
+}
+
+}  // namespace lipvane::speech

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "lipvane/formats/read_problem.h"
+
+/// Lines and words of timing files: blanks are spaces and tabs, and one is as good as many.
+namespace lipvane::speech {
+
+/// Without the white space around it, line ends included.
+std::string_view Trim(std::string_view text);
+
+/// Cuts the first word off, and the blanks before and behind it. Empty when there is none.
+std::string_view TakeWord(std::string_view& text);
+/// The same for the last word.
+std::string_view TakeLastWord(std::string_view& text);
+
+/// The finite number that a word is, or nothing.
+std::optional<double> Number(std::string_view word);
+/// The whole number of 32 bits that a word is, or nothing.
+std::optional<int> WholeNumber(std::string_view word);
+
+/// Goes through the lines of a text that hold more than white space.
+class Lines {
+ public:
+  explicit Lines(std::string_view text) : rest_(text) {}
+
+  /// The next line, trimmed. False at the end.
+  bool Next(std::string_view& line);
+  /// Of the line that Next gave, counted from 1; of the last one at the end.
+  int Number() const { return number_; }
+
+ private:
+  std::string_view rest_;
+  int number_ = 0;
+};
+
+/// Sets the problem; answers false, so that a reader can return it.
+bool Refuse(ReadProblem& problem, int line, std::string reason);
+
+}  // namespace lipvane::speech
