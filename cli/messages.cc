@@ -24,6 +24,10 @@ void PrintWarning(const std::string& text) {
   PrintLine("Warning: " + text);
 }
 
+void PrintNote(const std::string& text) {
+  PrintLine("Note: " + text);
+}
+
 void PrintMessage(const standalone::Message& message) {
   using Kind = standalone::Message::Kind;
   switch (message.kind) {

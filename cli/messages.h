@@ -16,6 +16,8 @@ void PrintError(const std::string& text);
 void PrintProblem(const std::string& fileName, const ReadProblem& problem);
 /// "Warning: TEXT".
 void PrintWarning(const std::string& text);
+/// "Note: TEXT".
+void PrintNote(const std::string& text);
 /// A command's message, in the form of its kind.
 void PrintMessage(const standalone::Message& message);
 

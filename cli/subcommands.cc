@@ -14,6 +14,7 @@
 #include "cli/output.h"
 #include "cli/play.h"
 #include "cli/run.h"
+#include "cli/speak.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::cli {
@@ -62,6 +63,17 @@ double ReadFrame(const std::string& option, std::string_view text) {
                                            "-1000000000 to 1000000000");
   }
   return frame;
+}
+
+/// A factor or a time in milliseconds.
+template <int kMost>
+double ReadAmount(const std::string& option, std::string_view text) {
+  const double amount = ReadNumber(option, text);
+  if (amount < 0.0 || amount > kMost) {
+    throw CLI::ValidationError(
+        option, "\"" + std::string(text) + "\" is not from 0 to " + std::to_string(kMost));
+  }
+  return amount;
 }
 
 std::vector<double> ReadTimes(const std::string& option, std::string_view text) {
@@ -225,6 +237,54 @@ void AddBake(CLI::App& app, Work& work) {
   });
 }
 
+void AddSpeak(CLI::App& app, Work& work) {
+  CLI::App* command =
+      app.add_subcommand("speak", "Make an animation file (LTF) of the timing of a spoken line");
+  const auto options = std::make_shared<SpeakOptions>();
+  options->output = kStandardOutput;
+  command
+      ->add_option("TIMING", options->timing,
+                   "TextGrid; Rhubarb's JSON, XML or TSV; Papagayo project; Moho switch file; or "
+                   "lines of \"start end label\" in seconds")
+      ->required();
+  command->add_option("LBP", options->lbp, "Bone pose file of the face")->required();
+  CLI::Option* output = command->add_option(
+      "-o", options->output, "Write the animation here instead of to standard output");
+  output->type_name("FILE.ltf");
+  CLI::Option* tier = command->add_option(
+      "--tier", options->timingOptions.tier,
+      "The tier of a TextGrid [the only one whose name ends in \"phones\"], or the voice of a "
+      "Papagayo project");
+  tier->type_name("NAME");
+  AddValue(*command, "--ramp", "MS",
+           "How far from its ends a long phone begins to be held, in milliseconds [80]",
+           options->trackOptions.rampMs, ReadAmount<60'000>);
+  AddValue(*command, "--lead", "MS", "How much earlier than the sound the mouth moves [0]",
+           options->trackOptions.leadMs, ReadAmount<60'000>);
+  AddValue(*command, "--strength", "X", "What all weights are multiplied by [1]",
+           options->trackOptions.strength, ReadAmount<100>);
+  CLI::Option* shapes = command->add_option(
+      "--shapes", options->shapes,
+      "Weights of mouth shapes in place of the built-in ones: rows as in a phoneme table");
+  shapes->type_name("FILE");
+  CLI::Option* unknown = command->add_option("--unknown", options->unknown,
+                                             "What stands for labels that nothing else explains");
+  unknown->type_name("PHONEME");
+  AddValue(*command, "--fps", "N", "Frames a second of a Moho switch file [24]",
+           options->timingOptions.framesPerSecond, ReadRate);
+  command->callback([=, &work] {
+    RefuseEmpty(*output);
+    RefuseEmpty(*shapes);
+    for (const CLI::Option* name : {tier, unknown}) {
+      if (name->count() > 0 && name->as<std::string>().empty()) {
+        throw CLI::ValidationError(name->get_name(), "needs a name");
+      }
+    }
+    RefuseOverwriting(*output, options->output, {options->timing, options->lbp, options->shapes});
+    work = [options] { return Speak(*options); };
+  });
+}
+
 void AddMap(CLI::App& app, Work& work) {
   CLI::App* command = app.add_subcommand(
       "map", "Write a pose file's phoneme table as a phoneme mapping file (.map)");
@@ -257,6 +317,7 @@ void AddSubcommands(CLI::App& app, Work& work) {
   AddInspect(app, work);
   AddCheck(app, work);
   AddPlay(app, work);
+  AddSpeak(app, work);
   AddBake(app, work);
   AddMap(app, work);
 }

@@ -1,0 +1,172 @@
+#include "cli/speak.h"
+
+#include <cstddef>
+#include <ostream>
+#include <vector>
+
+#include "cli/messages.h"
+#include "cli/output.h"
+#include "lipvane/engine/bone_pose.h"
+#include "lipvane/formats/lbp.h"
+#include "lipvane/formats/ltf.h"
+#include "lipvane/formats/phonemes.h"
+#include "lipvane/speech/meanings.h"
+#include "lipvane/speech/phones.h"
+#include "lipvane/speech/shapes_file.h"
+#include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
+
+namespace lipvane::cli {
+namespace {
+
+constexpr std::size_t kLongestLabel = 60;
+
+std::string Shown(const std::string& label) {
+  return text::Quoted(text::PrintableLine(label), kLongestLabel);
+}
+
+std::string Number(double value) {
+  std::string text;
+  text::AppendReal(text, value);
+  return text;
+}
+
+std::string WithoutFolder(const std::string& fileName) {
+  const std::size_t slash = fileName.find_last_of("/\\");
+  return slash == std::string::npos ? fileName : fileName.substr(slash + 1);
+}
+
+class Speaking {
+ public:
+  explicit Speaking(const SpeakOptions& options) : options_(options) {}
+
+  bool Read() {
+    TBonePoseInfo unusedPoses;
+    ReadProblem problem;
+    if (!ReadTiming(options_.timing, options_.timingOptions, timing_, problem)) {
+      PrintProblem(options_.timing, problem);
+      return false;
+    }
+    if (!ReadLbpFile(options_.lbp, unusedPoses, mapping_, problem)) {
+      PrintProblem(options_.lbp, problem);
+      return false;
+    }
+    if (mapping_.speechTargets.empty()) {
+      PrintError(options_.lbp + ": it has no speech targets, so the face cannot speak");
+      return false;
+    }
+    if (options_.shapes.empty()) return true;
+    if (ReadShapes(options_.shapes, mapping_.SpeechTargetCount(), shapes_, problem)) return true;
+    PrintProblem(options_.shapes, problem);
+    return false;
+  }
+
+  bool Animate(TAnimation& animation) {
+    speech::Meanings meanings(mapping_, timing_.shapes);
+    if (!options_.shapes.empty()) meanings.ReplaceShapes(shapes_);
+    const speech::Meanings sounds(mapping_, speech::ShapeSet::kNone);
+    const speech::Weights* standIn = nullptr;
+    if (!options_.unknown.empty()) {
+      standIn = sounds.Of(options_.unknown).weights;
+      if (standIn == nullptr) {
+        PrintError("--unknown: " + Shown(options_.unknown) + " is no phoneme of " + options_.lbp);
+        return false;
+      }
+    }
+    std::vector<speech::UnknownLabel> unknown;
+    const auto phones = speech::PhonesOf(timing_, meanings, standIn, unknown);
+    if (!AreSettled(unknown)) return false;
+    speech::LeftOut leftOut;
+    animation = speech::SpeechTracks(phones, timing_.end, meanings.Silence(),
+                                     mapping_.speechTargets, options_.trackOptions, leftOut);
+    NoteLeftOut(leftOut.merged, "too short for keys of its own and merged into its neighbour",
+                "too short for keys of their own and merged into their neighbours");
+    NoteLeftOut(leftOut.beforeStart, "moved before the beginning by the lead and left out",
+                "moved before the beginning by the lead and left out");
+    return true;
+  }
+
+  /// For whoever opens the file.
+  std::vector<std::string> HeaderLines() const {
+    const speech::TrackOptions& tracks = options_.trackOptions;
+    std::string source = WithoutFolder(options_.timing) + " (" + timing_.format;
+    if (!timing_.tier.empty()) source += ", " + timing_.tier;
+    std::string how = "Times are in milliseconds. Ramp " + Number(tracks.rampMs) + ", lead " +
+                      Number(tracks.leadMs) + ", strength " + Number(tracks.strength) + ".";
+    if (!options_.shapes.empty()) how += " Mouth shapes: " + WithoutFolder(options_.shapes) + ".";
+    if (!options_.unknown.empty()) how += " Unknown labels: " + options_.unknown + ".";
+    return {HeaderLine("Made by lipvane speak from " + source + ") for " +
+                       WithoutFolder(options_.lbp) + "."),
+            HeaderLine(how)};
+  }
+
+ private:
+  /// Whether every label has a meaning, be it the one for unknown labels; says which have none.
+  bool AreSettled(const std::vector<speech::UnknownLabel>& unknown) const {
+    if (unknown.empty()) return true;
+    std::string list;
+    for (const speech::UnknownLabel& label : unknown) {
+      list += "\n  " + options_.timing + ":" + std::to_string(label.line) + ": " +
+              Shown(label.text) + " at " + Number(label.start) + " s";
+      if (label.count > 1) list += ", " + std::to_string(label.count) + " times";
+      if (!label.phoneme.empty()) {
+        list += " (the phoneme " + std::string(label.phoneme) + ", which the face lacks)";
+      }
+    }
+    const std::string count =
+        std::to_string(unknown.size()) + (unknown.size() == 1 ? " label" : " labels");
+    if (!options_.unknown.empty()) {
+      PrintNote(options_.timing + ": " + options_.unknown + " stands for " + count +
+                " that nothing else explains:" + list);
+      return true;
+    }
+    PrintError(options_.timing + ": " + count + " stand for no phoneme of " + options_.lbp + ":" +
+               list +
+               "\nWords need an aligner first; --tier names another tier. --unknown PHONEME says "
+               "what stands for all of these (Sil is silence), --shapes FILE gives them weights of "
+               "their own.");
+    return false;
+  }
+
+  void NoteLeftOut(const std::vector<std::size_t>& labels, const char* one,
+                   const char* many) const {
+    if (labels.empty()) return;
+    const speech::TimedLabel& first = timing_.labels[labels.front()];
+    const std::string label = Shown(first.text) + " at " + Number(first.start) + " s";
+    PrintNote(options_.timing + ":" + std::to_string(first.line) + ": " +
+              (labels.size() == 1
+                   ? label + " is " + one
+                   : label + " and " + std::to_string(labels.size() - 1) + " more are " + many));
+  }
+
+  /// Names may hold what would end a line or begin a comment.
+  static std::string HeaderLine(const std::string& text) {
+    std::string line = text::PrintableLine(text);
+    for (std::size_t i = 0; (i = line.find("//", i)) != std::string::npos;)
+      line.insert(i + 1, " ");
+    return line;
+  }
+
+  const SpeakOptions& options_;
+  speech::Timing timing_;
+  PhonemeMapping mapping_;
+  std::vector<speech::ShapeRow> shapes_;
+};
+
+}  // namespace
+
+int Speak(const SpeakOptions& options) {
+  if (!FolderExists(options.output)) return 1;
+  Speaking speaking(options);
+  TAnimation animation;
+  if (!speaking.Read() || !speaking.Animate(animation)) return 1;
+  std::string bytes;
+  std::string reason;
+  if (!LtfText(animation, speaking.HeaderLines(), bytes, reason)) {
+    PrintError(options.output + ": " + reason);
+    return 1;
+  }
+  return WriteOutput(options.output, [&](std::ostream& out) { out << bytes; }) ? 0 : 1;
+}
+
+}  // namespace lipvane::cli
