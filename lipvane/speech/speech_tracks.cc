@@ -50,8 +50,12 @@ Plateau PlateauOf(Microseconds start, Microseconds end, Microseconds ramp) {
   plateau.middle = Rounded(middle);
   plateau.length = end - start;
   if (plateau.length > 2 * ramp) {
-    plateau.from = Floor(start + ramp);
-    plateau.to = Ceiling(end - ramp);
+    // Rounded outwards, it is all held; but without a ramp that would be the neighbour's time.
+    const bool isRampLong = ramp >= 1000;
+    const int from = isRampLong ? Floor(start + ramp) : Ceiling(start + ramp);
+    const int to = isRampLong ? Ceiling(end - ramp) : Floor(end - ramp);
+    plateau.from = std::min(from, plateau.middle);
+    plateau.to = std::max(to, plateau.middle);
   } else if (Rounded(middle - kUnsure) != Rounded(middle + kUnsure)) {
     // A middle half-way between two milliseconds has no nearest one: both have the weights.
     plateau.from = Floor(middle);
@@ -95,7 +99,7 @@ class Line {
   /// At rest again.
   void End(double seconds) {
     Plateau rest;
-    rest.middle = std::max(Rounded(FromSeconds(seconds) - lead_), plateaus_.back().middle + 1);
+    rest.middle = std::max(Ceiling(FromSeconds(seconds) - lead_), plateaus_.back().middle + 1);
     rest.from = rest.to = rest.middle;
     Append(rest);
   }

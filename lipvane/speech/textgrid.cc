@@ -47,8 +47,8 @@ class Tokens {
   void Read() {
     kind_ = Kind::kEnd;
     SkipTo(rest_.find_first_not_of(" \t\r\n\f\v"));
-    line_ = nextLine_;
     if (rest_.empty()) return;
+    line_ = nextLine_;
     if (rest_[0] == '"') {
       ReadText();
     } else if (rest_[0] == '!') {  // a comment
@@ -92,7 +92,7 @@ class Tokens {
 
   std::string_view rest_;
   Kind kind_ = Kind::kEnd;
-  int line_ = 1;      // of the token
+  int line_ = 1;      // of the token; at the end, of the last one
   int nextLine_ = 1;  // of what follows it
   std::string text_;
   double value_ = 0.0;
