@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the example face: two Maya scenes, the list of bones, a line to speak and a picture of the
-poses.
+"""Makes the example face: two Maya scenes, the list of bones, a picture of the poses, and a line to
+speak: when each sound is heard, and as an animation.
 
     python3 examples/make_face.py [FOLDER]
 
-writes face_poses.ma, face_rig.ma, bones.txt, hello.ltf and poses.svg into FOLDER (this script's own
-folder when none is given). The result depends on nothing but the tables in facerig/.
+writes face_poses.ma, face_rig.ma, bones.txt, hello.TextGrid, hello.ltf and poses.svg into FOLDER
+(this script's own folder when none is given). The result depends on nothing but the tables in
+facerig/.
 """
 
 import pathlib
@@ -26,7 +27,8 @@ def main() -> None:
         "face_poses.ma": maya_scene.text("face_poses", rig, list(posed.values())),
         "face_rig.ma": maya_scene.text("face_rig", rig, []),
         "bones.txt": " ".join(bone.name for bone in rig.joints if bone.joint.listed) + "\n",
-        "hello.ltf": spoken_line.text(),
+        "hello.TextGrid": spoken_line.grid(),
+        "hello.ltf": spoken_line.animation(),
         "poses.svg": sheet.svg(rig, posed),
     }
     folder.mkdir(parents=True, exist_ok=True)

@@ -1,4 +1,6 @@
-"""A line for the face to speak, as keys on its speech targets and expressions: an LTF file.
+"""A line for the face to speak, in two files. A TextGrid has its words and phones as an aligner
+finds them in a recording; an LTF file has it shaped by hand, as keys on the face's speech targets
+and expressions.
 
 Each phone pulls the mouth to one shape. The shapes overlap as they do in speech: one is on its way
 before its phone is heard and leaves while the next one comes, so the mouth is never at rest between
@@ -7,52 +9,46 @@ two of them.
 
 from dataclasses import dataclass
 
+from . import text_grid
 from .poses import POSES
 
 LENGTH = 3000  # milliseconds, as all times here
 SENTENCE = "Hello there, nice to meet you."
 
-# Phone, from, to. What is not covered is silence.
-PHONES = (
-    ("Hh", 300, 370),
-    ("Ah", 370, 450),
-    ("L", 450, 540),
-    ("Ow", 540, 740),
-    ("Dh", 740, 810),
-    ("Eh", 810, 940),
-    ("R", 940, 1100),
-    ("ShortSil", 1100, 1450),
-    ("N", 1450, 1540),
-    ("Ay", 1540, 1770),
-    ("S", 1770, 1900),
-    ("T", 1900, 1970),
-    ("Ax", 1970, 2060),
-    ("M", 2060, 2150),
-    ("Iy", 2150, 2330),
-    ("T", 2330, 2400),
-    ("Y", 2400, 2480),
-    ("Uw", 2480, 2700),
+# Each word and its phones, from and to, as aligners write them: ARPAbet, a digit is the vowel's
+# stress. A silence or a pause is no word. Each phone begins where the one before ends.
+WORDS = (
+    ("", (("", 0, 300),)),
+    ("hello", (("HH", 300, 370), ("AH0", 370, 450), ("L", 450, 540), ("OW1", 540, 740))),
+    ("there", (("DH", 740, 810), ("EH1", 810, 940), ("R", 940, 1100))),
+    ("", (("sp", 1100, 1450),)),
+    ("nice", (("N", 1450, 1540), ("AY1", 1540, 1770), ("S", 1770, 1900))),
+    ("to", (("T", 1900, 1970), ("AH0", 1970, 2060))),
+    ("meet", (("M", 2060, 2150), ("IY1", 2150, 2330), ("T", 2330, 2400))),
+    ("you", (("Y", 2400, 2480), ("UW1", 2480, 2700))),
+    ("", (("", 2700, LENGTH),)),
 )
+PHONES = tuple(phone for _, phones in WORDS for phone in phones)
 
 # The speech target of each phone and its weight, as pose files of a new rig have them.
 SHAPES = {
-    "Hh": ("If", 0.85),
-    "Ah": ("If", 0.85),
+    "": ("", 0.0),
+    "HH": ("If", 0.85),
+    "AH0": ("If", 0.85),
     "L": ("Told", 0.85),
-    "Ow": ("Oat", 0.85),
-    "Dh": ("Though", 0.85),
-    "Eh": ("If", 0.85),
+    "OW1": ("Oat", 0.85),
+    "DH": ("Though", 0.85),
+    "EH1": ("If", 0.85),
     "R": ("Roar", 0.85),
-    "ShortSil": ("If", 0.20),
+    "sp": ("If", 0.20),
     "N": ("New", 0.85),
-    "Ay": ("If", 0.85),
+    "AY1": ("If", 0.85),
     "S": ("Size", 0.85),
     "T": ("Told", 0.85),
-    "Ax": ("If", 0.85),
     "M": ("Bump", 0.85),
-    "Iy": ("Eat", 0.85),
+    "IY1": ("Eat", 0.85),
     "Y": ("Wet", 0.85),
-    "Uw": ("Oat", 0.85),
+    "UW1": ("Oat", 0.85),
 }
 
 LEAD = 80  # how long before its phone a shape begins to come
@@ -133,7 +129,14 @@ def _block(name: str, keys: list[Key]) -> list[str]:
     return [*lines, "}"]
 
 
-def text() -> str:
+def grid() -> str:
+    """The line's words and phones as a TextGrid."""
+    words = [(word, phones[0][1], phones[-1][2]) for word, phones in WORDS]
+    return text_grid.text({"words": words, "phones": list(PHONES)}, LENGTH)
+
+
+def animation() -> str:
+    """The line shaped by hand as an LTF file."""
     names = list(POSES)
     targets = names[1:-4]
     expressions = dict(zip(names[-4:], (RAISED_LEFT, RAISED_RIGHT, BLINK, BLINK), strict=True))
