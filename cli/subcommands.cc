@@ -13,6 +13,7 @@
 #include "cli/map.h"
 #include "cli/output.h"
 #include "cli/play.h"
+#include "cli/plot.h"
 #include "cli/run.h"
 #include "cli/speak.h"
 #include "lipvane/text/numbers.h"
@@ -24,6 +25,12 @@ void RefuseEmpty(const CLI::Option& file) {
   // An unset variable of a script's must not lose its work in silence.
   if (file.count() > 0 && file.as<std::string>().empty()) {
     throw CLI::ValidationError(file.get_name(), "needs the name of a file");
+  }
+}
+
+void RefuseNameless(const CLI::Option& option) {
+  if (option.count() > 0 && option.as<std::string>().empty()) {
+    throw CLI::ValidationError(option.get_name(), "needs a name");
   }
 }
 
@@ -275,11 +282,8 @@ void AddSpeak(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseEmpty(*shapes);
-    for (const CLI::Option* name : {tier, unknown}) {
-      if (name->count() > 0 && name->as<std::string>().empty()) {
-        throw CLI::ValidationError(name->get_name(), "needs a name");
-      }
-    }
+    RefuseNameless(*tier);
+    RefuseNameless(*unknown);
     RefuseOverwriting(*output, options->output, {options->timing, options->lbp, options->shapes});
     work = [options] { return Speak(*options); };
   });
@@ -310,6 +314,34 @@ void AddMap(CLI::App& app, Work& work) {
   });
 }
 
+void AddPlot(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand("plot", "Draw an animation file as a picture (SVG)");
+  const auto options = std::make_shared<PlotOptions>();
+  options->output = kStandardOutput;
+  command->add_option("LTF", options->ltf, "Animation file")->required();
+  CLI::Option* timing =
+      command->add_option("TIMING,--timing", options->timing,
+                          "Timing of what is spoken, to stand below: any file that speak takes");
+  CLI::Option* tier = command->add_option(
+      "--tier", options->timingOptions.tier,
+      "The tier of a TextGrid or the voice of a Papagayo project, as for speak");
+  tier->type_name("NAME")->needs(timing);
+  AddValue(*command, "--fps", "N", "Frames a second of a Moho switch file [24]",
+           options->timingOptions.framesPerSecond, ReadRate)
+      ->needs(timing);
+  AddTicksPerSecond(*command, options->ticksPerSecond);
+  CLI::Option* output =
+      command->add_option("-o", options->output, "Write here instead of to standard output");
+  output->type_name("FILE.svg");
+  command->callback([=, &work] {
+    RefuseEmpty(*timing);
+    RefuseEmpty(*output);
+    RefuseNameless(*tier);
+    RefuseOverwriting(*output, options->output, {options->ltf, options->timing});
+    work = [options] { return Plot(*options); };
+  });
+}
+
 }  // namespace
 
 void AddSubcommands(CLI::App& app, Work& work) {
@@ -320,6 +352,7 @@ void AddSubcommands(CLI::App& app, Work& work) {
   AddSpeak(app, work);
   AddBake(app, work);
   AddMap(app, work);
+  AddPlot(app, work);
 }
 
 }  // namespace lipvane::cli

@@ -13,6 +13,7 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutput) {
                           {{"play", "--help"}, "--at"},
                           {{"bake", "--help"}, "--start"},
                           {{"map", "--help"}, "CHARACTER"},
+                          {{"plot", "--help"}, "TIMING"},
                           {{"--version"}, "lipvane "}};
   for (const auto& [arguments, part] : cases) {
     const ProcessResult result = Lipvane(arguments);
@@ -69,14 +70,22 @@ TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
       {{"map", "a"}, "CHARACTER is required"},
       {{"map", "a", ""}, "CHARACTER: needs a name of one line"},
       {{"map", "a", "b\nc"}, "CHARACTER: needs a name of one line"},
-      {{"map", "./a.map", "a"}, "-o: names a file that is read, a.map"}};
+      {{"map", "./a.map", "a"}, "-o: names a file that is read, a.map"},
+      {{"plot"}, "LTF is required"},
+      {{"plot", "a", "--tier", "phones"}, "--tier requires --timing"},
+      {{"plot", "a", "--fps", "24"}, "--fps requires --timing"},
+      {{"plot", "a", "b", "--fps", "0"},
+       "--fps: \"0\" is no rate: it is from 0.000001 to 1000000000"},
+      {{"plot", "a", "b", "--tier", ""}, "--tier: needs a name"},
+      {{"plot", "a", "--timing", ""}, "--timing: needs the name of a file"},
+      {{"plot", "a", "b", "-o", "./b"}, "-o: names a file that is read, ./b"}};
   for (const auto& [arguments, error] : cases) {
     const ProcessResult result = Lipvane(arguments);
     EXPECT_EQ(result.status, 2) << error;
     EXPECT_EQ(result.err,
               "Error: " + error +
                   "\nlipvane --help and lipvane SUBCOMMAND --help say what is accepted; "
-                  "subcommands: run, inspect, check, play, bake, map.\n");
+                  "subcommands: run, inspect, check, play, speak, bake, map, plot.\n");
     EXPECT_EQ(result.out, "");
   }
 }
@@ -88,7 +97,7 @@ TEST_F(CliTest, AResultThatCannotBeWrittenIsAFailure) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no device that is full";
   for (const std::string& command :
        {"inspect " + lbp, "check " + lbp, "play " + lbp + " " + ltf, "map " + lbp + " Face -o -",
-        "bake " + scene + " " + lbp + " " + ltf + " -o -", "run " + scene + " -o -",
+        "plot " + ltf, "bake " + scene + " " + lbp + " " + ltf + " -o -", "run " + scene + " -o -",
         "run " + scene + " --report -"}) {
     const ProcessResult result =
         RunProcess("/bin/sh", {"-c", LIPVANE_BINARY " " + command + " > /dev/full"});
