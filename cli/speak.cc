@@ -113,15 +113,15 @@ class Speaking {
         list += " (the phoneme " + std::string(label.phoneme) + ", which the face lacks)";
       }
     }
-    const std::string count =
-        std::to_string(unknown.size()) + (unknown.size() == 1 ? " label" : " labels");
+    const bool isOne = unknown.size() == 1;
+    const std::string count = std::to_string(unknown.size()) + (isOne ? " label" : " labels");
     if (!options_.unknown.empty()) {
       PrintNote(options_.timing + ": " + options_.unknown + " stands for " + count +
                 " that nothing else explains:" + list);
       return true;
     }
-    PrintError(options_.timing + ": " + count + " stand for no phoneme of " + options_.lbp + ":" +
-               list +
+    PrintError(options_.timing + ": " + count + (isOne ? " stands" : " stand") +
+               " for no phoneme of " + options_.lbp + ":" + list +
                "\nWords need an aligner first; --tier names another tier. --unknown PHONEME says "
                "what stands for all of these (Sil is silence), --shapes FILE gives them weights of "
                "their own.");

@@ -85,6 +85,7 @@ constexpr LabelMeaning kOthers[] = {
     {"EPI", "Sil"},
     {"H#", "Sil"},
     {"<EPS>", "Sil"},
+    {"<P:>", "Sil"},
     {"SP", "ShortSil"},
 };
 

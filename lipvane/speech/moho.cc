@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <string>
+#include <vector>
 
+#include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
 
@@ -7,6 +10,14 @@ namespace lipvane::speech {
 namespace {
 
 constexpr std::string_view kTitle = "MohoSwitch1";
+
+/// Rhubarb writes such files too, with its own letters. The sets share no shape but E.
+ShapeSet SetOf(const std::vector<TimedLabel>& labels) {
+  const bool areRhubarbs = std::all_of(labels.begin(), labels.end(), [](const TimedLabel& label) {
+    return !ShapePhoneme(ShapeSet::kRhubarb, label.text).empty();
+  });
+  return areRhubarbs ? ShapeSet::kRhubarb : ShapeSet::kPrestonBlair;
+}
 
 }  // namespace
 
@@ -17,7 +28,6 @@ bool IsMoho(std::string_view text) {
 bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timing,
               ReadProblem& problem) {
   const double rate = options.framesPerSecond.value_or(kMohoFramesPerSecond);
-  timing.shapes = ShapeSet::kPrestonBlair;
   Lines lines(text);
   std::string_view line;
   lines.Next(line);
@@ -33,6 +43,7 @@ bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timin
     if (!timing.labels.empty()) timing.labels.back().end = start;
     timing.labels.push_back({std::string(line), start, start, lines.Number()});
   }
+  timing.shapes = SetOf(timing.labels);
   // Nothing says how long the last shape stays: for a frame.
   if (!timing.labels.empty()) timing.labels.back().end += 1.0 / rate;
   return true;

@@ -59,6 +59,10 @@ TEST_F(SpeakTest, OpensAndClosesTheJawWithThePhones) {
   ASSERT_EQ(spoken.status, 0);
   const ProcessResult check = Lipvane({"check", "hello.ltf", lbp_});
   EXPECT_EQ(check.out + check.err, "");
+  // The picture of the guide is what the commands beside it make.
+  EXPECT_EQ(Lipvane({"plot", "hello.ltf", "--timing", kExamples + "hello.TextGrid"}).out,
+            FileContent(kExamples + "../docs/hello.svg"));
+
   // A frame every 5 ms: one is in the middle of every phone.
   const std::string rig = kExamples + "face_rig.ma";
   ASSERT_EQ(Lipvane({"bake", rig, lbp_, "hello.ltf", "--fps", "200", "-o", "spoken.ma"}).status, 0);

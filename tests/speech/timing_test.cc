@@ -124,6 +124,8 @@ TEST(Timing, OfFramesFollowsTheirRate) {
   EXPECT_EQ(Refusal(two, {"Voice", {}}),
             "0: there is no voice \"Voice\"; its voices are \"Voice 1\", \"Voice 2\"");
 
+  EXPECT_EQ(Read(kMoho).shapes, ShapeSet::kPrestonBlair);
+  EXPECT_EQ(Read("MohoSwitch1\n1 X\n7 B\n13 X\n").shapes, ShapeSet::kRhubarb);
   EXPECT_EQ(Labels(Read(kMoho)), "2 rest 0 250, 3 etc 250 500, 4 WQ 500 1000, 5 rest 1000 1042, ");
   EXPECT_EQ(Labels(Read(kMoho, {"", 12.0}), false),
             "rest 0 500, etc 500 1000, WQ 1000 2000, rest 2000 2083, ");
