@@ -35,6 +35,8 @@ constexpr LabelMeaning kSymbols[] = {
     {"ɝ", "Er"},
     {"ɚ", "Er"},
     {"ɞ", "Er"},
+    {"ɜɹ", "Er"},
+    {"əɹ", "Er"},
     // Diphthongs, their second part as a vowel or as a glide.
     {"eɪ", "Ey"},
     {"ej", "Ey"},
@@ -65,6 +67,11 @@ constexpr LabelMeaning kSymbols[] = {
     {"uw", "Uw"},
     {"ʉw", "Uw"},
     {"ij", "Iy"},
+    // The same in Australia.
+    {"æɪ", "Ey"},
+    {"ɑe", "Ay"},
+    {"æɔ", "Aw"},
+    {"əʉ", "Ow"},
     // Those of "near", "square" and "cure" begin with what is seen.
     {"ɪə", "Ih"},
     {"iə", "Iy"},

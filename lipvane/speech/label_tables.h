@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "lipvane/speech/timing.h"
 
@@ -23,5 +24,7 @@ std::string_view IpaPhoneme(std::string_view label);
 
 /// A mouth shape of a set.
 std::string_view ShapePhoneme(ShapeSet set, std::string_view label);
+/// Whether all labels are shapes of a set: files that do not say what wrote them are told by that.
+bool AreShapes(ShapeSet set, const std::vector<TimedLabel>& labels);
 
 }  // namespace lipvane::speech

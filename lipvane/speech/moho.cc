@@ -1,6 +1,4 @@
-#include <algorithm>
 #include <string>
-#include <vector>
 
 #include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/timing_readers.h"
@@ -10,14 +8,6 @@ namespace lipvane::speech {
 namespace {
 
 constexpr std::string_view kTitle = "MohoSwitch1";
-
-/// Rhubarb writes such files too, with its own letters. The sets share no shape but E.
-ShapeSet SetOf(const std::vector<TimedLabel>& labels) {
-  const bool areRhubarbs = std::all_of(labels.begin(), labels.end(), [](const TimedLabel& label) {
-    return !ShapePhoneme(ShapeSet::kRhubarb, label.text).empty();
-  });
-  return areRhubarbs ? ShapeSet::kRhubarb : ShapeSet::kPrestonBlair;
-}
 
 }  // namespace
 
@@ -43,7 +33,9 @@ bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timin
     if (!timing.labels.empty()) timing.labels.back().end = start;
     timing.labels.push_back({std::string(line), start, start, lines.Number()});
   }
-  timing.shapes = SetOf(timing.labels);
+  // Rhubarb writes such files too, with its own letters; the sets share no shape but E.
+  const bool areRhubarbs = AreShapes(ShapeSet::kRhubarb, timing.labels);
+  timing.shapes = areRhubarbs ? ShapeSet::kRhubarb : ShapeSet::kPrestonBlair;
   // Nothing says how long the last shape stays: for a frame.
   if (!timing.labels.empty()) timing.labels.back().end += 1.0 / rate;
   return true;

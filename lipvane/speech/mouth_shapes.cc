@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 
 #include "lipvane/speech/label_tables.h"
@@ -52,6 +53,12 @@ std::string_view ShapePhoneme(ShapeSet set, std::string_view label) {
       break;
   }
   return {};
+}
+
+bool AreShapes(ShapeSet set, const std::vector<TimedLabel>& labels) {
+  return std::all_of(labels.begin(), labels.end(), [set](const TimedLabel& label) {
+    return !ShapePhoneme(set, label.text).empty();
+  });
 }
 
 }  // namespace lipvane::speech

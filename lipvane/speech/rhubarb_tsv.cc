@@ -1,5 +1,6 @@
 #include <string>
 
+#include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
 
@@ -15,7 +16,6 @@ bool IsRhubarbTsv(std::string_view text) {
 
 bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
                     ReadProblem& problem) {
-  timing.shapes = ShapeSet::kRhubarb;
   Lines lines(text);
   std::string_view line;
   while (lines.Next(line)) {
@@ -27,6 +27,8 @@ bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Tim
     if (!timing.labels.empty()) timing.labels.back().end = *start;
     timing.labels.push_back({std::string(shape), *start, *start, lines.Number()});
   }
+  // A list of starts that somebody else made may hold sounds.
+  if (AreShapes(ShapeSet::kRhubarb, timing.labels)) timing.shapes = ShapeSet::kRhubarb;
   // The last line says when the mouth closes, and lasts no time of its own.
   if (timing.labels.back().text == "X") timing.labels.pop_back();
   return true;

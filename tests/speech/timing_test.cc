@@ -105,6 +105,7 @@ TEST(Timing, OfRhubarbIsTheSameInEveryForm) {
   EXPECT_EQ(Read(kRhubarbXml).end, 0.95);
   // Without the shape that closes the mouth nothing says how long the last one stays.
   EXPECT_EQ(Labels(Read("0.5\tD\n0.7\tE\n"), false), "D 500 700, E 700 700, ");
+  EXPECT_EQ(Read("0.5\tD\n0.7\tAA\n").shapes, ShapeSet::kNone);
 }
 
 TEST(Timing, OfFramesFollowsTheirRate) {
