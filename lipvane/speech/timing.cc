@@ -53,17 +53,21 @@ bool Check(Timing& timing, ReadProblem& problem) {
       return Refuse(problem, label.line,
                     text::Quoted(text::PrintableLine(label.text), kLongestLabel) + reason);
     };
-    const std::string start = " starts at " + Seconds(label.start);
-    const std::string end = " ends at " + Seconds(label.end);
-    if (label.start < 0.0) return refuse(start + ", before the beginning");
-    if (label.end < label.start) return refuse(end + ", before it" + start);
+    if (label.start < 0.0) {
+      return refuse(" starts at " + Seconds(label.start) + ", before the beginning");
+    }
+    if (label.end < label.start) {
+      return refuse(" ends at " + Seconds(label.end) + ", before it starts at " +
+                    Seconds(label.start));
+    }
     if (label.end > kLongest) {
-      return refuse(end + ": no recording is longer than " + Seconds(kLongest));
+      return refuse(" ends at " + Seconds(label.end) + ": no recording is longer than " +
+                    Seconds(kLongest));
     }
     if (before != nullptr && label.start < before->end) {
       if (label.start <= before->end - kTouching) {
-        return refuse(start + ", before the label on line " + std::to_string(before->line) +
-                      " ends at " + Seconds(before->end));
+        return refuse(" starts at " + Seconds(label.start) + ", before the label on line " +
+                      std::to_string(before->line) + " ends at " + Seconds(before->end));
       }
       label.start = before->end;
       label.end = std::max(label.end, label.start);
