@@ -46,16 +46,14 @@ std::string Seconds(double seconds) {
 /// What holds for the labels of every form.
 bool Check(Timing& timing, ReadProblem& problem) {
   if (timing.labels.empty()) return Refuse(problem, 0, "it holds no labels");
-  const TimedLabel* before = nullptr;
+  double before = 0.0;  // where the label before ends, which is on this line:
+  int lineBefore = 0;
   for (TimedLabel& label : timing.labels) {
     label.text = Trim(label.text);
     const auto refuse = [&](const std::string& reason) {
       return Refuse(problem, label.line,
                     text::Quoted(text::PrintableLine(label.text), kLongestLabel) + reason);
     };
-    if (label.start < 0.0) {
-      return refuse(" starts at " + Seconds(label.start) + ", before the beginning");
-    }
     if (label.end < label.start) {
       return refuse(" ends at " + Seconds(label.end) + ", before it starts at " +
                     Seconds(label.start));
@@ -64,17 +62,18 @@ bool Check(Timing& timing, ReadProblem& problem) {
       return refuse(" ends at " + Seconds(label.end) + ": no recording is longer than " +
                     Seconds(kLongest));
     }
-    if (before != nullptr && label.start < before->end) {
-      if (label.start <= before->end - kTouching) {
-        return refuse(" starts at " + Seconds(label.start) + ", before the label on line " +
-                      std::to_string(before->line) + " ends at " + Seconds(before->end));
-      }
-      label.start = before->end;
-      label.end = std::max(label.end, label.start);
+    if (label.start <= before - kTouching) {
+      return refuse(" starts at " + Seconds(label.start) +
+                    (lineBefore == 0 ? ", before the beginning"
+                                     : ", before the label on line " + std::to_string(lineBefore) +
+                                           " ends at " + Seconds(before)));
     }
-    before = &label;
+    label.start = std::max(label.start, before);
+    label.end = std::max(label.end, label.start);
+    before = label.end;
+    lineBefore = label.line;
   }
-  timing.end = std::clamp(timing.end, before->end, kLongest);
+  timing.end = std::clamp(timing.end, before, kLongest);
   return true;
 }
 
