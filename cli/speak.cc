@@ -19,12 +19,6 @@
 namespace lipvane::cli {
 namespace {
 
-constexpr std::size_t kLongestLabel = 60;
-
-std::string Shown(const std::string& label) {
-  return text::Quoted(text::PrintableLine(label), kLongestLabel);
-}
-
 std::string Number(double value) {
   std::string text;
   text::AppendReal(text, value);
@@ -69,7 +63,8 @@ class Speaking {
     if (!options_.unknown.empty()) {
       standIn = sounds.Of(options_.unknown).weights;
       if (standIn == nullptr) {
-        PrintError("--unknown: " + Shown(options_.unknown) + " is no phoneme of " + options_.lbp);
+        PrintError("--unknown: " + text::QuotedLine(options_.unknown) + " is no phoneme of " +
+                   options_.lbp);
         return false;
       }
     }
@@ -107,7 +102,7 @@ class Speaking {
     std::string list;
     for (const speech::UnknownLabel& label : unknown) {
       list += "\n  " + options_.timing + ":" + std::to_string(label.line) + ": " +
-              Shown(label.text) + " at " + Number(label.start) + " s";
+              text::QuotedLine(label.text) + " at " + Number(label.start) + " s";
       if (label.count > 1) list += ", " + std::to_string(label.count) + " times";
       if (!label.phoneme.empty()) {
         list += " (the phoneme " + std::string(label.phoneme) + ", which the face lacks)";
@@ -132,7 +127,7 @@ class Speaking {
                    const char* many) const {
     if (labels.empty()) return;
     const speech::TimedLabel& first = timing_.labels[labels.front()];
-    const std::string label = Shown(first.text) + " at " + Number(first.start) + " s";
+    const std::string label = text::QuotedLine(first.text) + " at " + Number(first.start) + " s";
     PrintNote(options_.timing + ":" + std::to_string(first.line) + ": " +
               (labels.size() == 1
                    ? label + " is " + one

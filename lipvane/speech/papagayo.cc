@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::string_view kTitle = "lipsync version 1";
 constexpr std::size_t kMaxListed = 20;
-constexpr std::size_t kLongestName = 60;
 
 struct Voice {
   std::string name;
@@ -130,17 +129,13 @@ class Reader {
   double framesPerSecond_ = 0.0;
 };
 
-std::string Shown(const std::string& name) {
-  return text::Quoted(text::PrintableLine(name), kLongestName);
-}
-
 /// The one that is meant, or null with the problem set.
 const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
                     ReadProblem& problem) {
   std::string list;
   std::vector<const Voice*> meant;
   for (std::size_t i = 0; i < voices.size(); ++i) {
-    if (i < kMaxListed) list += (i == 0 ? "" : ", ") + Shown(voices[i].name);
+    if (i < kMaxListed) list += (i == 0 ? "" : ", ") + text::QuotedLine(voices[i].name);
     if (i == kMaxListed) list += " and more";
     if (wanted.empty() || voices[i].name == wanted) meant.push_back(&voices[i]);
   }
@@ -148,11 +143,13 @@ const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
   if (voices.empty()) {
     Refuse(problem, 0, "it has no voices");
   } else if (meant.empty()) {
-    Refuse(problem, 0, "there is no voice " + Shown(wanted) + "; its voices are " + list);
+    Refuse(problem, 0,
+           "there is no voice " + text::QuotedLine(wanted) + "; its voices are " + list);
   } else if (wanted.empty()) {
     Refuse(problem, 0, "its voices are " + list + ": name the one to speak with --tier");
   } else {
-    Refuse(problem, 0, "there are " + std::to_string(meant.size()) + " voices " + Shown(wanted));
+    Refuse(problem, 0,
+           "there are " + std::to_string(meant.size()) + " voices " + text::QuotedLine(wanted));
   }
   return nullptr;
 }
@@ -176,8 +173,9 @@ bool ReadPapagayo(std::string_view text, const TimingOptions& options, Timing& t
   timing.labels = voice->labels;
   timing.end = end;
   if (!timing.labels.empty()) return true;
-  return Refuse(problem, 0,
-                "the voice " + Shown(voice->name) + " has no phonemes: break it down in Papagayo");
+  return Refuse(
+      problem, 0,
+      "the voice " + text::QuotedLine(voice->name) + " has no phonemes: break it down in Papagayo");
 }
 
 }  // namespace lipvane::speech

@@ -14,12 +14,6 @@
 namespace lipvane::speech {
 namespace {
 
-constexpr std::size_t kLongestName = 60;
-
-std::string Shown(std::string_view name) {
-  return text::Quoted(text::PrintableLine(name), kLongestName);
-}
-
 /// The weights of a row, from behind its name.
 bool ReadWeights(std::string_view rest, int line, ShapeRow& row, ReadProblem& problem) {
   while (!rest.empty()) {
@@ -27,7 +21,7 @@ bool ReadWeights(std::string_view rest, int line, ShapeRow& row, ReadProblem& pr
     const auto weight = Number(word);
     row.weights.push_back(weight ? static_cast<float>(*weight) : 0.0F);
     if (!weight || !std::isfinite(row.weights.back())) {
-      return Refuse(problem, line, Shown(word) + " is no weight");
+      return Refuse(problem, line, text::QuotedLine(word) + " is no weight");
     }
   }
   return true;
@@ -50,14 +44,14 @@ bool ReadShapesText(std::string_view text, int speechTargetCount, std::vector<Sh
     if (row.name.empty()) continue;
     const auto [first, isNew] = lineByName.emplace(row.name, number);
     if (!isNew) {
-      return Refuse(
-          problem, number,
-          Shown(row.name) + " stands on line " + std::to_string(first->second) + " already");
+      return Refuse(problem, number,
+                    text::QuotedLine(row.name) + " stands on line " +
+                        std::to_string(first->second) + " already");
     }
     if (!ReadWeights(line, number, row, problem)) return false;
     if (row.weights.size() != static_cast<std::size_t>(speechTargetCount)) {
       return Refuse(problem, number,
-                    Shown(row.name) + " has " + std::to_string(row.weights.size()) +
+                    text::QuotedLine(row.name) + " has " + std::to_string(row.weights.size()) +
                         " weights; the face has " + std::to_string(speechTargetCount) +
                         " speech targets");
     }

@@ -18,7 +18,6 @@ constexpr std::string_view kChronological = "\"Praat chronological TextGrid";
 
 constexpr std::string_view kPhones = "phones";
 constexpr std::size_t kMaxListed = 20;
-constexpr std::size_t kLongestName = 60;
 
 /// The long form is the short one with words between its values. Praat itself takes only what
 /// stands free (texts in double quotes, numbers, flags in angle brackets) and passes over the rest,
@@ -118,7 +117,7 @@ class Reader {
     if (!Text("the type of file", type) || !Text("the class of object", objectClass)) return false;
     if (objectClass != "TextGrid") {
       return Refuse(problem_, tokens_.Line(),
-                    "it holds a " + Shown(objectClass) + ", not a \"TextGrid\"");
+                    "it holds a " + text::QuotedLine(objectClass) + ", not a \"TextGrid\"");
     }
     if (!Time("the time that the grid starts at", unused) ||
         !Time("the time that the grid ends at", unused) ||
@@ -141,8 +140,9 @@ class Reader {
     if (!Text("the class of a tier", tierClass)) return false;
     tier.hasIntervals = tierClass == "IntervalTier";
     if (!tier.hasIntervals && tierClass != "TextTier") {
-      return Refuse(problem_, tokens_.Line(),
-                    "a tier is an \"IntervalTier\" or a \"TextTier\", not a " + Shown(tierClass));
+      return Refuse(
+          problem_, tokens_.Line(),
+          "a tier is an \"IntervalTier\" or a \"TextTier\", not a " + text::QuotedLine(tierClass));
     }
     if (!Text("the name of a tier", tier.name) || !Time("the time that a tier starts at", unused) ||
         !Time("the time that a tier ends at", tier.end) ||
@@ -195,10 +195,6 @@ class Reader {
                       std::string(what) + " is expected");
   }
 
-  static std::string Shown(const std::string& name) {
-    return text::Quoted(text::PrintableLine(name), kLongestName);
-  }
-
   Tokens tokens_;
   ReadProblem& problem_;
 };
@@ -218,7 +214,7 @@ std::string Listed(const std::vector<const Tier*>& tiers) {
   std::string list;
   for (std::size_t i = 0; i < std::min(tiers.size(), kMaxListed); ++i) {
     const Tier& tier = *tiers[i];
-    list += (i == 0 ? "" : ", ") + text::Quoted(text::PrintableLine(tier.name), kLongestName);
+    list += (i == 0 ? "" : ", ") + text::QuotedLine(tier.name);
     if (!tier.hasIntervals) list += " (points)";
   }
   if (tiers.size() > kMaxListed)
@@ -241,7 +237,7 @@ const Tier* Choose(const std::vector<Tier>& tiers, const std::string& wanted,
 
   const std::string found = tiers.empty() ? "it has no tiers" : "its tiers are " + Listed(all);
   if (!wanted.empty()) {
-    const std::string name = text::Quoted(text::PrintableLine(wanted), kLongestName);
+    const std::string name = text::QuotedLine(wanted);
     Refuse(problem, 0,
            meant.empty()       ? "there is no tier " + name + "; " + found
            : meant.size() == 1 ? "the tier " + name + " has points, not intervals; " + found

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <utility>
 
 #include "lipvane/formats/file_content.h"
@@ -35,8 +34,6 @@ constexpr std::array<Form, 7> kForms = {{
     {"table", false, false, IsPlainTable, ReadPlainTable},
 }};
 
-constexpr std::size_t kLongestLabel = 60;
-
 std::string Seconds(double seconds) {
   std::string text;
   text::AppendReal(text, seconds);
@@ -51,8 +48,7 @@ bool Check(Timing& timing, ReadProblem& problem) {
   for (TimedLabel& label : timing.labels) {
     label.text = Trim(label.text);
     const auto refuse = [&](const std::string& reason) {
-      return Refuse(problem, label.line,
-                    text::Quoted(text::PrintableLine(label.text), kLongestLabel) + reason);
+      return Refuse(problem, label.line, text::QuotedLine(label.text) + reason);
     };
     if (label.end < label.start) {
       return refuse(" ends at " + Seconds(label.end) + ", before it starts at " +

@@ -53,4 +53,9 @@ std::string Quoted(std::string_view text, std::size_t longest) {
   return quoted;
 }
 
+std::string QuotedLine(std::string_view text) {
+  constexpr std::size_t kLongest = 60;
+  return Quoted(PrintableLine(text), kLongest);
+}
+
 }  // namespace lipvane::text

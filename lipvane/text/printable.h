@@ -16,4 +16,8 @@ std::string PrintableLine(std::string_view text);
 /// end and never within a character.
 std::string Quoted(std::string_view text, std::size_t longest = std::string_view::npos);
 
+/// A name or a label as part of a message: one printable line between double quotes, cut after 60
+/// bytes.
+std::string QuotedLine(std::string_view text);
+
 }  // namespace lipvane::text

@@ -17,6 +17,7 @@ TEST(Quoted, IsCutBetweenCharacters) {
   EXPECT_EQ(Quoted("j\xC3\xA4w", 2), "\"j...\"");
   EXPECT_EQ(Quoted("j\xC3\xA4w", 3), "\"j\xC3\xA4...\"");
   EXPECT_EQ(Quoted("\xA4\xA4\xA4", 2), "\"...\"");
+  EXPECT_EQ(QuotedLine("a\n" + std::string(99, 'b')), "\"a\\n" + std::string(57, 'b') + "...\"");
 }
 
 }  // namespace
