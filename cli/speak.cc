@@ -19,12 +19,6 @@
 namespace lipvane::cli {
 namespace {
 
-std::string Number(double value) {
-  std::string text;
-  text::AppendReal(text, value);
-  return text;
-}
-
 std::string WithoutFolder(const std::string& fileName) {
   const std::size_t slash = fileName.find_last_of("/\\");
   return slash == std::string::npos ? fileName : fileName.substr(slash + 1);
@@ -86,8 +80,9 @@ class Speaking {
     const speech::TrackOptions& tracks = options_.trackOptions;
     std::string source = WithoutFolder(options_.timing) + " (" + timing_.format;
     if (!timing_.tier.empty()) source += ", " + timing_.tier;
-    std::string how = "Times are in milliseconds. Ramp " + Number(tracks.rampMs) + ", lead " +
-                      Number(tracks.leadMs) + ", strength " + Number(tracks.strength) + ".";
+    std::string how = "Times are in milliseconds. Ramp " + text::RoundedReal(tracks.rampMs) +
+                      ", lead " + text::RoundedReal(tracks.leadMs) + ", strength " +
+                      text::RoundedReal(tracks.strength) + ".";
     if (!options_.shapes.empty()) how += " Mouth shapes: " + WithoutFolder(options_.shapes) + ".";
     if (!options_.unknown.empty()) how += " Unknown labels: " + options_.unknown + ".";
     return {HeaderLine("Made by lipvane speak from " + source + ") for " +
@@ -102,7 +97,7 @@ class Speaking {
     std::string list;
     for (const speech::UnknownLabel& label : unknown) {
       list += "\n  " + options_.timing + ":" + std::to_string(label.line) + ": " +
-              text::QuotedLine(label.text) + " at " + Number(label.start) + " s";
+              text::QuotedLine(label.text) + " at " + text::RoundedReal(label.start) + " s";
       if (label.count > 1) list += ", " + std::to_string(label.count) + " times";
       if (!label.phoneme.empty()) {
         list += " (the phoneme " + std::string(label.phoneme) + ", which the face lacks)";
@@ -127,7 +122,8 @@ class Speaking {
                    const char* many) const {
     if (labels.empty()) return;
     const speech::TimedLabel& first = timing_.labels[labels.front()];
-    const std::string label = text::QuotedLine(first.text) + " at " + Number(first.start) + " s";
+    const std::string label =
+        text::QuotedLine(first.text) + " at " + text::RoundedReal(first.start) + " s";
     PrintNote(options_.timing + ":" + std::to_string(first.line) + ": " +
               (labels.size() == 1
                    ? label + " is " + one

@@ -22,12 +22,6 @@ constexpr std::size_t kLineWidth = 80;
 /// Longer lists are cut: who wants them whole takes the JSON.
 constexpr std::size_t kMaxListed = 100;
 
-std::string Number(double value) {
-  std::string text;
-  text::AppendReal(text, value);
-  return text;
-}
-
 /// A title with its names below, as many on a line as fit.
 std::string NameList(const std::string& title, const std::vector<std::string>& names) {
   std::string text = title + ": " + std::to_string(names.size()) + "\n";
@@ -105,7 +99,8 @@ std::string CurveCounts(const Scene& scene) {
     ++keyed;
   }
   std::string text = "Animated channels: " + std::to_string(driven.size());
-  if (keyed > 0) text += ", keys from frame " + Number(first) + " to " + Number(last);
+  if (keyed > 0)
+    text += ", keys from frame " + text::RoundedReal(first) + " to " + text::RoundedReal(last);
   return text + "\n";
 }
 
@@ -146,7 +141,7 @@ std::string TrackList(const std::string& title, const std::vector<TAnimationTrac
         most = std::max(most, track.GetKey(i)->value);
       return track.name + ": " + std::to_string(count) + (count == 1 ? " key, " : " keys, ") +
              std::to_string(track.GetKey(0)->time) + " to " +
-             std::to_string(track.GetKey(count - 1)->time) + ", at most " + Number(most);
+             std::to_string(track.GetKey(count - 1)->time) + ", at most " + text::RoundedReal(most);
     });
   }
   return list.TextWithTitle();
@@ -163,7 +158,7 @@ std::string LbpSummary(const std::string& fileName, const TBonePoseInfo& poseInf
 }
 
 std::string LtfSummary(const std::string& fileName, const TAnimation& animation) {
-  return fileName + ": animation file (LTF), version " + Number(kLtfVersion) + "\n" +
+  return fileName + ": animation file (LTF), version " + text::RoundedReal(kLtfVersion) + "\n" +
          "Length: " + std::to_string(animation.length) + "\n" +
          TrackList("Speech target tracks", animation.tracks) +
          TrackList("Expression tracks", animation.expressionTracks);
@@ -171,9 +166,10 @@ std::string LtfSummary(const std::string& fileName, const TAnimation& animation)
 
 std::string SceneSummary(const std::string& fileName, const Scene& scene) {
   return fileName + ": Maya ASCII scene\n" + "Time unit: " + scene.TimeUnit() + " (" +
-         Number(scene.FramesPerSecond()) + " frames a second), saved at frame " +
-         Number(scene.StartTime()) + "\n" + "Linear unit: " + Number(scene.CentimetresPerUnit()) +
-         " cm\n" + NodeCounts(scene) + JointTree(scene) + CurveCounts(scene) + References(scene) +
+         text::RoundedReal(scene.FramesPerSecond()) + " frames a second), saved at frame " +
+         text::RoundedReal(scene.StartTime()) + "\n" +
+         "Linear unit: " + text::RoundedReal(scene.CentimetresPerUnit()) + " cm\n" +
+         NodeCounts(scene) + JointTree(scene) + CurveCounts(scene) + References(scene) +
          NotEvaluated(scene);
 }
 

@@ -46,12 +46,6 @@ double RoundStep(double least) {
   return 10.0 * decade;
 }
 
-std::string Number(double value) {
-  std::string text;
-  text::AppendReal(text, value);
-  return text;
-}
-
 std::string Coordinate(double value) {
   std::string text;
   AppendCoordinate(text, value);
@@ -161,7 +155,7 @@ void Drawing::WriteFrame() {
        << "\n<title>" << XmlEscaped(title) << "</title>\n"
        << R"(<rect width="100%" height="100%" fill="#fff"/>)" << '\n';
 
-  const std::string scale = "full height: " + Number(scale_);
+  const std::string scale = "full height: " + text::RoundedReal(scale_);
   const double scaleWidth = TextWidth(scale, kTextSize);
   const double y = kMargin + kTitleSize / 2.0;
   WriteText(kMargin, y, FittedText(title, kTitleSize, Right() - scaleWidth - 2.0 * kMargin),
@@ -173,12 +167,13 @@ void Drawing::WriteFrame() {
 
 void Drawing::WriteGrid() {
   // A label with all its digits is the widest that there can be.
-  const double gap = std::max(kLeastTickGap, TextWidth(Number(span_) + " s  ", kTextSize));
+  const double gap =
+      std::max(kLeastTickGap, TextWidth(text::RoundedReal(span_) + " s  ", kTextSize));
   const double step = RoundStep(gap / width_ * span_);
   const int last = static_cast<int>(span_ / step + 1e-6);  // 1.2 is not quite 6 times 0.2
   out_ << R"(<g text-anchor="middle" fill="#666">)" << '\n';
   for (int i = 0; i <= last; ++i)
-    WriteText(X(i * step), stripBottom_ + kTextSize + kTextGap, Number(i * step) + " s");
+    WriteText(X(i * step), stripBottom_ + kTextSize + kTextGap, text::RoundedReal(i * step) + " s");
   out_ << "</g>\n"
        << R"(<path stroke="#ddd" d=")";
   for (int i = 0; i <= last; ++i)

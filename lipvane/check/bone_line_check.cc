@@ -97,9 +97,7 @@ class BoneLineCheck {
     }
     const double length = std::sqrt(square);
     if (std::abs(length - 1.0) <= kLengthTolerance) return std::nullopt;
-    std::string shown;
-    text::AppendReal(shown, length);
-    return Subject() + "has a rotation of length " + shown + ", not 1";
+    return Subject() + "has a rotation of length " + text::RoundedReal(length) + ", not 1";
   }
 
   const DataLine& line_;

@@ -35,9 +35,7 @@ constexpr std::array<Form, 7> kForms = {{
 }};
 
 std::string Seconds(double seconds) {
-  std::string text;
-  text::AppendReal(text, seconds);
-  return text + " s";
+  return text::RoundedReal(seconds) + " s";
 }
 
 /// What holds for the labels of every form.

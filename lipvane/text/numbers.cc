@@ -136,6 +136,12 @@ void AppendReal(std::string& out, double value) {
   out.append(buffer.data(), end);
 }
 
+std::string RoundedReal(double value) {
+  std::string text;
+  AppendReal(text, value);
+  return text;
+}
+
 std::string ExactReal(double value) {
   std::array<char, 32> buffer{};
   const auto [end, error] = RealToChars(buffer.data(), buffer.data() + buffer.size(), value);

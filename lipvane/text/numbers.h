@@ -22,6 +22,8 @@ std::optional<double> WholeReal(std::string_view token);
 
 /// Appends a number with six significant digits, trailing zeros dropped: 0.85, 1, 1e-07.
 void AppendReal(std::string& out, double value);
+/// The same as a text of its own.
+std::string RoundedReal(double value);
 
 /// The shortest text that reads back as exactly this value.
 std::string ExactReal(double value);
