@@ -1,5 +1,3 @@
-#include <cstddef>
-#include <iterator>
 #include <string>
 
 #include "lipvane/speech/label_tables.h"
@@ -96,26 +94,18 @@ std::string InCapitals(std::string_view label) {
   return capitals;
 }
 
-template <std::size_t kCount>
-std::string_view Find(const LabelMeaning (&table)[kCount], std::string_view label) {
-  for (const LabelMeaning& entry : table) {
-    if (entry.label == label) return entry.phoneme;
-  }
-  return {};
-}
-
 }  // namespace
 
 std::string_view ArpabetPhoneme(std::string_view label) {
   const std::string capitals = InCapitals(label);
   std::string_view name = capitals;
-  if (const std::string_view phoneme = Find(kOthers, name); !phoneme.empty()) return phoneme;
-  if (const std::string_view phoneme = Find(kVowels, name); !phoneme.empty()) return phoneme;
+  if (const std::string_view phoneme = PhonemeIn(kOthers, name); !phoneme.empty()) return phoneme;
+  if (const std::string_view phoneme = PhonemeIn(kVowels, name); !phoneme.empty()) return phoneme;
   if (name.empty() || name.back() < '0' || name.back() > '2') return {};
   // Dictionaries without AX write the schwa so.
   if (name == "AH0") return "Ax";
   name.remove_suffix(1);
-  return Find(kVowels, name);
+  return PhonemeIn(kVowels, name);
 }
 
 }  // namespace lipvane::speech

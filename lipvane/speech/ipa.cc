@@ -1,4 +1,3 @@
-#include <cstddef>
 #include <string>
 
 #include "lipvane/speech/label_tables.h"
@@ -182,17 +181,10 @@ std::string Plain(std::string_view label) {
   return plain;
 }
 
-std::string_view Find(std::string_view symbol) {
-  for (const LabelMeaning& entry : kSymbols) {
-    if (entry.label == symbol) return entry.phoneme;
-  }
-  return {};
-}
-
 }  // namespace
 
 std::string_view IpaPhoneme(std::string_view label) {
-  return Find(Plain(label));
+  return PhonemeIn(kSymbols, Plain(label));
 }
 
 }  // namespace lipvane::speech

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,15 @@ struct LabelMeaning {
   std::string_view label;
   std::string_view phoneme;
 };
+
+/// What a table has for just this label.
+template <std::size_t kCount>
+std::string_view PhonemeIn(const LabelMeaning (&table)[kCount], std::string_view label) {
+  for (const LabelMeaning& entry : table) {
+    if (entry.label == label) return entry.phoneme;
+  }
+  return {};
+}
 
 /// ARPAbet in any case, vowels with or without a digit for stress, and what aligners write for
 /// silence.

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstddef>
 
 #include "lipvane/speech/label_tables.h"
 
@@ -33,22 +32,14 @@ constexpr LabelMeaning kPrestonBlair[] = {
     {"rest", "Sil"},  // at rest
 };
 
-template <std::size_t kCount>
-std::string_view Find(const LabelMeaning (&table)[kCount], std::string_view label) {
-  for (const LabelMeaning& entry : table) {
-    if (entry.label == label) return entry.phoneme;
-  }
-  return {};
-}
-
 }  // namespace
 
 std::string_view ShapePhoneme(ShapeSet set, std::string_view label) {
   switch (set) {
     case ShapeSet::kRhubarb:
-      return Find(kRhubarb, label);
+      return PhonemeIn(kRhubarb, label);
     case ShapeSet::kPrestonBlair:
-      return Find(kPrestonBlair, label);
+      return PhonemeIn(kPrestonBlair, label);
     case ShapeSet::kNone:
       break;
   }
