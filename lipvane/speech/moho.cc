@@ -20,18 +20,18 @@ bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timin
   const double rate = options.framesPerSecond.value_or(kMohoFramesPerSecond);
   Lines lines(text);
   std::string_view line;
-  lines.Next(line);
+  lines.NextFilled(line);
   if (line != kTitle)
-    return Refuse(problem, lines.Number(), "more than \"MohoSwitch1\" stands here");
-  while (lines.Next(line)) {
+    return Refuse(problem, lines.LineNumber(), "more than \"MohoSwitch1\" stands here");
+  while (lines.NextFilled(line)) {
     const auto frame = WholeNumber(TakeWord(line));
     if (!frame || line.empty()) {
-      return Refuse(problem, lines.Number(), "a line needs a frame and a mouth shape");
+      return Refuse(problem, lines.LineNumber(), "a line needs a frame and a mouth shape");
     }
     // The first frame is number 1.
     const double start = (*frame - 1.0) / rate;
     if (!timing.labels.empty()) timing.labels.back().end = start;
-    timing.labels.push_back({std::string(line), start, start, lines.Number()});
+    timing.labels.push_back({std::string(line), start, start, lines.LineNumber()});
   }
   // Rhubarb writes such files too, with its own letters; the sets share no shape but E.
   const bool areRhubarbs = AreShapes(ShapeSet::kRhubarb, timing.labels);

@@ -23,7 +23,7 @@ struct Voice {
 /// nothing more.
 class Reader {
  public:
-  Reader(std::string_view text, ReadProblem& problem) : rest_(text), problem_(problem) {}
+  Reader(std::string_view text, ReadProblem& problem) : lines_(text), problem_(problem) {}
 
   bool Read(std::vector<Voice>& voices, double& end) {
     std::string_view line;
@@ -95,7 +95,7 @@ class Reader {
       if (!frame || line.empty()) return Refuse("a phoneme needs a frame and a name");
       const double start = Seconds(*frame);
       if (i > 0) voice.labels.back().end = start;
-      voice.labels.push_back({std::string(line), start, std::max(start, end), number_});
+      voice.labels.push_back({std::string(line), start, std::max(start, end), lines_.LineNumber()});
     }
     return true;
   }
@@ -113,19 +113,16 @@ class Reader {
 
   /// Empty lines count: a text may be empty.
   bool Next(const char* what, std::string_view& line) {
-    if (rest_.empty()) return Refuse("the file ends where " + std::string(what) + " is expected");
-    const std::size_t end = rest_.find('\n');
-    line = Trim(rest_.substr(0, end));
-    rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
-    ++number_;
-    return true;
+    if (lines_.Next(line)) return true;
+    return Refuse("the file ends where " + std::string(what) + " is expected");
   }
 
-  bool Refuse(std::string reason) { return speech::Refuse(problem_, number_, std::move(reason)); }
+  bool Refuse(std::string reason) {
+    return speech::Refuse(problem_, lines_.LineNumber(), std::move(reason));
+  }
 
-  std::string_view rest_;
+  Lines lines_;
   ReadProblem& problem_;
-  int number_ = 0;
   double framesPerSecond_ = 0.0;
 };
 
@@ -158,7 +155,7 @@ const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
 
 bool IsPapagayo(std::string_view text) {
   std::string_view line;
-  return Lines(text).Next(line) && line.substr(0, 15) == kTitle.substr(0, 15);
+  return Lines(text).NextFilled(line) && line.substr(0, 15) == kTitle.substr(0, 15);
 }
 
 bool ReadPapagayo(std::string_view text, const TimingOptions& options, Timing& timing,

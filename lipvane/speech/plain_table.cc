@@ -14,14 +14,14 @@ bool ReadPlainTable(std::string_view text, const TimingOptions& /*options*/, Tim
                     ReadProblem& problem) {
   Lines lines(text);
   std::string_view line;
-  while (lines.Next(line)) {
+  while (lines.NextFilled(line)) {
     const auto start = Number(TakeWord(line));
     const auto end = Number(TakeWord(line));
     if (!start || !end) {
-      return Refuse(problem, lines.Number(),
+      return Refuse(problem, lines.LineNumber(),
                     "a line needs a start and an end in seconds, and a label");
     }
-    timing.labels.push_back({std::string(line), *start, *end, lines.Number()});
+    timing.labels.push_back({std::string(line), *start, *end, lines.LineNumber()});
   }
   return true;
 }

@@ -9,7 +9,7 @@ namespace lipvane::speech {
 /// A line is a start and a shape; nothing else that is read has a number and one more word.
 bool IsRhubarbTsv(std::string_view text) {
   std::string_view line;
-  if (!Lines(text).Next(line)) return false;
+  if (!Lines(text).NextFilled(line)) return false;
   const bool beginsWithNumber = Number(TakeWord(line)).has_value();
   return beginsWithNumber && !line.empty() && !Number(TakeWord(line)) && line.empty();
 }
@@ -18,14 +18,15 @@ bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Tim
                     ReadProblem& problem) {
   Lines lines(text);
   std::string_view line;
-  while (lines.Next(line)) {
+  while (lines.NextFilled(line)) {
     const auto start = Number(TakeWord(line));
     const std::string_view shape = TakeWord(line);
     if (!start || shape.empty() || !line.empty()) {
-      return Refuse(problem, lines.Number(), "a line needs a start in seconds and a mouth shape");
+      return Refuse(problem, lines.LineNumber(),
+                    "a line needs a start in seconds and a mouth shape");
     }
     if (!timing.labels.empty()) timing.labels.back().end = *start;
-    timing.labels.push_back({std::string(shape), *start, *start, lines.Number()});
+    timing.labels.push_back({std::string(shape), *start, *start, lines.LineNumber()});
   }
   // A list of starts that somebody else made may hold sounds.
   if (AreShapes(ShapeSet::kRhubarb, timing.labels)) timing.shapes = ShapeSet::kRhubarb;

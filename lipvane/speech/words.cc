@@ -50,11 +50,16 @@ std::optional<int> WholeNumber(std::string_view word) {
 }
 
 bool Lines::Next(std::string_view& line) {
-  while (!rest_.empty()) {
-    const std::size_t end = rest_.find('\n');
-    line = Trim(rest_.substr(0, end));
-    rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
-    ++number_;
+  if (rest_.empty()) return false;
+  const std::size_t end = rest_.find('\n');
+  line = Trim(rest_.substr(0, end));
+  rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
+  ++number_;
+  return true;
+}
+
+bool Lines::NextFilled(std::string_view& line) {
+  while (Next(line)) {
     if (!line.empty()) return true;
   }
   return false;

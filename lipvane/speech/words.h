@@ -21,15 +21,17 @@ std::optional<double> Number(std::string_view word);
 /// The whole number of 32 bits that a word is, or nothing.
 std::optional<int> WholeNumber(std::string_view word);
 
-/// Goes through the lines of a text that hold more than white space.
+/// Goes through the lines of a text.
 class Lines {
  public:
   explicit Lines(std::string_view text) : rest_(text) {}
 
   /// The next line, trimmed. False at the end.
   bool Next(std::string_view& line);
-  /// Of the line that Next gave, counted from 1; of the last one at the end.
-  int Number() const { return number_; }
+  /// The next one that holds more than white space.
+  bool NextFilled(std::string_view& line);
+  /// Of the line that was given last, counted from 1; of the text's last one at the end.
+  int LineNumber() const { return number_; }
 
  private:
   std::string_view rest_;
