@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <string>
@@ -116,8 +117,7 @@ class Reader {
     int count = 0;
     if (!Text("the type of file", type) || !Text("the class of object", objectClass)) return false;
     if (objectClass != "TextGrid") {
-      return Refuse(problem_, tokens_.Line(),
-                    "it holds a " + text::QuotedLine(objectClass) + ", not a \"TextGrid\"");
+      return Refuse("it holds a " + text::QuotedLine(objectClass) + ", not a \"TextGrid\"");
     }
     if (!Time("the time that the grid starts at", unused) ||
         !Time("the time that the grid ends at", unused) ||
@@ -140,9 +140,8 @@ class Reader {
     if (!Text("the class of a tier", tierClass)) return false;
     tier.hasIntervals = tierClass == "IntervalTier";
     if (!tier.hasIntervals && tierClass != "TextTier") {
-      return Refuse(
-          problem_, tokens_.Line(),
-          "a tier is an \"IntervalTier\" or a \"TextTier\", not a " + text::QuotedLine(tierClass));
+      return Refuse("a tier is an \"IntervalTier\" or a \"TextTier\", not a " +
+                    text::QuotedLine(tierClass));
     }
     if (!Text("the name of a tier", tier.name) || !Time("the time that a tier starts at", unused) ||
         !Time("the time that a tier ends at", tier.end) ||
@@ -163,7 +162,7 @@ class Reader {
   bool Text(const char* what, std::string& text) {
     if (!Expect(Tokens::Kind::kText, what)) return false;
     if (tokens_.IsCut()) {
-      return Refuse(problem_, tokens_.Line(), "the file ends within the text that begins here");
+      return Refuse("the file ends within the text that begins here");
     }
     text = tokens_.Text();
     return true;
@@ -173,7 +172,7 @@ class Reader {
     if (!Expect(Tokens::Kind::kNumber, what)) return false;
     time = tokens_.Value();
     if (std::isfinite(time)) return true;
-    return Refuse(problem_, tokens_.Line(), std::string(what) + " is not finite");
+    return Refuse(std::string(what) + " is not finite");
   }
 
   bool Count(const char* what, int& count) {
@@ -183,16 +182,19 @@ class Reader {
       count = static_cast<int>(value);
       return true;
     }
-    return Refuse(problem_, tokens_.Line(), std::string(what) + " is no count");
+    return Refuse(std::string(what) + " is no count");
   }
 
   bool Expect(Tokens::Kind kind, const char* what) {
     tokens_.Advance();
     if (tokens_.KindOf() == kind) return true;
     const bool isEnd = tokens_.KindOf() == Tokens::Kind::kEnd;
-    return Refuse(problem_, tokens_.Line(),
-                  (isEnd ? "the file ends where " : "something else stands where ") +
-                      std::string(what) + " is expected");
+    return Refuse((isEnd ? "the file ends where " : "something else stands where ") +
+                  std::string(what) + " is expected");
+  }
+
+  bool Refuse(std::string reason) {
+    return speech::Refuse(problem_, tokens_.Line(), std::move(reason));
   }
 
   Tokens tokens_;
@@ -200,14 +202,9 @@ class Reader {
 };
 
 bool EndsInPhones(std::string_view name) {
-  if (name.size() < kPhones.size()) return false;
-  name.remove_prefix(name.size() - kPhones.size());
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    const char small =
-        name[i] >= 'A' && name[i] <= 'Z' ? static_cast<char>(name[i] - 'A' + 'a') : name[i];
-    if (small != kPhones[i]) return false;
-  }
-  return true;
+  const auto isLetter = [](char small, char c) { return c == small || c == small - 'a' + 'A'; };
+  return name.size() >= kPhones.size() &&
+         std::equal(kPhones.rbegin(), kPhones.rend(), name.rbegin(), isLetter);
 }
 
 std::string Listed(const std::vector<const Tier*>& tiers) {
