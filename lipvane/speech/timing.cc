@@ -1,7 +1,7 @@
 #include "lipvane/speech/timing.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <utility>
 
 #include "lipvane/formats/file_content.h"
@@ -24,7 +24,7 @@ struct Form {
 };
 
 /// In the order in which they are tried.
-constexpr std::array<Form, 7> kForms = {{
+constexpr Form kForms[] = {
     {"TextGrid", true, false, IsTextGrid, ReadTextGrid},
     {"Rhubarb JSON", false, false, IsRhubarbJson, ReadRhubarbJson},
     {"Rhubarb XML", false, false, IsRhubarbXml, ReadRhubarbXml},
@@ -32,7 +32,7 @@ constexpr std::array<Form, 7> kForms = {{
     {"Moho switch file", false, true, IsMoho, ReadMoho},
     {"Rhubarb TSV", false, false, IsRhubarbTsv, ReadRhubarbTsv},
     {"table", false, false, IsPlainTable, ReadPlainTable},
-}};
+};
 
 std::string Seconds(double seconds) {
   return text::RoundedReal(seconds) + " s";
@@ -46,21 +46,19 @@ bool Check(Timing& timing, ReadProblem& problem) {
   for (TimedLabel& label : timing.labels) {
     label.text = Trim(label.text);
     const auto refuse = [&](const std::string& reason) {
-      return Refuse(problem, label.line, text::QuotedLine(label.text) + reason);
+      return Refuse(problem, label.line, text::QuotedLine(label.text) + " " + reason);
     };
-    if (label.end < label.start) {
-      return refuse(" ends at " + Seconds(label.end) + ", before it starts at " +
-                    Seconds(label.start));
-    }
+    const auto start = [&] { return "starts at " + Seconds(label.start); };
+    const auto end = [&] { return "ends at " + Seconds(label.end); };
+    if (label.end < label.start) return refuse(end() + ", before it " + start());
     if (label.end > kLongest) {
-      return refuse(" ends at " + Seconds(label.end) + ": no recording is longer than " +
-                    Seconds(kLongest));
+      return refuse(end() + ": no recording is longer than " + Seconds(kLongest));
     }
     if (label.start <= before - kTouching) {
-      return refuse(" starts at " + Seconds(label.start) +
-                    (lineBefore == 0 ? ", before the beginning"
-                                     : ", before the label on line " + std::to_string(lineBefore) +
-                                           " ends at " + Seconds(before)));
+      return refuse(start() + (lineBefore == 0
+                                   ? ", before the beginning"
+                                   : ", before the label on line " + std::to_string(lineBefore) +
+                                         " ends at " + Seconds(before)));
     }
     label.start = std::max(label.start, before);
     label.end = std::max(label.end, label.start);
@@ -77,13 +75,12 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
                     ReadProblem& problem) {
   std::string content;
   if (!ToUtf8(text, content, problem)) return false;
-  // White space before the first word is nowhere of meaning, and a reader counts the lines in it.
-  const std::string_view body = std::string_view(content).substr(
-      std::min(content.find_first_not_of(" \t\r\n"), content.size()));
-  const auto* const form = std::find_if(kForms.begin(), kForms.end(), [&](const Form& candidate) {
-    return candidate.recognises(body);
-  });
-  if (form == kForms.end()) {
+  // White space at the start tells nothing; the readers get it too, since lines are counted.
+  const std::string_view body = Trim(content);
+  const Form* const form =
+      std::find_if(std::begin(kForms), std::end(kForms),
+                   [&](const Form& candidate) { return candidate.recognises(body); });
+  if (form == std::end(kForms)) {
     return Refuse(problem, 0,
                   "it is none of the timing files that are read: TextGrid, Rhubarb's JSON, XML or "
                   "TSV, Papagayo project, Moho switch file, or lines of \"start end label\"");
