@@ -11,9 +11,9 @@
 
 namespace lipvane::speech {
 
-/// What a label makes of a mouth.
+/// What a label makes of a mouth. Valid as long as the Meanings that it is from.
 struct Meaning {
-  /// Null when nothing says what the label stands for. Valid as long as the Meanings.
+  /// Null when nothing says what the label stands for.
   const Weights* weights = nullptr;
   /// The phoneme that the label stands for by the built-in tables; empty without one. When weights
   /// are null it is one that the rig's phoneme table lacks.

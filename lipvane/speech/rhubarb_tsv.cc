@@ -31,7 +31,7 @@ bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Tim
   // A list of starts that somebody else made may hold sounds.
   if (AreShapes(ShapeSet::kRhubarb, timing.labels)) timing.shapes = ShapeSet::kRhubarb;
   // The last line says when the mouth closes, and lasts no time of its own.
-  if (timing.labels.back().text == "X") timing.labels.pop_back();
+  if (!timing.labels.empty() && timing.labels.back().text == "X") timing.labels.pop_back();
   return true;
 }
 

@@ -31,7 +31,8 @@ struct LeftOut {
 /// neighbours of equal weight do not dip. Gaps are silence. Each track has a key of 0 at time 0 and
 /// at the end, and times that strictly ascend; keys that change nothing are left out.
 ///
-/// The phones are in order and do not overlap; `end` is the recording's, in seconds.
+/// The phones are in order, do not overlap, and all have weights, one a speech target; `end` is the
+/// recording's, in seconds.
 TAnimation SpeechTracks(const std::vector<Phone>& phones, double end, const Weights& silence,
                         const std::vector<std::string>& speechTargets, const TrackOptions& options,
                         LeftOut& leftOut);

@@ -27,19 +27,20 @@ struct Timing {
   ShapeSet shapes = ShapeSet::kNone;
   /// In order of time, from 0 on. They do not overlap; where they leave a gap there is silence.
   std::vector<TimedLabel> labels;
-  double end = 0.0;  ///< seconds; of the recording where the file says it, else of the last label
+  /// Seconds; of the recording where the file says it, but not before the last label's.
+  double end = 0.0;
 };
 
-/// What a file leaves open. To give what it says itself is refused: it would do nothing.
+/// What a file leaves open. A file to which an option means nothing is refused with it.
 struct TimingOptions {
   /// The tier of a TextGrid or the voice of a Papagayo project. When empty: the only tier whose
   /// name ends in "phones", in any case; the only voice.
   std::string tier;
-  /// Of a Moho switch file, which counts frames; kMohoFramesPerSecond when not given.
+  /// Of a Moho switch file, which counts frames; above 0. kMohoFramesPerSecond when not given.
   std::optional<double> framesPerSecond;
 };
 
-/// The rate of a new project there.
+/// The rate of a new project in Moho.
 inline constexpr double kMohoFramesPerSecond = 24.0;
 
 /// Labels may overlap by less than this, and gaps that are shorter are none: tools round the two
