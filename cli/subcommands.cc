@@ -21,16 +21,10 @@
 namespace lipvane::cli {
 namespace {
 
-void RefuseEmpty(const CLI::Option& file) {
+void RefuseEmpty(const CLI::Option& option, const std::string& what = "the name of a file") {
   // An unset variable of a script's must not lose its work in silence.
-  if (file.count() > 0 && file.as<std::string>().empty()) {
-    throw CLI::ValidationError(file.get_name(), "needs the name of a file");
-  }
-}
-
-void RefuseNameless(const CLI::Option& option) {
   if (option.count() > 0 && option.as<std::string>().empty()) {
-    throw CLI::ValidationError(option.get_name(), "needs a name");
+    throw CLI::ValidationError(option.get_name(), "needs " + what);
   }
 }
 
@@ -282,8 +276,8 @@ void AddSpeak(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseEmpty(*shapes);
-    RefuseNameless(*tier);
-    RefuseNameless(*unknown);
+    RefuseEmpty(*tier, "a name");
+    RefuseEmpty(*unknown, "a name");
     RefuseOverwriting(*output, options->output, {options->timing, options->lbp, options->shapes});
     work = [options] { return Speak(*options); };
   });
@@ -336,7 +330,7 @@ void AddPlot(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*timing);
     RefuseEmpty(*output);
-    RefuseNameless(*tier);
+    RefuseEmpty(*tier, "a name");
     RefuseOverwriting(*output, options->output, {options->ltf, options->timing});
     work = [options] { return Plot(*options); };
   });

@@ -76,7 +76,6 @@ class Drawing {
   using Tracks = std::vector<TAnimationTrack>;
 
   bool HasStrip() const { return !chart_.timing.labels.empty(); }
-  double Length() const { return chart_.animation.length / chart_.ticksPerSecond; }
   double X(double seconds) const { return left_ + seconds / span_ * width_; }
   double Right() const { return left_ + width_; }
 
@@ -126,8 +125,7 @@ Drawing::Drawing(std::ostream& out, const TrackChart& chart) : out_(out), chart_
   bottom_ = stripBottom_ + kAxisHeight + kMargin;
   left_ = kMargin + nameWidth_ + kNameGap;
 
-  span_ = Length();
-  if (HasStrip()) span_ = std::max({span_, chart.timing.end, chart.timing.labels.back().end});
+  span_ = std::max(animation.length / chart.ticksPerSecond, chart.timing.end);
   if (span_ <= 0.0) span_ = 1.0;
   width_ = std::clamp(span_ * kPerSecond, kLeastWidth, kMostWidth);
 }
@@ -166,7 +164,7 @@ void Drawing::WriteFrame() {
 }
 
 void Drawing::WriteGrid() {
-  // A label with all its digits is the widest that there can be.
+  // Labels of long lines have more digits than the usual gap has room for.
   const double gap =
       std::max(kLeastTickGap, TextWidth(text::RoundedReal(span_) + " s  ", kTextSize));
   const double step = RoundStep(gap / width_ * span_);
