@@ -11,6 +11,7 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutput) {
                           {{"inspect", "--help"}, "--json"},
                           {{"check", "--help"}, "--scene"},
                           {{"play", "--help"}, "--at"},
+                          {{"speak", "--help"}, "--tier"},
                           {{"bake", "--help"}, "--start"},
                           {{"map", "--help"}, "CHARACTER"},
                           {{"plot", "--help"}, "TIMING"},

@@ -2,20 +2,35 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cctype>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/phones.h"
-#include "tests/speech/new_table.h"
 
 namespace lipvane::speech::test {
 namespace {
 
 using Meant = std::vector<std::pair<std::string, std::string>>;
+
+/// The phoneme table of a new rig.
+PhonemeMapping NewTable() {
+  PhonemeMapping mapping;
+  for (const char* const name : kSpeechTargetNames)
+    mapping.AddSpeechTarget(name);
+  std::istringstream rows(DefaultPhonemeTable);
+  std::string name;
+  while (rows >> name) {
+    std::vector<float> row(kSpeechTargetNames.size());
+    for (float& weight : row)
+      rows >> weight;
+    mapping.AddPhoneme(name, row);
+  }
+  return mapping;
+}
 
 /// Words cut at blanks.
 std::vector<std::string> Split(const std::string& words) {
@@ -81,18 +96,12 @@ TEST(Ipa, IsKnownAsAlignersForEnglishWriteIt) {
 
 TEST(Shapes, AllServeATargetOfTheirOwnSound) {
   const Meanings rhubarb(NewTable(), ShapeSet::kRhubarb);
-  for (const auto& [shape, phoneme] : Meant{{"A", "M"},
-                                            {"B", "S"},
-                                            {"C", "Eh"},
-                                            {"D", "Aa"},
-                                            {"E", "Er"},
-                                            {"F", "W"},
-                                            {"G", "F"},
-                                            {"H", "L"},
-                                            {"X", "Sil"}}) {
-    EXPECT_EQ(rhubarb.Of(shape).phoneme, phoneme) << shape;
+  std::string phonemes;
+  for (const std::string& shape : Split("A B C D E F G H X")) {
     EXPECT_NE(rhubarb.Of(shape).weights, nullptr) << shape;
+    phonemes += std::string(rhubarb.Of(shape).phoneme) + " ";
   }
+  EXPECT_EQ(phonemes, "M S Eh Aa Er W F L Sil ");
   const Meanings drawn(NewTable(), ShapeSet::kPrestonBlair);
   for (const std::string& shape : Split("AI E O U L MBP FV WQ etc rest"))
     EXPECT_NE(drawn.Of(shape).weights, nullptr) << shape;

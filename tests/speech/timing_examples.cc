@@ -54,47 +54,14 @@ called"
             text = " OW1 " 
 )";
 
-const std::string kShortTextGrid = R"(File type = "ooTextFile"
-Object class = "TextGrid"
-
-0
-0.9
-<exists>
-3
-"IntervalTier"
-"words"
-0
-0.9
-2
-0
-0.2
-""
-0.2
-0.9
-"a ""so"" 
-called"
-"TextTier"
-"hand phones"
-0
-0.9
-1
-0.45
-"1 %"
-"IntervalTier"
-"Ann - Phones"
-0
-0.9
-3
-0
-0.2
-""
-0.2
-0.5500000000000004
-"S"
-0.55
-0.9
-" OW1 "
-)";
+const std::string kShortTextGrid =
+    "File type = \"ooTextFile\"\nObject class = \"TextGrid\"\n\n0\n0.9\n<exists>\n3\n"
+    "\"IntervalTier\"\n\"words\"\n0\n0.9\n2\n"
+    "0\n0.2\n\"\"\n0.2\n0.9\n\"a \"\"so\"\" \ncalled\"\n"
+    "\"TextTier\"\n\"hand phones\"\n0\n0.9\n1\n"
+    "0.45\n\"1 %\"\n"
+    "\"IntervalTier\"\n\"Ann - Phones\"\n0\n0.9\n3\n"
+    "0\n0.2\n\"\"\n0.2\n0.5500000000000004\n\"S\"\n0.55\n0.9\n\" OW1 \"\n";
 
 const std::string kRhubarbJson = R"({
   "metadata": { "soundFile": "C:\\so.wav", "duration": 0.95 },
