@@ -6,17 +6,25 @@
 #include <vector>
 
 #include "lipvane/formats/phonemes.h"
-#include "lipvane/speech/shapes_file.h"
 #include "lipvane/speech/timing.h"
 
 namespace lipvane::speech {
+
+/// How strongly a sound or a mouth shape pulls each speech target: one a target.
+using Weights = std::vector<float>;
+
+/// A mouth shape with weights of its own.
+struct ShapeRow {
+  std::string name;
+  Weights weights;
+};
 
 /// What a label makes of a mouth. Valid as long as the Meanings that it is from.
 struct Meaning {
   /// Null when nothing says what the label stands for.
   const Weights* weights = nullptr;
-  /// The phoneme that the label stands for by the built-in tables; empty without one. When weights
-  /// are null it is one that the rig's phoneme table lacks.
+  /// The phoneme that the label names, or stands for by the built-in tables; empty without one.
+  /// When weights are null it is one that the rig's phoneme table lacks.
   std::string_view phoneme;
 };
 

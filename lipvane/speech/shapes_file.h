@@ -5,17 +5,9 @@
 #include <vector>
 
 #include "lipvane/formats/read_problem.h"
+#include "lipvane/speech/meanings.h"
 
 namespace lipvane::speech {
-
-/// How strongly a sound or a mouth shape pulls each speech target: one a target.
-using Weights = std::vector<float>;
-
-/// A mouth shape with weights of its own.
-struct ShapeRow {
-  std::string name;
-  Weights weights;
-};
 
 /// Reads a file of mouth shapes, rows like those of a phoneme table: a name and one weight a speech
 /// target, between blanks; "//" begins a comment. False when a row has too few or too many weights,

@@ -10,6 +10,7 @@
 
 #include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/phones.h"
+#include "lipvane/speech/shapes_file.h"
 
 namespace lipvane::speech::test {
 namespace {
