@@ -1,6 +1,7 @@
 #include "cli/speak.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <ostream>
 #include <vector>
 
@@ -20,8 +21,7 @@ namespace lipvane::cli {
 namespace {
 
 std::string WithoutFolder(const std::string& fileName) {
-  const std::size_t slash = fileName.find_last_of("/\\");
-  return slash == std::string::npos ? fileName : fileName.substr(slash + 1);
+  return std::filesystem::path(fileName).filename().string();
 }
 
 class Speaking {

@@ -40,8 +40,8 @@ void RefuseOverwriting(const CLI::Option& option, const std::string& output,
 }
 
 double ReadNumber(const std::string& option, std::string_view text) {
-  const auto number = text::WholeReal(text);
-  if (!number || !std::isfinite(*number)) {
+  const auto number = text::FiniteReal(text);
+  if (!number) {
     throw CLI::ValidationError(option, "\"" + std::string(text) + "\" is not a number");
   }
   return *number;
@@ -259,9 +259,9 @@ void AddSpeak(CLI::App& app, Work& work) {
   tier->type_name("NAME");
   AddValue(*command, "--ramp", "MS",
            "How far from its ends a long phone begins to be held, in milliseconds [80]",
-           options->trackOptions.rampMs, ReadAmount<60'000>);
+           options->trackOptions.rampMs, ReadAmount<speech::kLongestShift>);
   AddValue(*command, "--lead", "MS", "How much earlier than the sound the mouth moves [0]",
-           options->trackOptions.leadMs, ReadAmount<60'000>);
+           options->trackOptions.leadMs, ReadAmount<speech::kLongestShift>);
   AddValue(*command, "--strength", "X", "What all weights are multiplied by [1]",
            options->trackOptions.strength, ReadAmount<100>);
   CLI::Option* shapes = command->add_option(

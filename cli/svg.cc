@@ -3,8 +3,8 @@
 #include <array>
 #include <cstddef>
 
-#include "lipvane/speech/utf.h"
 #include "lipvane/text/real_conversion.h"
+#include "lipvane/text/utf8.h"
 
 namespace lipvane::cli {
 namespace {
@@ -32,8 +32,8 @@ double CharacterWidth(char32_t c) {
 std::string XmlCharacters(std::string_view text) {
   std::string characters;
   while (!text.empty()) {
-    const char32_t c = speech::TakeCharacter(text);
-    speech::AppendUtf8(characters, IsDrawn(c) ? c : kReplacement);
+    const char32_t c = text::TakeCharacter(text);
+    text::AppendUtf8(characters, IsDrawn(c) ? c : kReplacement);
   }
   return characters;
 }
@@ -64,7 +64,7 @@ std::string XmlEscaped(std::string_view text) {
 double TextWidth(std::string_view text, double fontSize) {
   double width = 0.0;
   while (!text.empty())
-    width += CharacterWidth(speech::TakeCharacter(text)) * fontSize;
+    width += CharacterWidth(text::TakeCharacter(text)) * fontSize;
   return width;
 }
 
@@ -74,7 +74,7 @@ std::string FittedText(const std::string& text, double fontSize, double width) {
   std::size_t length = 0;
   double used = 0.0;
   for (std::string_view rest = text; !rest.empty(); length = text.size() - rest.size()) {
-    used += CharacterWidth(speech::TakeCharacter(rest)) * fontSize;
+    used += CharacterWidth(text::TakeCharacter(rest)) * fontSize;
     if (used > room) break;
   }
   return text.substr(0, length) + kEllipsis;

@@ -52,8 +52,7 @@ bool HasTab(std::string_view text) {
 }
 
 bool IsNumber(std::string_view word) {
-  const auto value = text::WholeReal(word);
-  return value && std::isfinite(*value);
+  return text::FiniteReal(word).has_value();
 }
 
 std::string Quoted(std::string_view text) {

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "lipvane/speech/label_tables.h"
-#include "lipvane/speech/utf.h"
+#include "lipvane/text/utf8.h"
 
 namespace lipvane::speech {
 namespace {
@@ -167,7 +167,7 @@ bool IsModifier(char32_t c) {
 std::string Plain(std::string_view label) {
   std::string plain;
   while (!label.empty()) {
-    const char32_t c = TakeCharacter(label);
+    const char32_t c = text::TakeCharacter(label);
     if (c == kCedilla && !plain.empty() && plain.back() == 'c') {
       // "ç" in two characters.
       plain.pop_back();
@@ -175,7 +175,7 @@ std::string Plain(std::string_view label) {
     } else if (c == kRhoticHook && (plain == "ə" || plain == "ɜ")) {
       plain = "ɚ";
     } else if (!IsModifier(c)) {
-      AppendUtf8(plain, c);
+      text::AppendUtf8(plain, c);
     }
   }
   return plain;

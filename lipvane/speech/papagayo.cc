@@ -6,6 +6,7 @@
 
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::speech {
@@ -36,7 +37,7 @@ class Reader {
     if (!Next("the name of the sound", sound) || !Next("the number of frames a second", line)) {
       return false;
     }
-    const auto rate = Number(line);
+    const auto rate = text::FiniteReal(line);
     if (!rate || *rate < 0.1 || *rate > 10000.0)
       return Refuse("this is no number of frames a second");
     framesPerSecond_ = *rate;

@@ -2,12 +2,13 @@
 
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
 
 /// What begins with a number and is none of the others: a mistake further on has a line to name.
 bool IsPlainTable(std::string_view text) {
-  return Number(TakeWord(text)).has_value();
+  return text::FiniteReal(TakeWord(text)).has_value();
 }
 
 bool ReadPlainTable(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
@@ -15,8 +16,8 @@ bool ReadPlainTable(std::string_view text, const TimingOptions& /*options*/, Tim
   Lines lines(text);
   std::string_view line;
   while (lines.NextFilled(line)) {
-    const auto start = Number(TakeWord(line));
-    const auto end = Number(TakeWord(line));
+    const auto start = text::FiniteReal(TakeWord(line));
+    const auto end = text::FiniteReal(TakeWord(line));
     if (!start || !end) {
       return Refuse(problem, lines.LineNumber(),
                     "a line needs a start and an end in seconds, and a label");

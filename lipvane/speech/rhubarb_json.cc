@@ -7,6 +7,7 @@
 
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
 namespace {
@@ -43,7 +44,7 @@ std::optional<double> TimeOf(const json& object, const char* name) {
   const auto member = object.find(name);
   if (member == object.end()) return std::nullopt;
   if (member->is_number()) return member->get<double>();
-  if (member->is_string()) return Number(Trim(member->get_ref<const std::string&>()));
+  if (member->is_string()) return text::FiniteReal(Trim(member->get_ref<const std::string&>()));
   return std::nullopt;
 }
 
@@ -61,8 +62,8 @@ json Parse(std::string_view text, std::vector<int>& cueLines, ReadProblem& probl
   try {
     return json::parse(CountingIterator(text.data(), line),
                        CountingIterator(text.data() + text.size(), line), noteLines);
-  } catch (const json::exception& error) {
-    Refuse(problem, line, error.what());
+  } catch (const json::exception&) {  // whose words quote as much of the file as they like
+    Refuse(problem, line, "this is no JSON, or it ends early");
     return nullptr;
   }
 }

@@ -3,6 +3,7 @@
 #include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
 
@@ -10,8 +11,8 @@ namespace lipvane::speech {
 bool IsRhubarbTsv(std::string_view text) {
   std::string_view line;
   if (!Lines(text).NextFilled(line)) return false;
-  const bool beginsWithNumber = Number(TakeWord(line)).has_value();
-  return beginsWithNumber && !line.empty() && !Number(TakeWord(line)) && line.empty();
+  const bool beginsWithNumber = text::FiniteReal(TakeWord(line)).has_value();
+  return beginsWithNumber && !line.empty() && !text::FiniteReal(TakeWord(line)) && line.empty();
 }
 
 bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
@@ -19,7 +20,7 @@ bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Tim
   Lines lines(text);
   std::string_view line;
   while (lines.NextFilled(line)) {
-    const auto start = Number(TakeWord(line));
+    const auto start = text::FiniteReal(TakeWord(line));
     const std::string_view shape = TakeWord(line);
     if (!start || shape.empty() || !line.empty()) {
       return Refuse(problem, lines.LineNumber(),

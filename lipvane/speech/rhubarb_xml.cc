@@ -5,6 +5,7 @@
 
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
 namespace {
@@ -49,11 +50,11 @@ bool ReadRhubarbXml(std::string_view text, const TimingOptions& /*options*/, Tim
   const pugi::xml_node cues = root.child("mouthCues");
   if (!cues) return Refuse(problem, 0, "it is XML without \"mouthCues\" in a \"rhubarbResult\"");
   timing.shapes = ShapeSet::kRhubarb;
-  timing.end = Number(Trim(root.child("metadata").child_value("duration"))).value_or(0.0);
+  timing.end = text::FiniteReal(Trim(root.child("metadata").child_value("duration"))).value_or(0.0);
   for (const pugi::xml_node& cue : cues.children("mouthCue")) {
     const int line = lines.LineAt(cue.offset_debug());
-    const auto start = Number(Trim(cue.attribute("start").value()));
-    const auto end = Number(Trim(cue.attribute("end").value()));
+    const auto start = text::FiniteReal(Trim(cue.attribute("start").value()));
+    const auto end = text::FiniteReal(Trim(cue.attribute("end").value()));
     if (!start || !end) {
       return Refuse(problem, line, "a mouth cue needs the numbers \"start\" and \"end\"");
     }

@@ -7,8 +7,9 @@
 
 #include "lipvane/formats/data_lines.h"
 #include "lipvane/formats/file_content.h"
-#include "lipvane/speech/utf.h"
+#include "lipvane/speech/encoding.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::speech {
@@ -18,7 +19,7 @@ namespace {
 bool ReadWeights(std::string_view rest, int line, ShapeRow& row, ReadProblem& problem) {
   while (!rest.empty()) {
     const std::string_view word = TakeWord(rest);
-    const auto weight = Number(word);
+    const auto weight = text::FiniteReal(word);
     row.weights.push_back(weight ? static_cast<float>(*weight) : 0.0F);
     if (!weight || !std::isfinite(row.weights.back())) {
       return Refuse(problem, line, text::QuotedLine(word) + " is no weight");

@@ -9,9 +9,14 @@
 
 namespace lipvane::speech {
 
+/// More than anybody has a use for, in milliseconds.
+inline constexpr int kLongestShift = 60'000;
+
 struct TrackOptions {
-  double rampMs = 80.0;   ///< how far from its ends a long phone begins to hold; not negative
-  double leadMs = 0.0;    ///< how much earlier than the sound the mouth moves; not negative
+  /// How far from its ends a long phone begins to hold: 0 to kLongestShift.
+  double rampMs = 80.0;
+  /// How much earlier than the sound the mouth moves: 0 to kLongestShift.
+  double leadMs = 0.0;
   double strength = 1.0;  ///< what all weights are multiplied by
 };
 

@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "lipvane/speech/textgrid_tokens.h"
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
-#include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::speech {
@@ -19,85 +19,6 @@ constexpr std::string_view kChronological = "\"Praat chronological TextGrid";
 
 constexpr std::string_view kPhones = "phones";
 constexpr std::size_t kMaxListed = 20;
-
-/// The long form is the short one with words between its values. Praat itself takes only what
-/// stands free (texts in double quotes, numbers, flags in angle brackets) and passes over the rest,
-/// which reads both.
-class Tokens {
- public:
-  enum class Kind { kEnd, kText, kNumber, kFlag };
-
-  explicit Tokens(std::string_view rest) : rest_(rest) {}
-
-  void Advance() {
-    do {
-      Read();
-    } while (kind_ == Kind::kEnd && !rest_.empty());
-  }
-
-  Kind KindOf() const { return kind_; }
-  int Line() const { return line_; }
-  const std::string& Text() const { return text_; }
-  double Value() const { return value_; }
-  /// Whether a text has no closing quote.
-  bool IsCut() const { return isCut_; }
-
- private:
-  /// The next token, or a word that is none (kEnd).
-  void Read() {
-    kind_ = Kind::kEnd;
-    SkipTo(rest_.find_first_not_of(" \t\r\n\f\v"));
-    if (rest_.empty()) return;
-    line_ = nextLine_;
-    if (rest_[0] == '"') {
-      ReadText();
-    } else if (rest_[0] == '!') {  // a comment
-      SkipTo(rest_.find('\n'));
-    } else {
-      const std::string_view word = rest_.substr(0, rest_.find_first_of(" \t\r\n\f\v\""));
-      SkipTo(word.size());
-      const auto number = text::WholeReal(word);
-      if (number) {
-        kind_ = Kind::kNumber;
-        value_ = *number;
-      } else if (word.front() == '<' && word.back() == '>') {
-        kind_ = Kind::kFlag;
-        text_ = word;
-      }
-    }
-  }
-
-  /// A quote within the text is doubled; line ends are part of it.
-  void ReadText() {
-    kind_ = Kind::kText;
-    text_.clear();
-    SkipTo(1);
-    for (;;) {
-      const std::size_t quote = rest_.find('"');
-      text_ += rest_.substr(0, quote);
-      isCut_ = quote == std::string_view::npos;
-      SkipTo(isCut_ ? quote : quote + 1);
-      if (isCut_ || rest_.empty() || rest_[0] != '"') return;
-      text_ += '"';
-      SkipTo(1);
-    }
-  }
-
-  void SkipTo(std::size_t place) {
-    place = std::min(place, rest_.size());
-    for (const char c : rest_.substr(0, place))
-      nextLine_ += c == '\n' ? 1 : 0;
-    rest_.remove_prefix(place);
-  }
-
-  std::string_view rest_;
-  Kind kind_ = Kind::kEnd;
-  int line_ = 1;      // of the token; at the end, of the last one
-  int nextLine_ = 1;  // of what follows it
-  std::string text_;
-  double value_ = 0.0;
-  bool isCut_ = false;
-};
 
 struct Tier {
   std::string name;
@@ -121,7 +42,7 @@ class Reader {
     }
     if (!Time("the time that the grid starts at", unused) ||
         !Time("the time that the grid ends at", unused) ||
-        !Expect(Tokens::Kind::kFlag, "<exists>")) {
+        !Expect(TextGridTokens::Kind::kFlag, "<exists>")) {
       return false;
     }
     if (tokens_.Text() != "<exists>") return true;
@@ -160,7 +81,7 @@ class Reader {
   }
 
   bool Text(const char* what, std::string& text) {
-    if (!Expect(Tokens::Kind::kText, what)) return false;
+    if (!Expect(TextGridTokens::Kind::kText, what)) return false;
     if (tokens_.IsCut()) {
       return Refuse("the file ends within the text that begins here");
     }
@@ -169,14 +90,14 @@ class Reader {
   }
 
   bool Time(const char* what, double& time) {
-    if (!Expect(Tokens::Kind::kNumber, what)) return false;
+    if (!Expect(TextGridTokens::Kind::kNumber, what)) return false;
     time = tokens_.Value();
     if (std::isfinite(time)) return true;
     return Refuse(std::string(what) + " is not finite");
   }
 
   bool Count(const char* what, int& count) {
-    if (!Expect(Tokens::Kind::kNumber, what)) return false;
+    if (!Expect(TextGridTokens::Kind::kNumber, what)) return false;
     const double value = tokens_.Value();
     if (value >= 0.0 && value <= 1e9 && value == std::floor(value)) {
       count = static_cast<int>(value);
@@ -185,10 +106,10 @@ class Reader {
     return Refuse(std::string(what) + " is no count");
   }
 
-  bool Expect(Tokens::Kind kind, const char* what) {
+  bool Expect(TextGridTokens::Kind kind, const char* what) {
     tokens_.Advance();
     if (tokens_.KindOf() == kind) return true;
-    const bool isEnd = tokens_.KindOf() == Tokens::Kind::kEnd;
+    const bool isEnd = tokens_.KindOf() == TextGridTokens::Kind::kEnd;
     return Refuse((isEnd ? "the file ends where " : "something else stands where ") +
                   std::string(what) + " is expected");
   }
@@ -197,7 +118,7 @@ class Reader {
     return speech::Refuse(problem_, tokens_.Line(), std::move(reason));
   }
 
-  Tokens tokens_;
+  TextGridTokens tokens_;
   ReadProblem& problem_;
 };
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "lipvane/formats/file_content.h"
+#include "lipvane/speech/encoding.h"
 #include "lipvane/speech/timing_readers.h"
-#include "lipvane/speech/utf.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
@@ -75,8 +75,9 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
                     ReadProblem& problem) {
   std::string content;
   if (!ToUtf8(text, content, problem)) return false;
-  // White space at the start tells nothing; the readers get it too, since lines are counted.
   const std::string_view body = Trim(content);
+  const int linesBefore =
+      static_cast<int>(std::count(static_cast<const char*>(content.data()), body.data(), '\n'));
   const Form* const form =
       std::find_if(std::begin(kForms), std::end(kForms),
                    [&](const Form& candidate) { return candidate.recognises(body); });
@@ -95,7 +96,13 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
   }
   Timing read;
   read.format = form->name;
-  if (!form->read(content, options, read, problem) || !Check(read, problem)) return false;
+  if (!form->read(body, options, read, problem)) {
+    if (problem.line > 0) problem.line += linesBefore;
+    return false;
+  }
+  for (TimedLabel& label : read.labels)
+    label.line += linesBefore;
+  if (!Check(read, problem)) return false;
   timing = std::move(read);
   return true;
 }

@@ -8,7 +8,8 @@
 /// One reader a form of timing file, each in a file of its own; timing.cc lists and chooses them.
 ///
 /// Each fills `timing` with the labels as they stand, in the file's order; what all files must keep
-/// to (order, bounds) is checked afterwards, once for all. False, with the problem set and `timing`
+/// to (order, bounds) is checked afterwards, once for all. The text is UTF-8 without white space
+/// around it; lines are counted from its first one. False, with the problem set and `timing`
 /// in any state, when the file is not whole.
 namespace lipvane::speech {
 

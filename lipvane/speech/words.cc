@@ -1,12 +1,9 @@
 #include "lipvane/speech/words.h"
 
 #include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <utility>
-
-#include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
 namespace {
@@ -34,11 +31,6 @@ std::string_view TakeLastWord(std::string_view& text) {
   const std::string_view word = before == std::string_view::npos ? text : text.substr(before + 1);
   text = Trim(text.substr(0, text.size() - word.size()));
   return word;
-}
-
-std::optional<double> Number(std::string_view word) {
-  const auto number = text::WholeReal(word);
-  return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 std::optional<int> WholeNumber(std::string_view word) {

@@ -16,8 +16,6 @@ std::string_view TakeWord(std::string_view& text);
 /// The same for the last word.
 std::string_view TakeLastWord(std::string_view& text);
 
-/// The finite number that a word is, or nothing.
-std::optional<double> Number(std::string_view word);
 /// The whole number of 32 bits that a word is, or nothing.
 std::optional<int> WholeNumber(std::string_view word);
 

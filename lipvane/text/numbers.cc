@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <system_error>
@@ -126,6 +127,11 @@ std::optional<double> WholeReal(std::string_view token) {
   const Parsed parsed = Parse(text);
   if (parsed.length > 0 && parsed.length == text.size()) return parsed.value;
   return HashSpelling(text);
+}
+
+std::optional<double> FiniteReal(std::string_view token) {
+  const auto number = WholeReal(token);
+  return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 void AppendReal(std::string& out, double value) {

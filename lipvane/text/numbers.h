@@ -19,6 +19,8 @@ double RealPrefix(std::string_view token);
 /// The number that is the whole token, or nothing. Also knows "inf", "nan" and their spellings
 /// with "#" ("-1.#INF", "1.#QNAN").
 std::optional<double> WholeReal(std::string_view token);
+/// The same, when it is finite.
+std::optional<double> FiniteReal(std::string_view token);
 
 /// Appends a number with six significant digits, trailing zeros dropped: 0.85, 1, 1e-07.
 void AppendReal(std::string& out, double value);

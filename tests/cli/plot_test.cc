@@ -74,7 +74,8 @@ TEST_F(PlotTest, DrawsARowATrackOnOneAxis) {
   ASSERT_GE(x1 - x0, 200.0);
 
   const std::string none = "\xEF\xBF\xBD";
-  const std::string odd = "&lt;a&gt; &amp; &quot;b&quot; " + none + none + "\xc3\xa9" + none + none;
+  const std::string odd =
+      "&lt;a&gt; &amp; &quot;b&quot; " + none + none + "\xc3\xa9" + none + none + none + none;
   const double eat = OfText(svg, "Eat", "y");
   const double low = OfText(svg, "Low", "y");
   const double row = OfText(svg, odd, "y") - eat;

@@ -132,6 +132,17 @@ TEST(Timing, OfFramesFollowsTheirRate) {
             "rest 0 500, etc 500 1000, WQ 1000 2000, rest 2000 2083, ");
 }
 
+TEST(Timing, MayStandBehindWhiteSpace) {
+  const std::string space = std::string(200, ' ') + "\r\n\n";
+  for (const std::string& whole : TimingExamples()) {
+    if (whole[0] == '\xFE' || whole[0] == '\xFF') continue;
+    const Timing timing = Read(space + whole);
+    EXPECT_EQ(timing.labels[0].line, Read(whole).labels[0].line + 2) << timing.format;
+    EXPECT_EQ(Labels(timing, false), Labels(Read(whole), false));
+  }
+  EXPECT_EQ(Refusal(space + "0 1 A\n0 x B\n").substr(0, 6), "4: a l");
+}
+
 TEST(Timing, OfATableIsALabelALine) {
   const Timing timing = Read(kPlainTable);
   EXPECT_EQ(timing.format, "table");
@@ -159,7 +170,7 @@ TEST(Timing, IsRefusedWithLineAndReason) {
       {Replaced(kPapagayo, "4 O", "O"), "15: a phoneme needs a frame and a name"},
       {Replaced(kPapagayo, "so 2 6 2", "so 2 6 2000000000"), "16: a phoneme needs a frame"},
       {Replaced(kPapagayo, "\n30\n1\n", "\n30\n0\n"), "0: it has no voices"},
-      {Replaced(kRhubarbJson, "0.55, \"end\"", "0.55 \"end\""), "6: "},
+      {Replaced(kRhubarbJson, "0.55, \"end\"", "0.55 \"end\""), "6: this is no JSON"},
       {Replaced(kRhubarbJson, "\"value\": \"F\"", "\"value\": 6"), "6: a mouth cue needs"},
       {Replaced(kRhubarbJson, "mouthCues", "cues"),
        "0: it is JSON without a list of \"mouthCues\""},

@@ -1,9 +1,11 @@
-#include "lipvane/speech/utf.h"
+#include "lipvane/speech/encoding.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 
 #include "lipvane/speech/words.h"
+#include "lipvane/text/utf8.h"
 
 namespace lipvane::speech {
 namespace {
@@ -11,8 +13,6 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kBigEndianMark = "\xFE\xFF";
 constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
-
-constexpr char32_t kLoneByte = 0xDC00;
 
 bool IsHighSurrogate(char32_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
@@ -46,7 +46,7 @@ bool FromUtf16(std::string_view bytes, bool isBigEndian, std::string& text, Read
     } else if (IsHighSurrogate(character) || IsLowSurrogate(character)) {
       return refuse("half of a pair of UTF-16 stands alone");
     }
-    AppendUtf8(text, character);
+    text::AppendUtf8(text, character);
   }
   return true;
 }
@@ -54,51 +54,15 @@ bool FromUtf16(std::string_view bytes, bool isBigEndian, std::string& text, Read
 }  // namespace
 
 bool ToUtf8(std::string_view bytes, std::string& text, ReadProblem& problem) {
+  if (bytes.size() > std::numeric_limits<int>::max()) {
+    return Refuse(problem, 0, "it is larger than 2 GB");  // more lines than are counted
+  }
   const std::string_view mark = bytes.substr(0, 2);
   if (mark == kBigEndianMark || mark == kLittleEndianMark) {
     return FromUtf16(bytes.substr(2), mark == kBigEndianMark, text, problem);
   }
   text = bytes.substr(bytes.substr(0, 3) == kUtf8Mark ? 3 : 0);
   return true;
-}
-
-void AppendUtf8(std::string& text, char32_t character) {
-  const auto append = [&](char32_t byte) { text += static_cast<char>(byte); };
-  if (character < 0x80) {
-    append(character);
-  } else if (character < 0x800) {
-    append(0xC0 | character >> 6);
-    append(0x80 | (character & 0x3F));
-  } else if (character < 0x10000) {
-    append(0xE0 | character >> 12);
-    append(0x80 | (character >> 6 & 0x3F));
-    append(0x80 | (character & 0x3F));
-  } else {
-    append(0xF0 | character >> 18);
-    append(0x80 | (character >> 12 & 0x3F));
-    append(0x80 | (character >> 6 & 0x3F));
-    append(0x80 | (character & 0x3F));
-  }
-}
-
-char32_t TakeCharacter(std::string_view& text) {
-  const char32_t first = Byte(text, 0);
-  std::size_t length = 1;
-  if (first >= 0xF0 && first < 0xF5) {
-    length = 4;
-  } else if (first >= 0xE0 && first < 0xF0) {
-    length = 3;
-  } else if (first >= 0xC2 && first < 0xE0) {
-    length = 2;
-  }
-  char32_t character = length == 1 ? first : first & (0x7FU >> length);
-  bool isWhole = first < 0x80 || (length > 1 && length <= text.size());
-  for (std::size_t i = 1; isWhole && i < length; ++i) {
-    isWhole = Byte(text, i) >> 6 == 2;
-    character = character << 6 | (Byte(text, i) & 0x3F);
-  }
-  text.remove_prefix(isWhole ? length : 1);
-  return isWhole ? character : kLoneByte + first;
 }
 
 }  // namespace lipvane::speech

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace lipvane::text {
+
+/// Appends one character as UTF-8.
+void AppendUtf8(std::string& text, char32_t character);
+
+/// Cuts the first character off a text of UTF-8. A byte that begins none stands for itself, as
+/// U+DC80 to U+DCFF, which no text holds. The text must not be empty.
+char32_t TakeCharacter(std::string_view& text);
+
+}  // namespace lipvane::text
