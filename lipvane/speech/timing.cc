@@ -76,8 +76,6 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
   std::string content;
   if (!ToUtf8(text, content, problem)) return false;
   const std::string_view body = Trim(content);
-  const int linesBefore =
-      static_cast<int>(std::count(static_cast<const char*>(content.data()), body.data(), '\n'));
   const Form* const form =
       std::find_if(std::begin(kForms), std::end(kForms),
                    [&](const Form& candidate) { return candidate.recognises(body); });
@@ -96,6 +94,8 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
   }
   Timing read;
   read.format = form->name;
+  const int linesBefore =
+      static_cast<int>(std::count(static_cast<const char*>(content.data()), body.data(), '\n'));
   if (!form->read(body, options, read, problem)) {
     if (problem.line > 0) problem.line += linesBefore;
     return false;
