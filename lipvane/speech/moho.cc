@@ -30,8 +30,7 @@ bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timin
     }
     // The first frame is number 1.
     const double start = (*frame - 1.0) / rate;
-    if (!timing.labels.empty()) timing.labels.back().end = start;
-    timing.labels.push_back({std::string(line), start, start, lines.LineNumber()});
+    if (!AddStart(timing, line, start, lines.LineNumber(), problem)) return false;
   }
   // Rhubarb writes such files too, with its own letters; the sets share no shape but E.
   const bool areRhubarbs = AreShapes(ShapeSet::kRhubarb, timing.labels);

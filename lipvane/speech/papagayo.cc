@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -13,7 +14,6 @@ namespace lipvane::speech {
 namespace {
 
 constexpr std::string_view kTitle = "lipsync version 1";
-constexpr std::size_t kMaxListed = 20;
 
 struct Voice {
   std::string name;
@@ -47,6 +47,7 @@ class Reader {
     for (int i = 0; i < count; ++i) {
       if (!ReadVoice(voices.emplace_back())) return false;
     }
+    if (lines_.NextFilled(line)) return Refuse("the file goes on after its last voice");
     return true;
   }
 
@@ -78,7 +79,7 @@ class Reader {
   }
 
   /// A word and then its phonemes. One lasts until the next one, the last one to the word's end;
-  /// between words the mouth rests.
+  /// between words the mouth rests, but where a word is laid a frame off the one before.
   bool ReadWord(Voice& voice) {
     std::string_view line;
     if (!Next("a word", line)) return false;
@@ -95,10 +96,15 @@ class Reader {
       const auto frame = WholeNumber(TakeWord(line));
       if (!frame || line.empty()) return Refuse("a phoneme needs a frame and a name");
       const double start = Seconds(*frame);
-      if (i > 0) voice.labels.back().end = start;
+      if (!voice.labels.empty()) EndAt(voice.labels.back(), start, i > 0);
       voice.labels.push_back({std::string(line), start, std::max(start, end), lines_.LineNumber()});
     }
     return true;
+  }
+
+  void EndAt(TimedLabel& label, double start, bool isSameWord) const {
+    const bool isNear = std::abs(start - label.end) < Seconds(1.5) && start >= label.start;
+    if (isSameWord || isNear) label.end = start;
   }
 
   double Seconds(double frame) const { return frame / framesPerSecond_; }
@@ -130,14 +136,14 @@ class Reader {
 /// The one that is meant, or null with the problem set.
 const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
                     ReadProblem& problem) {
-  std::string list;
+  std::vector<std::string> names;
   std::vector<const Voice*> meant;
-  for (std::size_t i = 0; i < voices.size(); ++i) {
-    if (i < kMaxListed) list += (i == 0 ? "" : ", ") + text::QuotedLine(voices[i].name);
-    if (i == kMaxListed) list += " and more";
-    if (wanted.empty() || voices[i].name == wanted) meant.push_back(&voices[i]);
+  for (const Voice& voice : voices) {
+    names.push_back(text::QuotedLine(voice.name));
+    if (wanted.empty() || voice.name == wanted) meant.push_back(&voice);
   }
   if (meant.size() == 1) return meant[0];
+  const std::string list = Listed(names);
   if (voices.empty()) {
     Refuse(problem, 0, "it has no voices");
   } else if (meant.empty()) {
@@ -147,7 +153,8 @@ const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
     Refuse(problem, 0, "its voices are " + list + ": name the one to speak with --tier");
   } else {
     Refuse(problem, 0,
-           "there are " + std::to_string(meant.size()) + " voices " + text::QuotedLine(wanted));
+           "there are " + std::to_string(meant.size()) + " voices " + text::QuotedLine(wanted) +
+               ": give each a name of its own");
   }
   return nullptr;
 }

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "lipvane/speech/timing_readers.h"
 #include "lipvane/speech/words.h"
@@ -39,34 +39,122 @@ class CountingIterator {
   int* line_;
 };
 
-/// A number, or a text that is one.
-std::optional<double> TimeOf(const json& object, const char* name) {
-  const auto member = object.find(name);
-  if (member == object.end()) return std::nullopt;
-  if (member->is_number()) return member->get<double>();
-  if (member->is_string()) return text::FiniteReal(Trim(member->get_ref<const std::string&>()));
-  return std::nullopt;
-}
+/// Takes what is wanted as the parser comes by it:
+/// {"metadata": {"duration"}, "mouthCues": [{"start", "end", "value"}, ...]}, and passes over all
+/// else.
+class Cues : public json::json_sax_t {
+ public:
+  Cues(const int& line, Timing& timing, ReadProblem& problem)
+      : line_(line), timing_(timing), problem_(problem) {}
 
-/// The document, and the lines that its cues begin on. Null when it is no JSON.
-json Parse(std::string_view text, std::vector<int>& cueLines, ReadProblem& problem) {
-  int line = 1;
-  bool isInCues = false;
-  const auto noteLines = [&](int depth, json::parse_event_t event, json& parsed) {
-    if (event == json::parse_event_t::key && depth == 1) isInCues = parsed == "mouthCues";
-    if (event == json::parse_event_t::object_start && depth == 2 && isInCues) {
-      cueLines.push_back(line);
+  bool HaveBeenThere() const { return haveBeenThere_; }
+
+  bool null() override { return Scalar({}, nullptr); }
+  bool boolean(bool /*value*/) override { return Scalar({}, nullptr); }
+  bool number_integer(number_integer_t value) override {
+    return Scalar(static_cast<double>(value), nullptr);
+  }
+  bool number_unsigned(number_unsigned_t value) override {
+    return Scalar(static_cast<double>(value), nullptr);
+  }
+  bool number_float(number_float_t value, const string_t& /*text*/) override {
+    return Scalar(value, nullptr);
+  }
+  bool string(string_t& text) override { return Scalar(text::FiniteReal(Trim(text)), &text); }
+  bool binary(binary_t& /*value*/) override { return Scalar({}, nullptr); }  // JSON has none
+
+  bool key(string_t& name) override {
+    if (depth_ == 1) part_ = name;
+    if (depth_ == 2 || depth_ == 3) member_ = name;
+    return true;
+  }
+
+  bool start_object(std::size_t /*size*/) override {
+    if (IsForCues()) return NoList();
+    ++depth_;
+    if (IsCue()) {
+      cue_ = {};
+      cue_.line = line_;
+      start_ = end_ = {};
+      hasValue_ = false;
     }
     return true;
-  };
-  try {
-    return json::parse(CountingIterator(text.data(), line),
-                       CountingIterator(text.data() + text.size(), line), noteLines);
-  } catch (const json::exception&) {  // whose words quote as much of the file as they like
-    Refuse(problem, line, "this is no JSON, or it ends early");
-    return nullptr;
   }
-}
+  bool end_object() override {
+    if (IsCue()) {
+      if (!start_ || !end_ || !hasValue_) {
+        return Refuse(problem_, cue_.line,
+                      "a mouth cue needs the numbers \"start\" and \"end\" and the text \"value\"");
+      }
+      cue_.start = *start_;
+      cue_.end = *end_;
+      timing_.labels.push_back(std::move(cue_));
+    }
+    --depth_;
+    return true;
+  }
+
+  bool start_array(std::size_t /*size*/) override {
+    if (IsForCues()) {
+      if (haveBeenThere_) return Refuse(problem_, line_, "\"mouthCues\" is there twice");
+      haveBeenThere_ = isInCues_ = true;
+    } else if (isInCues_ && depth_ == 2) {
+      return NoCue();
+    }
+    ++depth_;
+    return true;
+  }
+  bool end_array() override {
+    --depth_;
+    if (depth_ == 1) isInCues_ = false;
+    return true;
+  }
+
+  /// The parser's own words quote as much of the file as they like.
+  bool parse_error(std::size_t /*place*/, const std::string& /*token*/,
+                   const json::exception& /*error*/) override {
+    return Refuse(problem_, line_, "this is no JSON, or it ends early");
+  }
+
+ private:
+  bool IsForCues() const { return depth_ == 1 && part_ == "mouthCues"; }
+  bool IsCue() const { return isInCues_ && depth_ == 3; }
+
+  /// Anything but an object or an array; times may be numbers or texts.
+  bool Scalar(std::optional<double> number, const std::string* text) {
+    if (IsForCues()) return NoList();
+    if (isInCues_ && depth_ == 2) return NoCue();
+    if (depth_ == 2 && part_ == "metadata" && member_ == "duration") {
+      if (!number) return Refuse(problem_, line_, "the \"duration\" is no number");
+      timing_.end = *number;
+    }
+    if (!IsCue()) return true;
+    if (member_ == "start") start_ = number;
+    if (member_ == "end") end_ = number;
+    if (member_ == "value") {
+      hasValue_ = text != nullptr;
+      if (hasValue_) cue_.text = *text;
+    }
+    return true;
+  }
+
+  bool NoList() { return Refuse(problem_, line_, "\"mouthCues\" is no list"); }
+  bool NoCue() { return Refuse(problem_, line_, "one of the \"mouthCues\" is no object"); }
+
+  const int& line_;
+  Timing& timing_;
+  ReadProblem& problem_;
+  int depth_ = 0;  // how many objects and arrays are open
+  bool haveBeenThere_ = false;
+  bool isInCues_ = false;
+  std::string part_;    // the name at depth 1
+  std::string member_;  // the name at depth 2 or 3
+  // Of the cue at hand.
+  TimedLabel cue_;
+  std::optional<double> start_;
+  std::optional<double> end_;
+  bool hasValue_ = false;
+};
 
 }  // namespace
 
@@ -76,36 +164,14 @@ bool IsRhubarbJson(std::string_view text) {
 
 bool ReadRhubarbJson(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
                      ReadProblem& problem) {
-  std::vector<int> lines;
-  const json document = Parse(text, lines, problem);
-  if (document.is_null()) return false;
-  const auto cues = document.find("mouthCues");
-  if (cues == document.end() || !cues->is_array()) {
-    return Refuse(problem, 0, "it is JSON without a list of \"mouthCues\"");
-  }
+  int line = 1;
   timing.shapes = ShapeSet::kRhubarb;
-  std::size_t objects = 0;
-  for (const json& cue : *cues) {
-    if (!cue.is_object()) {
-      return Refuse(problem, 0,
-                    "number " + std::to_string(timing.labels.size() + 1) +
-                        " of the \"mouthCues\" is no object");
-    }
-    const int line = lines[objects++];
-    const auto start = TimeOf(cue, "start");
-    const auto end = TimeOf(cue, "end");
-    const auto value = cue.find("value");
-    if (!start || !end || value == cue.end() || !value->is_string()) {
-      return Refuse(problem, line,
-                    "a mouth cue needs the numbers \"start\" and \"end\" and the text \"value\"");
-    }
-    timing.labels.push_back({value->get<std::string>(), *start, *end, line});
+  Cues cues(line, timing, problem);
+  if (!json::sax_parse(CountingIterator(text.data(), line),
+                       CountingIterator(text.data() + text.size(), line), &cues)) {
+    return false;
   }
-  const auto metadata = document.find("metadata");
-  if (metadata != document.end() && metadata->is_object()) {
-    timing.end = TimeOf(*metadata, "duration").value_or(0.0);
-  }
-  return true;
+  return cues.HaveBeenThere() || Refuse(problem, 0, "it is JSON without \"mouthCues\"");
 }
 
 }  // namespace lipvane::speech

@@ -7,6 +7,18 @@
 
 namespace lipvane::speech {
 
+namespace {
+
+/// The last line does, and lasts no time of its own. Told to draw without X, Rhubarb closes with A.
+bool ClosesMouth(const Timing& timing) {
+  if (timing.labels.empty()) return false;
+  const std::string& last = timing.labels.back().text;
+  return timing.shapes == ShapeSet::kRhubarb ? last == "X" || last == "A"
+                                             : ArpabetPhoneme(last) == "Sil";
+}
+
+}  // namespace
+
 /// A line is a start and a shape; nothing else that is read has a number and one more word.
 bool IsRhubarbTsv(std::string_view text) {
   std::string_view line;
@@ -26,13 +38,15 @@ bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Tim
       return Refuse(problem, lines.LineNumber(),
                     "a line needs a start in seconds and a mouth shape");
     }
-    if (!timing.labels.empty()) timing.labels.back().end = *start;
-    timing.labels.push_back({std::string(shape), *start, *start, lines.LineNumber()});
+    if (!AddStart(timing, shape, *start, lines.LineNumber(), problem)) return false;
   }
   // A list of starts that somebody else made may hold sounds.
   if (AreShapes(ShapeSet::kRhubarb, timing.labels)) timing.shapes = ShapeSet::kRhubarb;
-  // The last line says when the mouth closes, and lasts no time of its own.
-  if (!timing.labels.empty() && timing.labels.back().text == "X") timing.labels.pop_back();
+  if (!ClosesMouth(timing)) {
+    return Refuse(problem, lines.LineNumber(),
+                  "nothing says when the last label ends: a last line with a start and X does");
+  }
+  timing.labels.pop_back();
   return true;
 }
 

@@ -50,7 +50,13 @@ bool ReadRhubarbXml(std::string_view text, const TimingOptions& /*options*/, Tim
   const pugi::xml_node cues = root.child("mouthCues");
   if (!cues) return Refuse(problem, 0, "it is XML without \"mouthCues\" in a \"rhubarbResult\"");
   timing.shapes = ShapeSet::kRhubarb;
-  timing.end = text::FiniteReal(Trim(root.child("metadata").child_value("duration"))).value_or(0.0);
+  if (const pugi::xml_node duration = root.child("metadata").child("duration")) {
+    const auto seconds = text::FiniteReal(Trim(duration.child_value()));
+    if (!seconds) {
+      return Refuse(problem, lines.LineAt(duration.offset_debug()), "the duration is no number");
+    }
+    timing.end = *seconds;
+  }
   for (const pugi::xml_node& cue : cues.children("mouthCue")) {
     const int line = lines.LineAt(cue.offset_debug());
     const auto start = text::FiniteReal(Trim(cue.attribute("start").value()));

@@ -20,6 +20,9 @@ Microseconds FromSeconds(double seconds) {
   return std::llround(seconds * 1e6);
 }
 
+/// Tables made by hand leave gaps that nobody hears, in seconds.
+constexpr double kShortestPause = 0.02;
+
 // Whole milliseconds: the last one before a time, the first one after it, the nearest.
 
 int Floor(Microseconds time) {
@@ -84,7 +87,9 @@ class Line {
       LeaveOut(plateau);
       return;
     }
-    while (plateau.middle <= plateaus_.back().middle) {
+    // What the lead leaves of a long phone is still held.
+    if (plateau.to > 0) plateau.middle = std::max(plateau.middle, 1);
+    if (plateau.middle <= plateaus_.back().middle) {
       const bool isLonger = plateau.length > plateaus_.back().length;
       if (plateaus_.size() == 1 || !isLonger) {
         LeaveOut(plateau);
@@ -168,12 +173,12 @@ TAnimation SpeechTracks(const std::vector<Phone>& phones, double end, const Weig
   Line line(FromSeconds(options.rampMs / 1e3), FromSeconds(options.leadMs / 1e3), leftOut);
   double before = 0.0;
   for (std::size_t i = 0; i < phones.size(); ++i) {
-    if (phones[i].start - before >= kTouching)
+    if (phones[i].start - before >= kShortestPause)
       line.Add({&silence, before, phones[i].start}, Plateau::kNone);
     line.Add(phones[i], i);
     before = phones[i].end;
   }
-  if (end - before >= kTouching) line.Add({&silence, before, end}, Plateau::kNone);
+  if (end - before >= kShortestPause) line.Add({&silence, before, end}, Plateau::kNone);
   line.End(end);
 
   TAnimation animation;

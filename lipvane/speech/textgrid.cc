@@ -18,7 +18,6 @@ constexpr std::string_view kBinaryFile = "ooBinaryFile";
 constexpr std::string_view kChronological = "\"Praat chronological TextGrid";
 
 constexpr std::string_view kPhones = "phones";
-constexpr std::size_t kMaxListed = 20;
 
 struct Tier {
   std::string name;
@@ -50,7 +49,9 @@ class Reader {
     for (int i = 0; i < count; ++i) {
       if (!ReadTier(tiers.emplace_back())) return false;
     }
-    return true;
+    tokens_.Advance();
+    if (tokens_.KindOf() == TextGridTokens::Kind::kEnd) return true;
+    return Refuse("the file goes on after its last tier: a count before is too small");
   }
 
  private:
@@ -69,6 +70,7 @@ class Reader {
         !Count("the number of a tier's intervals", count)) {
       return false;
     }
+    tier.name = Trim(tier.name);
     for (int i = 0; i < count; ++i) {
       TimedLabel label;
       if (!Time("the time of an interval", label.start)) return false;
@@ -128,48 +130,43 @@ bool EndsInPhones(std::string_view name) {
          std::equal(kPhones.rbegin(), kPhones.rend(), name.rbegin(), isLetter);
 }
 
-std::string Listed(const std::vector<const Tier*>& tiers) {
-  std::string list;
-  for (std::size_t i = 0; i < std::min(tiers.size(), kMaxListed); ++i) {
-    const Tier& tier = *tiers[i];
-    list += (i == 0 ? "" : ", ") + text::QuotedLine(tier.name);
-    if (!tier.hasIntervals) list += " (points)";
+/// Why none of the tiers is meant, or several are.
+std::string NotOne(const std::vector<Tier>& tiers, const std::vector<const Tier*>& meant,
+                   const std::string& wanted) {
+  if (tiers.empty()) return "it has no tiers";
+  std::vector<std::string> names;
+  names.reserve(tiers.size());
+  for (const Tier& tier : tiers)
+    names.push_back(text::QuotedLine(tier.name) + (tier.hasIntervals ? "" : " (points)"));
+  const std::string found = "; its tiers are " + Listed(names);
+  if (meant.empty() && wanted.empty()) {
+    return "no tier of intervals has a name that ends in \"phones\"" + found +
+           ". Where one of them holds phones, name it with --tier; words alone do not tell how the "
+           "mouth moves: an aligner makes phones of them";
   }
-  if (tiers.size() > kMaxListed)
-    list += " and " + std::to_string(tiers.size() - kMaxListed) + " more";
-  return list;
+  if (meant.empty()) return "there is no tier " + text::QuotedLine(wanted) + found;
+  if (meant.size() == 1) {
+    return "the tier " + text::QuotedLine(wanted) + " has points, not intervals" + found;
+  }
+  if (meant[0]->name == meant[1]->name) {
+    return "there are " + std::to_string(meant.size()) + " tiers " +
+           text::QuotedLine(meant[0]->name) + ": give each a name of its own" + found;
+  }
+  return "there are " + std::to_string(meant.size()) +
+         " tiers of phones: name the one to speak with --tier" + found;
 }
 
-/// The one that is meant, or null with the problem set.
+/// The tier to speak, or null with the problem set.
 const Tier* Choose(const std::vector<Tier>& tiers, const std::string& wanted,
                    ReadProblem& problem) {
-  std::vector<const Tier*> all;
   std::vector<const Tier*> meant;
   for (const Tier& tier : tiers) {
-    all.push_back(&tier);
     const bool isMeant =
         wanted.empty() ? tier.hasIntervals && EndsInPhones(tier.name) : tier.name == wanted;
     if (isMeant) meant.push_back(&tier);
   }
   if (meant.size() == 1 && meant[0]->hasIntervals) return meant[0];
-
-  const std::string found = tiers.empty() ? "it has no tiers" : "its tiers are " + Listed(all);
-  if (!wanted.empty()) {
-    const std::string name = text::QuotedLine(wanted);
-    Refuse(problem, 0,
-           meant.empty()       ? "there is no tier " + name + "; " + found
-           : meant.size() == 1 ? "the tier " + name + " has points, not intervals; " + found
-                               : "there are " + std::to_string(meant.size()) + " tiers " + name);
-  } else if (meant.empty()) {
-    Refuse(problem, 0,
-           "no tier's name ends in \"phones\"; " + found +
-               ". Where one of them holds phones, name it with --tier; words alone do not tell how "
-               "the mouth moves: an aligner makes phones of them");
-  } else {
-    Refuse(problem, 0,
-           "there are " + std::to_string(meant.size()) + " tiers of phones, " + Listed(meant) +
-               ": name the one to speak with --tier");
-  }
+  Refuse(problem, 0, NotOne(tiers, meant, wanted));
   return nullptr;
 }
 

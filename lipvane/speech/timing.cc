@@ -35,7 +35,11 @@ constexpr Form kForms[] = {
 };
 
 std::string Seconds(double seconds) {
-  return text::RoundedReal(seconds) + " s";
+  return text::ExactReal(seconds) + " s";
+}
+
+std::string Longer() {
+  return ": no recording is longer than " + std::to_string(static_cast<long long>(kLongest)) + " s";
 }
 
 /// What holds for the labels of every form.
@@ -50,9 +54,9 @@ bool Check(Timing& timing, ReadProblem& problem) {
     };
     const auto start = [&] { return "starts at " + Seconds(label.start); };
     const auto end = [&] { return "ends at " + Seconds(label.end); };
-    if (label.end < label.start) return refuse(end() + ", before it " + start());
+    if (label.end <= label.start - kTouching) return refuse(end() + ", before it " + start());
     if (label.end > kLongest) {
-      return refuse(end() + ": no recording is longer than " + Seconds(kLongest));
+      return refuse(end() + Longer());
     }
     if (label.start <= before - kTouching) {
       return refuse(start() + (lineBefore == 0
@@ -65,17 +69,34 @@ bool Check(Timing& timing, ReadProblem& problem) {
     before = label.end;
     lineBefore = label.line;
   }
-  timing.end = std::clamp(timing.end, before, kLongest);
-  return true;
+  timing.end = std::max(timing.end, before);
+  return timing.end <= kLongest ||
+         Refuse(problem, 0, "it ends at " + Seconds(timing.end) + Longer());
 }
 
 }  // namespace
+
+bool AddStart(Timing& timing, std::string_view label, double start, int line,
+              ReadProblem& problem) {
+  if (!timing.labels.empty()) {
+    TimedLabel& before = timing.labels.back();
+    if (start < before.start) {
+      return Refuse(problem, line,
+                    text::QuotedLine(label) + " starts at " + Seconds(start) +
+                        ", before the label on line " + std::to_string(before.line) + " does");
+    }
+    before.end = start;
+  }
+  timing.labels.push_back({std::string(label), start, start, line});
+  return true;
+}
 
 bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing& timing,
                     ReadProblem& problem) {
   std::string content;
   if (!ToUtf8(text, content, problem)) return false;
   const std::string_view body = Trim(content);
+  if (body.empty()) return Refuse(problem, 0, "it is empty");
   const Form* const form =
       std::find_if(std::begin(kForms), std::end(kForms),
                    [&](const Form& candidate) { return candidate.recognises(body); });

@@ -43,8 +43,8 @@ struct TimingOptions {
 /// The rate of a new project in Moho.
 inline constexpr double kMohoFramesPerSecond = 24.0;
 
-/// Labels may overlap by less than this, and gaps that are shorter are none: tools round the two
-/// sides of one boundary apart.
+/// Labels may overlap by less than this, in seconds: tools round the two sides of one boundary
+/// apart.
 inline constexpr double kTouching = 0.001;
 
 /// Animation files count milliseconds in 32 bits: no recording is longer, in seconds.

@@ -13,6 +13,10 @@
 /// in any state, when the file is not whole.
 namespace lipvane::speech {
 
+/// For files that say only when labels start: adds one, which ends the label before. False, with
+/// the problem set, when that starts later.
+bool AddStart(Timing& timing, std::string_view label, double start, int line, ReadProblem& problem);
+
 bool IsTextGrid(std::string_view text);
 bool ReadTextGrid(std::string_view text, const TimingOptions& options, Timing& timing,
                   ReadProblem& problem);

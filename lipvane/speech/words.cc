@@ -1,5 +1,6 @@
 #include "lipvane/speech/words.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <string>
@@ -55,6 +56,16 @@ bool Lines::NextFilled(std::string_view& line) {
     if (!line.empty()) return true;
   }
   return false;
+}
+
+std::string Listed(const std::vector<std::string>& names) {
+  constexpr std::size_t kMostListed = 20;
+  std::string list;
+  for (std::size_t i = 0; i < std::min(names.size(), kMostListed); ++i)
+    list += (i == 0 ? "" : ", ") + names[i];
+  if (names.size() > kMostListed)
+    list += " and " + std::to_string(names.size() - kMostListed) + " more";
+  return list;
 }
 
 bool Refuse(ReadProblem& problem, int line, std::string reason) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "lipvane/formats/read_problem.h"
 
@@ -35,6 +37,9 @@ class Lines {
   std::string_view rest_;
   int number_ = 0;
 };
+
+/// Names as they are to be shown, one after the other; of many the first ones, and how many more.
+std::string Listed(const std::vector<std::string>& names);
 
 /// Sets the problem; answers false, so that a reader can return it.
 bool Refuse(ReadProblem& problem, int line, std::string reason);

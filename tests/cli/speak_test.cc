@@ -1,5 +1,6 @@
 #include <filesystem>
 
+#include "lipvane/formats/phonemes.h"
 #include "tests/cli/cli_test.h"
 #include "tests/speech/timing_examples.h"
 
@@ -102,6 +103,10 @@ TEST_F(SpeakTest, WritesTheSameForBothFormsOfATextGrid) {
             "Made by lipvane speak from a.TextGrid (TextGrid, Ann - Phones) for example20.lbp.\n"
             "Times are in milliseconds. Ramp 80, lead 0, strength 1.");
   EXPECT_EQ(Speak("short/a.TextGrid").out, text);
+  // A name that holds the beginning of a comment stays in its line.
+  std::string odd = kShortTextGrid;
+  odd.replace(odd.find("Ann - P"), 7, "Ann///p");
+  EXPECT_EQ(Tracks(folder_.Make("odd.TextGrid", odd)), Tracks("a.TextGrid"));
 }
 
 TEST_F(SpeakTest, TakesItsOptionsIntoAccount) {
@@ -144,6 +149,10 @@ TEST_F(SpeakTest, NamesEveryLabelThatNothingExplains) {
   EXPECT_EQ(known.status, 0);
   EXPECT_EQ(known.err,
             "Note: " + table + ": Ow stands for 2 labels that nothing else explains:" + list);
+  // What stands for them is a sound, also among shapes.
+  const std::string cues =
+      folder_.Make("cues.json", R"({"mouthCues": [{"start": 0, "end": 1, "value": "Q1"}]})");
+  EXPECT_EQ(Tracks(cues, {"--unknown", "B"})[11]["keys"].size(), 4U);
   ExpectFailure({"speak", table, lbp_, "--unknown", "Moo"},
                 "--unknown: \"Moo\" is no phoneme of " + lbp_);
   // A rig with a table of its own.
@@ -178,6 +187,12 @@ TEST_F(SpeakTest, SaysWhatIsLeftOutOrCannotBeSpoken) {
                 table + ": it is a table and has no tiers: leave out --tier");
   ExpectFailure({"speak", grid, lbp_, "--fps", "24"},
                 grid + ": it is a TextGrid and says its times: leave out --fps");
+  std::string mute = "2\n0\nnone\n";
+  for (int i = 0; i < kPhonemeCount; ++i)
+    mute += "P\n";
+  mute = folder_.Make("mute.lbp", mute + "0\nhead_bone=\nleft_eye_bone=\nright_eye_bone=\n0\n");
+  ExpectFailure({"speak", table, mute},
+                mute + ": it has no speech targets, so the face cannot speak");
   for (const Arguments& wrong : std::vector<Arguments>{{"--ramp", "-1"},
                                                        {"--lead", "x"},
                                                        {"--strength", "101"},
@@ -185,7 +200,8 @@ TEST_F(SpeakTest, SaysWhatIsLeftOutOrCannotBeSpoken) {
                                                        {"--tier", ""},
                                                        {"--shapes", ""},
                                                        {"-o", table},
-                                                       {"-o", lbp_}}) {
+                                                       {"-o", lbp_},
+                                                       {"--shapes", grid, "-o", grid}}) {
     EXPECT_EQ(Speak(table, wrong).status, 2) << wrong[0];
   }
 }

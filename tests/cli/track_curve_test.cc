@@ -87,6 +87,15 @@ TEST(TrackCurveTest, DrawsWhatIsPlayed) {
   }
 }
 
+TEST(TrackCurveTest, MayBeLongerThanWhatIsHeldBackAtOnce) {
+  TAnimationTrack track;
+  for (int i = 0; i <= 6000; ++i)
+    track.AddKey({i, i % 2 / 4.0});
+  const auto edge = EdgeOf(track, 6000.0);
+  EXPECT_EQ(edge.size(), 18000U);
+  EXPECT_NEAR(edge.rbegin()->second, track.ValueAtTime(edge.rbegin()->first), 1e-3);
+}
+
 TEST(TrackCurveTest, LeavesOutWhatIsNotFinite) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const TAnimationTrack track =

@@ -66,8 +66,17 @@ TEST(Arpabet, IsKnownWholeInAnyCase) {
     EXPECT_EQ(ArpabetPhoneme(Small(consonant)), phoneme);
     EXPECT_EQ(ArpabetPhoneme(consonant + "1"), "");
   }
-  for (const auto& [label, phoneme] :
-       Meant{{"DX", "Flap"}, {"", "Sil"}, {"sil", "Sil"}, {"SPN", "Sil"}, {"sp", "ShortSil"}}) {
+  for (const auto& [label, phoneme] : Meant{{"DX", "Flap"},
+                                            {"", "Sil"},
+                                            {"sil", "Sil"},
+                                            {"SPN", "Sil"},
+                                            {"sp", "ShortSil"},
+                                            {"q", "ShortSil"},
+                                            {"H#", "Sil"},
+                                            {"axr", "Er"},
+                                            {"nx", "N"},
+                                            {"wh", "W"},
+                                            {"bcl", "B"}}) {
     EXPECT_EQ(ArpabetPhoneme(label), phoneme) << label;
   }
 }
@@ -78,7 +87,11 @@ TEST(Ipa, IsKnownAsAlignersForEnglishWriteIt) {
              {"t͡ʃ", "Ch"},  {"dʒʷ", "Jh"}, {"n̩", "N"},        {"ɫ̩", "L"},       {"pʰ", "P"},
              {"t̪", "T"},    {"ɜː", "Er"},  {"ə˞", "Er"},      {"ɚ", "Er"},      {"ɡ", "G"},
              {"ɾ̃", "Flap"}, {"ɪə", "Ih"},  {"ʔ", "ShortSil"}, {"\u00E7", "Hh"}, {"c\u0327", "Hh"},
-             {"c", "K"},    {"h", "Hh"},   {"j", "Y"},        {"əˑ", "Ax"},     {"ᵻ", "Ih"}}) {
+             {"c", "K"},    {"h", "Hh"},   {"j", "Y"},        {"əˑ", "Ax"},     {"ᵻ", "Ih"},
+             {"ɜ˞", "Er"},  {"'i:", "Iy"}, {"ʊ", "Uh"},       {"ʌ", "Ah"},      {"ɔ", "Ao"},
+             {"ɛ", "Eh"},   {"u", "Uw"},   {"eɪ", "Ey"},      {"aʊ", "Aw"},     {"əʊ", "Ow"},
+             {"θ", "Th"},   {"ð", "Dh"},   {"ʃ", "Sh"},       {"ʒ", "Zh"},      {"ŋ", "Ng"},
+             {"ɱ", "F"},    {"ɹ", "R"},    {"w", "W"},        {"tɹ", "Ch"}}) {
     EXPECT_EQ(IpaPhoneme(label), phoneme) << label;
   }
   for (const char* const label : {"", "ː", "ʘ", "tt", "ɑɑ", "\xC9", "A"})
@@ -104,8 +117,18 @@ TEST(Shapes, AllServeATargetOfTheirOwnSound) {
   }
   EXPECT_EQ(phonemes, "M S Eh Aa Er W F L Sil ");
   const Meanings drawn(NewTable(), ShapeSet::kPrestonBlair);
-  for (const std::string& shape : Split("AI E O U L MBP FV WQ etc rest"))
-    EXPECT_NE(drawn.Of(shape).weights, nullptr) << shape;
+  for (const auto& [shape, phoneme] : Meant{{"AI", "Aa"},
+                                            {"E", "Eh"},
+                                            {"O", "Ow"},
+                                            {"U", "Uw"},
+                                            {"L", "L"},
+                                            {"MBP", "M"},
+                                            {"FV", "F"},
+                                            {"WQ", "W"},
+                                            {"etc", "S"},
+                                            {"rest", "Sil"}}) {
+    EXPECT_EQ(drawn.Of(shape).phoneme, phoneme) << shape;
+  }
   // Papagayo has other sets to offer.
   EXPECT_EQ(drawn.Of("AA1").phoneme, "Aa");
 }
@@ -134,14 +157,18 @@ TEST(Meanings, ComeFromTheFirstThatKnowsTheLabel) {
 TEST(Meanings, TakeTheUsersShapesInPlaceOfTheBuiltInOnes) {
   std::vector<ShapeRow> rows;
   ReadProblem problem;
-  ASSERT_TRUE(ReadShapesText("// shapes\nA  .5\t1\r\n\n  open -1 0 // wide\n", 2, rows, problem));
-  Meanings meanings(PhonemeMapping{{"Eat", "Ox"}, {"B", "AA"}, {{1}, {1}}}, ShapeSet::kRhubarb);
+  ASSERT_TRUE(ReadShapesText("\xEF\xBB\xBF// shapes\nAA 0 0\nA  .5\t1\r\n\n  open -1 0 // wide\n",
+                             2, rows, problem));
+  // Of two phonemes of one name the first counts.
+  Meanings meanings(PhonemeMapping{{"Eat", "Ox"}, {"B", "AA", "Ow", "Ow"}, {{1}, {1}, {1}, {2}}},
+                    ShapeSet::kRhubarb);
   meanings.ReplaceShapes(rows);
   EXPECT_EQ(*meanings.Of("A").weights, (Weights{0.5F, 1.0F}));
   EXPECT_EQ(*meanings.Of("open").weights, (Weights{-1.0F, 0.0F}));
   // One that they lack is not the phoneme of that letter.
   EXPECT_EQ(meanings.Of("B").weights, nullptr);
-  EXPECT_NE(meanings.Of("AA").weights, nullptr);
+  EXPECT_EQ(*meanings.Of("AA").weights, (Weights{0.0F, 0.0F}));
+  EXPECT_EQ((*meanings.Of("ow1").weights)[0], 1.0F);
 
   for (const auto& [text, reason] :
        Meant{{"A 1 1\nB 1\n", "f:2: \"B\" has 1 weights; the face has 2 speech targets"},
@@ -153,7 +180,7 @@ TEST(Meanings, TakeTheUsersShapesInPlaceOfTheBuiltInOnes) {
     problem = {};
     EXPECT_FALSE(ReadShapesText(text, 2, rows, problem));
     EXPECT_EQ(problem.Text("f"), reason);
-    EXPECT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows.size(), 3U);
   }
 }
 

@@ -43,7 +43,6 @@ class SpeechTracksTest : public testing::Test {
 };
 
 TEST_F(SpeechTracksTest, HoldLongPhonesAndPassThroughShortOnes) {
-  // Silence to 0.29 s; 0.29 is a little less than itself in binary.
   const std::vector<Phone> phones = {{&eat_, 0.29, 0.6}, {&bump_, 0.6, 0.7}, {&half_, 0.7, 0.7605}};
   TAnimation animation = Tracks(phones, 1.2);
   EXPECT_EQ(Keys(animation, 0), "0 0, 210 0, 370 100, 520 100, 650 0, 730 50, 840 0, 1200 0, ");
@@ -51,6 +50,9 @@ TEST_F(SpeechTracksTest, HoldLongPhonesAndPassThroughShortOnes) {
   EXPECT_EQ(animation.length, 1200);
   EXPECT_EQ(animation.tracks[1].name, "Ox");
 
+  // In binary 1.005 s is a little less, and would be cut to 1004 ms.
+  EXPECT_EQ(Keys(Tracks({{&eat_, 1.005, 1.3}}, 2), 0),
+            "0 0, 925 0, 1085 100, 1220 100, 1380 0, 2000 0, ");
   // All moves earlier, but for the start.
   animation = Tracks(phones, 1.2, {40, 50.5, 2});
   EXPECT_EQ(Keys(animation, 0),
@@ -58,6 +60,15 @@ TEST_F(SpeechTracksTest, HoldLongPhonesAndPassThroughShortOnes) {
   // The first phone begins at the start: the mouth comes from rest all the same.
   EXPECT_EQ(Keys(Tracks({{&eat_, 0, 0.3}}, 0.3), 0), "0 0, 80 100, 220 100, 300 0, ");
   EXPECT_EQ(Keys(Tracks({{&eat_, 0, 0.3}}, 0.3, {80, 100, 1}), 0), "0 0, 1 100, 120 100, 200 0, ");
+  // What the lead leaves of a long phone is held; of silence as well.
+  EXPECT_EQ(Keys(Tracks({{&eat_, 0, 1}}, 1, {80, 700, 1}), 0), "0 0, 1 100, 220 100, 300 0, ");
+  EXPECT_EQ(Keys(Tracks({{&kSilence, 0, 0.15}, {&eat_, 0.15, 0.4}}, 0.4, {40, 80, 1}), 0),
+            "0 0, 30 0, 110 100, 280 100, 320 0, ");
+  // A gap is silence unless nobody hears it.
+  EXPECT_EQ(Keys(Tracks({{&eat_, 0, 1}, {&eat_, 1.021, 2}}, 2), 0),
+            "0 0, 80 100, 920 100, 1010 0, 1011 0, 1101 100, 1920 100, 2000 0, ");
+  EXPECT_EQ(Keys(Tracks({{&eat_, 0, 1}, {&eat_, 1.019, 2}}, 2), 0),
+            "0 0, 80 100, 1920 100, 2000 0, ");
   // Steps, where the ramp is nothing; one key for a middle that has no nearest millisecond is two.
   EXPECT_EQ(Keys(Tracks({{&eat_, 0.1, 0.2}, {&bump_, 0.2, 0.3}}, 0.4, {0, 0, 1}), 0),
             "0 0, 100 0, 101 100, 200 100, 201 0, 400 0, ");
@@ -75,10 +86,16 @@ TEST_F(SpeechTracksTest, MergePhonesThatHaveNoMillisecondOfTheirOwn) {
   EXPECT_EQ(leftOut_.merged, (std::vector<std::size_t>{1, 3}));
   EXPECT_EQ(Keys(animation, 1), "0 0, 301 0, ");
   // Of two whose middles fall together the longer one stays.
-  Tracks({{&eat_, 0.0994, 0.1006}, {&bump_, 0.1006, 0.1008}, {&half_, 0.1008, 0.2}}, 0.2);
+  Tracks({{&eat_, 0.0990, 0.1003}, {&bump_, 0.1003, 0.1006}}, 0.2);
   EXPECT_EQ(leftOut_.merged, (std::vector<std::size_t>{1}));
+  Tracks({{&eat_, 0.0994, 0.0997}, {&bump_, 0.0997, 0.1010}}, 0.2);
+  EXPECT_EQ(leftOut_.merged, (std::vector<std::size_t>{0}));
+  // The end makes room for the last one, the start for none.
+  EXPECT_EQ(Keys(Tracks({{&eat_, 0.2994, 0.3}}, 0.3), 0), "0 0, 220 0, 300 100, 301 0, ");
+  Tracks({{&eat_, 0, 0.0009}}, 0.3);
+  EXPECT_EQ(leftOut_.merged, (std::vector<std::size_t>{0}));
   EXPECT_TRUE(leftOut_.beforeStart.empty());
-  Tracks({{&eat_, 0.0, 0.1}, {&bump_, 0.1, 0.3}}, 0.3, {80, 90, 1});
+  Tracks({{&eat_, 0.0, 0.18}, {&bump_, 0.2, 0.3}}, 0.3, {90, 90, 1});
   EXPECT_EQ(leftOut_.beforeStart, (std::vector<std::size_t>{0}));
   EXPECT_TRUE(leftOut_.merged.empty());
 }

@@ -36,9 +36,9 @@ called"
             mark = "1 %" 
     item [3]:
         class = "IntervalTier" 
-        name = "Ann - Phones" 
+        name = "Ann - Phones " 
         xmin = 0 
-        xmax = 0.9 
+        xmax = 1 
         intervals: size = 3 
         intervals [1]:
             xmin = 0 
@@ -60,7 +60,7 @@ const std::string kShortTextGrid =
     "0\n0.2\n\"\"\n0.2\n0.9\n\"a \"\"so\"\" \ncalled\"\n"
     "\"TextTier\"\n\"hand phones\"\n0\n0.9\n1\n"
     "0.45\n\"1 %\"\n"
-    "\"IntervalTier\"\n\"Ann - Phones\"\n0\n0.9\n3\n"
+    "\"IntervalTier\"\n\"Ann - Phones\"\n0\n1\n3\n"
     "0\n0.2\n\"\"\n0.2\n0.5500000000000004\n\"S\"\n0.55\n0.9\n\" OW1 \"\n";
 
 const std::string kRhubarbJson = R"({

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <map>
 #include <tuple>
 #include <utility>
 
@@ -56,7 +57,7 @@ TEST(Timing, OfTextGridsIsTheSameInEveryForm) {
   const Timing timing = Read(kLongTextGrid);
   EXPECT_EQ(timing.format, "TextGrid");
   EXPECT_EQ(timing.tier, "Ann - Phones");
-  EXPECT_EQ(timing.end, 0.9);
+  EXPECT_EQ(timing.end, 1.0);
   EXPECT_EQ(timing.shapes, ShapeSet::kNone);
   EXPECT_EQ(Labels(timing), "42  0 200, 46 S 200 550, 50 OW1 550 900, ");
   // One side of a boundary is a little off.
@@ -67,7 +68,7 @@ TEST(Timing, OfTextGridsIsTheSameInEveryForm) {
        {kShortTextGrid, WithCrLf(kLongTextGrid), WithCrLf(kShortTextGrid),
         "\xEF\xBB\xBF" + kLongTextGrid, Utf16(kLongTextGrid, true), Utf16(kShortTextGrid, false),
         Replaced(kShortTextGrid, "File type = \"ooTextFile\"\nObject class = \"TextGrid\"",
-                 "\"ooTextFile\" ! an old header\n\"TextGrid\"")}) {
+                 "\"ooTextFile\" ! an old \"header\" 1\n\"TextGrid\"")}) {
     EXPECT_EQ(Labels(Read(text), false), labels);
   }
   EXPECT_EQ(Labels(Read(kShortTextGrid, {"words", {}})),
@@ -78,17 +79,19 @@ TEST(Timing, OfSeveralSpeakersNeedsTheNameOfTheTier) {
   const std::string two = Replaced(kShortTextGrid, "\"words\"", "\"Bob - PHONES\"");
   const std::string all = "\"Bob - PHONES\", \"hand phones\" (points), \"Ann - Phones\"";
   EXPECT_EQ(Labels(Read(two, {"Bob - PHONES", {}}), false), " 0 200, a \"so\" \ncalled 200 900, ");
-  EXPECT_EQ(Refusal(two),
-            "0: there are 2 tiers of phones, \"Bob - PHONES\", \"Ann - Phones\": name the one to "
-            "speak with --tier");
+  EXPECT_EQ(
+      Refusal(two),
+      "0: there are 2 tiers of phones: name the one to speak with --tier; its tiers are " + all);
   EXPECT_EQ(Refusal(two, {"Phones", {}}), "0: there is no tier \"Phones\"; its tiers are " + all);
   EXPECT_EQ(Refusal(two, {"hand phones", {}}),
             "0: the tier \"hand phones\" has points, not intervals; its tiers are " + all);
   EXPECT_EQ(Refusal(Replaced(two, "Bob - PHONES", "Ann - Phones"), {"Ann - Phones", {}}),
-            "0: there are 2 tiers \"Ann - Phones\"");
+            "0: there are 2 tiers \"Ann - Phones\": give each a name of its own; its tiers are "
+            "\"Ann - Phones\", \"hand phones\" (points), \"Ann - Phones\"");
   const std::string wordsOnly = Replaced(kShortTextGrid, "Ann - Phones", "Ann");
-  EXPECT_EQ(
-      Refusal(wordsOnly).find("0: no tier's name ends in \"phones\"; its tiers are \"words\""), 0U);
+  EXPECT_EQ(Refusal(wordsOnly).find(
+                "0: no tier of intervals has a name that ends in \"phones\"; its tiers are "),
+            0U);
 }
 
 TEST(Timing, OfRhubarbIsTheSameInEveryForm) {
@@ -104,8 +107,10 @@ TEST(Timing, OfRhubarbIsTheSameInEveryForm) {
   EXPECT_EQ(Read(kRhubarbJson).end, 0.95);
   EXPECT_EQ(Read(kRhubarbXml).end, 0.95);
   // Without the shape that closes the mouth nothing says how long the last one stays.
-  EXPECT_EQ(Labels(Read("0.5\tD\n0.7\tE\n"), false), "D 500 700, E 700 700, ");
-  EXPECT_EQ(Read("0.5\tD\n0.7\tAA\n").shapes, ShapeSet::kNone);
+  // What closes the mouth where X is not drawn.
+  EXPECT_EQ(Labels(Read("0.5\tD\n0.7\tA\n"), false), "D 500 700, ");
+  // Starts of sounds.
+  EXPECT_EQ(Read("0.5\tD\n0.7\tAA\n0.9\tsil\n").shapes, ShapeSet::kNone);
 }
 
 TEST(Timing, OfFramesFollowsTheirRate) {
@@ -115,6 +120,16 @@ TEST(Timing, OfFramesFollowsTheirRate) {
   EXPECT_EQ(timing.tier, "Voice 1");
   EXPECT_EQ(timing.shapes, ShapeSet::kPrestonBlair);
   EXPECT_EQ(timing.end, 3.0);
+
+  // But words may be a frame apart, or one may begin on the last frame of the other.
+  for (const auto& [first, labels] :
+       std::map<std::string, std::string>{{"8", "etc 200 400, O 400 800, AI 800 1300, "},
+                                          {"6", "etc 200 400, O 400 600, AI 600 1300, "}}) {
+    EXPECT_EQ(
+        Labels(Read(Replaced(kPapagayo, "9 12 1\n\t\t\t\t9 AI", first + " 12 1\n" + first + " AI")),
+               false),
+        labels);
+  }
 
   std::string two = Replaced(kPapagayo, "30\n1\n", "30\n2\n");
   two += two.substr(two.find("\tVoice 1"));
@@ -146,22 +161,38 @@ TEST(Timing, MayStandBehindWhiteSpace) {
 TEST(Timing, OfATableIsALabelALine) {
   const Timing timing = Read(kPlainTable);
   EXPECT_EQ(timing.format, "table");
+  // Boundaries that are rounded apart.
+  EXPECT_EQ(Labels(Read("-1e-17 .4 A\n.3995 .3997 B\n.4 .39999 C\n"), false),
+            "A 0 400, B 400 400, C 400 400, ");
+  // One character of four bytes.
+  EXPECT_EQ(Read("\xFF\xFE" + "0\0 \0"
+                              "1\0 \0\x3D\xD8\x00\xDE"s)
+                .labels[0]
+                .text,
+            "\xF0\x9F\x98\x80");
   EXPECT_EQ(Labels(timing), "1  0 200, 2 S 200 550, 4 the \"oh\" 550 900, ");
 }
 
 TEST(Timing, IsRefusedWithLineAndReason) {
   const std::string overlap = "0 0.4 A\n0.3 0.6 B\n";
   const std::vector<std::pair<std::string, std::string>> refusals = {
-      {"", "0: it is none of the timing files"},
+      {" \n", "0: it is empty"},
       {"start end label\n0 1 A\n", "0: it is none of the timing files"},
       {"0 1 A\n1 x B\n", "2: a line needs a start and an end in seconds"},
       {"0 1,5 A\n", "1: a line needs a start and an end"},
       {"0 nan A\n", "1: a line needs a start and an end"},
+      {"\"Praat chronological TextGrid text file\"\n0 1\n", "1: it is a TextGrid in a form"},
+      {"0 0.4 A\n0.398 0.6 B\n", "2: \"B\" starts at 0.398 s, before the label on line 1 ends"},
       {overlap, "2: \"B\" starts at 0.3 s, before the label on line 1 ends at 0.4 s"},
       {"0.3 0.2 A\n", "1: \"A\" ends at 0.2 s, before it starts at 0.3 s"},
       {"-1 0.2 A\n", "1: \"A\" starts at -1 s, before the beginning"},
-      {"0 1e300 A\n", "1: \"A\" ends at 1e+300 s: no recording is longer than 2e+06 s"},
+      {"0 2000001 A\n", "1: \"A\" ends at 2000001 s: no recording is longer than 2000000 s"},
       {"0 A\n1 2 B\n", "2: a line needs a start in seconds and a mouth shape"},
+      {"0.5\tD\n0.7\tE\n", "2: nothing says when the last label ends"},
+      {"0.5\tAA\n0.7\tX\n", "2: nothing says when the last label ends"},
+      {"0.5\tD\n0.2\tX\n", "2: \"X\" starts at 0.2 s, before the label on line 1 does"},
+      {"MohoSwitch1\n5 rest\n1 AI\n", "3: \"AI\" starts at 0 s, before the label on line 2 does"},
+      {"MohoSwitch1\n1\n", "2: a line needs a frame"},
       {"MohoSwitch1 x\n1 A\n", "1: more than"},
       {"MohoSwitch1\n1 A\n2.5 B\n", "3: a line needs a frame and a mouth shape"},
       {"MohoSwitch1\n", "0: it holds no labels"},
@@ -169,11 +200,22 @@ TEST(Timing, IsRefusedWithLineAndReason) {
       {Replaced(kPapagayo, "2 6 2", "2 6"), "13: a word is followed by"},
       {Replaced(kPapagayo, "4 O", "O"), "15: a phoneme needs a frame and a name"},
       {Replaced(kPapagayo, "so 2 6 2", "so 2 6 2000000000"), "16: a phoneme needs a frame"},
-      {Replaced(kPapagayo, "\n30\n1\n", "\n30\n0\n"), "0: it has no voices"},
+      {Replaced(kPapagayo, "so 2 6 2", "so 2 6 -2"), "13: a word is followed by"},
+      {Replaced(kPapagayo, "\n30\n1\n", "\n30\n0\n"), "6: the file goes on after its last voice"},
+      {"lipsync version 1\na.wav\n24\n10\n0\n", "0: it has no voices"},
       {Replaced(kRhubarbJson, "0.55, \"end\"", "0.55 \"end\""), "6: this is no JSON"},
       {Replaced(kRhubarbJson, "\"value\": \"F\"", "\"value\": 6"), "6: a mouth cue needs"},
-      {Replaced(kRhubarbJson, "mouthCues", "cues"),
-       "0: it is JSON without a list of \"mouthCues\""},
+      {Replaced(kRhubarbJson, "mouthCues", "cues"), "0: it is JSON without \"mouthCues\""},
+      {Replaced(kRhubarbJson, "\"end\": 0.90", "\"END\": 0.90"), "6: a mouth cue needs"},
+      {Replaced(kRhubarbJson, "0.95", "\"long\""), "2: the \"duration\" is no number"},
+      {Replaced(kRhubarbJson, "0.95", "1e300"), "0: it ends at 1e+300 s: no recording is"},
+      {R"({"mouthCues": {}})", "1: \"mouthCues\" is no list"},
+      {R"({"mouthCues": 1})", "1: \"mouthCues\" is no list"},
+      {R"({"mouthCues": [1]})", "1: one of the \"mouthCues\" is no object"},
+      {"{\"mouthCues\": [\n[]]}", "2: one of the \"mouthCues\" is no object"},
+      {"{\"mouthCues\": [],\n\"mouthCues\": []}", "2: \"mouthCues\" is there twice"},
+      {Replaced(kRhubarbXml, "0.95", "long"), "5: the duration is no number"},
+      {Replaced(kRhubarbXml, "end=\"0.55\"", ""), "9: a mouth cue needs"},
       {Replaced(kRhubarbXml, "\"0.55\">B</mouthCue", "\"0.55\">B</mouth"), "9: XML: "},
       {Replaced(kRhubarbXml, "start=\"0.55\"", ""), "10: a mouth cue needs"},
       {Replaced(kRhubarbXml, "mouthCues>", "cues>"), "11: XML: "},
@@ -186,6 +228,9 @@ TEST(Timing, IsRefusedWithLineAndReason) {
        "40: the file ends where the class of a tier"},
       {Replaced(kShortTextGrid, "3\n0\n0.2", "900000000\n0\n0.2"),
        "40: the file ends where the time"},
+      {Replaced(kShortTextGrid, "1\n3\n0", "1\n2\n0"), "38: the file goes on after its last tier"},
+      {Replaced(kShortTextGrid, "1\n3\n0", "3000001\n3\n0"),
+       "0: it ends at 3000001 s: no recording"},
       {Replaced(kShortTextGrid, "TextTier", "Tier"), "20: a tier is an \"IntervalTier\" or"},
       {Replaced(kShortTextGrid, "0.2\n0.9\n\"a", "0.2\n\"a"), "17: something else stands where"},
       {Replaced(kShortTextGrid, "0.2\n0.9\n\"a", "0.2\n1e999\n\"a"),
