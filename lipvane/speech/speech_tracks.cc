@@ -5,12 +5,10 @@
 #include <cstdint>
 #include <utility>
 
-#include "lipvane/speech/timing.h"
-
 namespace lipvane::speech {
 namespace {
 
-/// Whole microseconds: in binary 0.29 s is a little less than 290 ms, and would be cut to 289.
+/// Whole microseconds: in binary 1.005 s is a little less than 1005 ms, and would be cut to 1004.
 using Microseconds = std::int64_t;
 
 /// How far a middle may be off, from the rounding of its two ends.
@@ -20,8 +18,8 @@ Microseconds FromSeconds(double seconds) {
   return std::llround(seconds * 1e6);
 }
 
-/// Tables made by hand leave gaps that nobody hears, in seconds.
-constexpr double kShortestPause = 0.02;
+/// Tables made by hand leave gaps that nobody hears.
+constexpr Microseconds kShortestPause = 20'000;
 
 // Whole milliseconds: the last one before a time, the first one after it, the nearest.
 
@@ -172,13 +170,16 @@ TAnimation SpeechTracks(const std::vector<Phone>& phones, double end, const Weig
                         LeftOut& leftOut) {
   Line line(FromSeconds(options.rampMs / 1e3), FromSeconds(options.leadMs / 1e3), leftOut);
   double before = 0.0;
+  const auto addPauseUntil = [&](double start) {
+    if (FromSeconds(start) - FromSeconds(before) < kShortestPause) return;
+    line.Add({&silence, before, start}, Plateau::kNone);
+  };
   for (std::size_t i = 0; i < phones.size(); ++i) {
-    if (phones[i].start - before >= kShortestPause)
-      line.Add({&silence, before, phones[i].start}, Plateau::kNone);
+    addPauseUntil(phones[i].start);
     line.Add(phones[i], i);
     before = phones[i].end;
   }
-  if (end - before >= kShortestPause) line.Add({&silence, before, end}, Plateau::kNone);
+  addPauseUntil(end);
   line.End(end);
 
   TAnimation animation;
