@@ -1,7 +1,7 @@
 #include <string>
 
 #include "lipvane/speech/label_tables.h"
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 
 namespace lipvane::speech {
@@ -9,14 +9,12 @@ namespace {
 
 constexpr std::string_view kTitle = "MohoSwitch1";
 
-}  // namespace
-
-bool IsMoho(std::string_view text) {
+bool Recognises(std::string_view text) {
   return TakeWord(text) == kTitle;
 }
 
-bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timing,
-              ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& options, Timing& timing,
+          ReadProblem& problem) {
   const double rate = options.framesPerSecond.value_or(kMohoFramesPerSecond);
   Lines lines(text);
   std::string_view line;
@@ -39,5 +37,9 @@ bool ReadMoho(std::string_view text, const TimingOptions& options, Timing& timin
   if (!timing.labels.empty()) timing.labels.back().end += 1.0 / rate;
   return true;
 }
+
+}  // namespace
+
+const TimingForm kMoho = {"Moho switch file", false, true, Recognises, Read};
 
 }  // namespace lipvane::speech

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
@@ -159,15 +159,13 @@ const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
   return nullptr;
 }
 
-}  // namespace
-
-bool IsPapagayo(std::string_view text) {
+bool Recognises(std::string_view text) {
   std::string_view line;
   return Lines(text).NextFilled(line) && line.substr(0, 15) == kTitle.substr(0, 15);
 }
 
-bool ReadPapagayo(std::string_view text, const TimingOptions& options, Timing& timing,
-                  ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& options, Timing& timing,
+          ReadProblem& problem) {
   std::vector<Voice> voices;
   double end = 0.0;
   if (!Reader(text, problem).Read(voices, end)) return false;
@@ -182,5 +180,9 @@ bool ReadPapagayo(std::string_view text, const TimingOptions& options, Timing& t
       problem, 0,
       "the voice " + text::QuotedLine(voice->name) + " has no phonemes: break it down in Papagayo");
 }
+
+}  // namespace
+
+const TimingForm kPapagayo = {"Papagayo project", true, false, Recognises, Read};
 
 }  // namespace lipvane::speech

@@ -1,18 +1,19 @@
 #include <string>
 
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
+namespace {
 
 /// What begins with a number and is none of the others: a mistake further on has a line to name.
-bool IsPlainTable(std::string_view text) {
+bool Recognises(std::string_view text) {
   return text::FiniteReal(TakeWord(text)).has_value();
 }
 
-bool ReadPlainTable(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
-                    ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
+          ReadProblem& problem) {
   Lines lines(text);
   std::string_view line;
   while (lines.NextFilled(line)) {
@@ -26,5 +27,9 @@ bool ReadPlainTable(std::string_view text, const TimingOptions& /*options*/, Tim
   }
   return true;
 }
+
+}  // namespace
+
+const TimingForm kPlainTable = {"table", false, false, Recognises, Read};
 
 }  // namespace lipvane::speech

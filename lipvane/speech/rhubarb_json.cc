@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 
@@ -156,14 +156,12 @@ class Cues : public json::json_sax_t {
   bool hasValue_ = false;
 };
 
-}  // namespace
-
-bool IsRhubarbJson(std::string_view text) {
+bool Recognises(std::string_view text) {
   return !text.empty() && text.front() == '{';
 }
 
-bool ReadRhubarbJson(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
-                     ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
+          ReadProblem& problem) {
   int line = 1;
   timing.shapes = ShapeSet::kRhubarb;
   Cues cues(line, timing, problem);
@@ -173,5 +171,9 @@ bool ReadRhubarbJson(std::string_view text, const TimingOptions& /*options*/, Ti
   }
   return cues.HaveBeenThere() || Refuse(problem, 0, "it is JSON without \"mouthCues\"");
 }
+
+}  // namespace
+
+const TimingForm kRhubarbJson = {"Rhubarb JSON", false, false, Recognises, Read};
 
 }  // namespace lipvane::speech

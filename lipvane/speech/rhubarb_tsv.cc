@@ -1,7 +1,7 @@
 #include <string>
 
 #include "lipvane/speech/label_tables.h"
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 
@@ -17,18 +17,16 @@ bool ClosesMouth(const Timing& timing) {
                                              : ArpabetPhoneme(last) == "Sil";
 }
 
-}  // namespace
-
 /// A line is a start and a shape; nothing else that is read has a number and one more word.
-bool IsRhubarbTsv(std::string_view text) {
+bool Recognises(std::string_view text) {
   std::string_view line;
   if (!Lines(text).NextFilled(line)) return false;
   const bool beginsWithNumber = text::FiniteReal(TakeWord(line)).has_value();
   return beginsWithNumber && !line.empty() && !text::FiniteReal(TakeWord(line)) && line.empty();
 }
 
-bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
-                    ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
+          ReadProblem& problem) {
   Lines lines(text);
   std::string_view line;
   while (lines.NextFilled(line)) {
@@ -49,5 +47,9 @@ bool ReadRhubarbTsv(std::string_view text, const TimingOptions& /*options*/, Tim
   timing.labels.pop_back();
   return true;
 }
+
+}  // namespace
+
+const TimingForm kRhubarbTsv = {"Rhubarb TSV", false, false, Recognises, Read};
 
 }  // namespace lipvane::speech

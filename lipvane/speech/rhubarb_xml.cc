@@ -3,7 +3,7 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 
@@ -30,14 +30,12 @@ class LineCounter {
   int line_ = 1;
 };
 
-}  // namespace
-
-bool IsRhubarbXml(std::string_view text) {
+bool Recognises(std::string_view text) {
   return !text.empty() && text.front() == '<';
 }
 
-bool ReadRhubarbXml(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
-                    ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& /*options*/, Timing& timing,
+          ReadProblem& problem) {
   LineCounter lines(text);
   pugi::xml_document document;
   const pugi::xml_parse_result result =
@@ -68,5 +66,9 @@ bool ReadRhubarbXml(std::string_view text, const TimingOptions& /*options*/, Tim
   }
   return true;
 }
+
+}  // namespace
+
+const TimingForm kRhubarbXml = {"Rhubarb XML", false, false, Recognises, Read};
 
 }  // namespace lipvane::speech

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "lipvane/speech/textgrid_tokens.h"
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/printable.h"
 
@@ -170,17 +170,15 @@ const Tier* Choose(const std::vector<Tier>& tiers, const std::string& wanted,
   return nullptr;
 }
 
-}  // namespace
-
-bool IsTextGrid(std::string_view text) {
+bool Recognises(std::string_view text) {
   const std::string_view start = text.substr(0, 100);
   return start.find(kTextFile) != std::string_view::npos ||
          start.find(kBinaryFile) != std::string_view::npos ||
          start.find(kChronological) != std::string_view::npos;
 }
 
-bool ReadTextGrid(std::string_view text, const TimingOptions& options, Timing& timing,
-                  ReadProblem& problem) {
+bool Read(std::string_view text, const TimingOptions& options, Timing& timing,
+          ReadProblem& problem) {
   const std::string_view start = text.substr(0, 100);
   if (start.find(kTextFile) == std::string_view::npos) {
     return Refuse(problem, 1,
@@ -196,5 +194,9 @@ bool ReadTextGrid(std::string_view text, const TimingOptions& options, Timing& t
   timing.end = tier->end;
   return true;
 }
+
+}  // namespace
+
+const TimingForm kTextGrid = {"TextGrid", true, false, Recognises, Read};
 
 }  // namespace lipvane::speech

@@ -6,7 +6,7 @@
 
 #include "lipvane/formats/file_content.h"
 #include "lipvane/speech/encoding.h"
-#include "lipvane/speech/timing_readers.h"
+#include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
@@ -14,25 +14,9 @@
 namespace lipvane::speech {
 namespace {
 
-struct Form {
-  const char* name;
-  bool hasTiers;
-  bool lacksRate;
-  bool (*recognises)(std::string_view text);
-  bool (*read)(std::string_view text, const TimingOptions& options, Timing& timing,
-               ReadProblem& problem);
-};
-
 /// In the order in which they are tried.
-constexpr Form kForms[] = {
-    {"TextGrid", true, false, IsTextGrid, ReadTextGrid},
-    {"Rhubarb JSON", false, false, IsRhubarbJson, ReadRhubarbJson},
-    {"Rhubarb XML", false, false, IsRhubarbXml, ReadRhubarbXml},
-    {"Papagayo project", true, false, IsPapagayo, ReadPapagayo},
-    {"Moho switch file", false, true, IsMoho, ReadMoho},
-    {"Rhubarb TSV", false, false, IsRhubarbTsv, ReadRhubarbTsv},
-    {"table", false, false, IsPlainTable, ReadPlainTable},
-};
+const TimingForm* const kForms[] = {&kTextGrid, &kRhubarbJson, &kRhubarbXml, &kPapagayo,
+                                    &kMoho,     &kRhubarbTsv,  &kPlainTable};
 
 std::string Seconds(double seconds) {
   return text::ExactReal(seconds) + " s";
@@ -97,27 +81,28 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
   if (!ToUtf8(text, content, problem)) return false;
   const std::string_view body = Trim(content);
   if (body.empty()) return Refuse(problem, 0, "it is empty");
-  const Form* const form =
+  const auto* const found =
       std::find_if(std::begin(kForms), std::end(kForms),
-                   [&](const Form& candidate) { return candidate.recognises(body); });
-  if (form == std::end(kForms)) {
+                   [&](const TimingForm* form) { return form->recognises(body); });
+  if (found == std::end(kForms)) {
     return Refuse(problem, 0,
                   "it is none of the timing files that are read: TextGrid, Rhubarb's JSON, XML or "
                   "TSV, Papagayo project, Moho switch file, or lines of \"start end label\"");
   }
-  if (!options.tier.empty() && !form->hasTiers) {
+  const TimingForm& form = **found;
+  if (!options.tier.empty() && !form.hasTiers) {
     return Refuse(problem, 0,
-                  "it is a " + std::string(form->name) + " and has no tiers: leave out --tier");
+                  "it is a " + std::string(form.name) + " and has no tiers: leave out --tier");
   }
-  if (options.framesPerSecond && !form->lacksRate) {
+  if (options.framesPerSecond && !form.lacksRate) {
     return Refuse(problem, 0,
-                  "it is a " + std::string(form->name) + " and says its times: leave out --fps");
+                  "it is a " + std::string(form.name) + " and says its times: leave out --fps");
   }
   Timing read;
-  read.format = form->name;
+  read.format = form.name;
   const int linesBefore =
       static_cast<int>(std::count(static_cast<const char*>(content.data()), body.data(), '\n'));
-  if (!form->read(body, options, read, problem)) {
+  if (!form.read(body, options, read, problem)) {
     if (problem.line > 0) problem.line += linesBefore;
     return false;
   }
