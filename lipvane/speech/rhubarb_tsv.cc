@@ -6,7 +6,6 @@
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::speech {
-
 namespace {
 
 /// The last line does, and lasts no time of its own. Told to draw without X, Rhubarb closes with A.
