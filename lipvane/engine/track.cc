@@ -1,5 +1,6 @@
 #include "lipvane/engine/track.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -10,14 +11,30 @@ namespace {
 
 constexpr double kTiny = 4.440892098500626e-16;  // twice the epsilon of double
 
-/// The start of the first interval that holds `t`. The last one when none does: `t` is the last
-/// key's time, or the keys are out of order.
-std::size_t IntervalAt(const std::vector<TAnimationKey>& keys, double t) {
+/// What holds for any keys, one interval after the other.
+std::size_t FirstIntervalAt(const std::vector<TAnimationKey>& keys, double t) {
   std::size_t i = 0;
   while (i < keys.size() - 2 && !(keys[i].time <= t && t < keys[i + 1].time)) {
     ++i;
   }
   return i;
+}
+
+/// The same for keys in ascending order, of which the first is not after `t`: the last interval
+/// that does not start after it. Both ways of a step cost the same, so that no guess of the
+/// processor's can be wrong.
+std::size_t LastIntervalFrom(const std::vector<TAnimationKey>& keys, double t) {
+  std::size_t first = 0;
+  for (std::size_t count = keys.size() - 1; count > 1;) {
+    const std::size_t half = count / 2;
+    first += keys[first + half].time <= t ? half : 0;
+    count -= half;
+  }
+  return first;
+}
+
+bool IsEarlier(const TAnimationKey& a, const TAnimationKey& b) {
+  return a.time < b.time;
 }
 
 double EasedAt(const TAnimationKey& from, const TAnimationKey& to, double t) {
@@ -35,7 +52,10 @@ TAnimationTrack::~TAnimationTrack() noexcept(!kDestructorsRaise) {
 }
 
 void TAnimationTrack::AddKey(const TAnimationKey& key) {
-  Trail("TAnimationTrack::AddKey", [&] { keys_.push_back(key); });
+  Trail("TAnimationTrack::AddKey", [&] {
+    isAscending_ = isAscending_ && (keys_.empty() || keys_.back().time <= key.time);
+    keys_.push_back(key);
+  });
 }
 
 const TAnimationKey* TAnimationTrack::GetKey(int i) const {
@@ -49,7 +69,23 @@ void TAnimationTrack::DeleteKey(int i) {
   Trail("TAnimationTrack::DeleteKey", [&] {
     static_cast<void>(keys_.at(static_cast<std::size_t>(i)));  // erase checks nothing
     keys_.erase(keys_.begin() + i);
+    isAscending_ = isAscending_ || std::is_sorted(keys_.begin(), keys_.end(), IsEarlier);
   });
+}
+
+std::size_t TAnimationTrack::IntervalAt(double t) const {
+  if (!isAscending_) return FirstIntervalAt(keys_, t);
+  // A film goes on from where it was: the interval of the last time, or the next one.
+  const std::size_t before = lastInterval_.Get();
+  const std::size_t end = std::min(keys_.size() - 1, before + 2);
+  for (std::size_t i = before; i < end; ++i) {
+    if (!(keys_[i].time <= t && t < keys_[i + 1].time)) continue;
+    if (i != before) lastInterval_.Set(i);
+    return i;
+  }
+  const std::size_t i = LastIntervalFrom(keys_, t);
+  lastInterval_.Set(i);
+  return i;
 }
 
 double TAnimationTrack::ValueAtTime(double t) const {
@@ -65,7 +101,7 @@ double TAnimationTrack::ValueAtTime(double t) const {
     }
     double result = keys_.front().value;
     if (keys_.size() > 1) {
-      const std::size_t i = IntervalAt(keys_, t);
+      const std::size_t i = IntervalAt(t);
       result = EasedAt(keys_[i], keys_[i + 1], t);
     }
     // Deliberate: only here, so that a held end value keeps the smallest amounts.

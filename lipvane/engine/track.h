@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
+#include "lipvane/engine/position_hint.h"
 #include "lipvane/engine/trail.h"
 
 namespace lipvane {
@@ -40,7 +42,13 @@ class TAnimationTrack {
   double ValueAtTime(double t) const;
 
  private:
+  /// The start of the first interval that holds `t`. The last one when none does: `t` is the last
+  /// key's time, or the keys are out of order.
+  std::size_t IntervalAt(double t) const;
+
   std::vector<TAnimationKey> keys_;
+  bool isAscending_ = true;  // equal times included
+  PositionHint lastInterval_;
 };
 
 }  // namespace lipvane

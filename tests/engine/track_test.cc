@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <stdexcept>
 #include <vector>
 
@@ -78,6 +79,47 @@ TEST(TrackTest, KeysOutOfOrder) {
   EXPECT_EQ(ValueAt(10, {{0, 0}, {20, 1}, {5, 7}, {8, 7}, {30, 9}}), 0.5);
   // When none holds it, it is the last one's end.
   EXPECT_EQ(ValueAt(10, {{10, 3}, {0, 1}, {10, 2}}), 2);
+}
+
+/// The interval by the rule, one after the other.
+double ValueByRule(double t, const Keys& keys) {
+  std::size_t i = 0;
+  while (i < keys.size() - 2 && !(keys[i].time <= t && t < keys[i + 1].time))
+    ++i;
+  const double u = (t - keys[i].time) / (static_cast<double>(keys[i + 1].time) - keys[i].time);
+  const double a = keys[i].value;
+  const double b = keys[i + 1].value;
+  return (2 * a - 2 * b) * u * u * u + (3 * b - 3 * a) * u * u + a;
+}
+
+TEST(TrackTest, FindsTheIntervalOfTheRuleWhereverItLookedBefore) {
+  std::mt19937 random(7);
+  const auto upTo = [&](int most) {
+    return static_cast<int>(random() % static_cast<unsigned>(most));
+  };
+  for (int round = 0; round < 300; ++round) {
+    Keys keys;
+    const int count = 2 + upTo(60);
+    for (int i = 0, time = 0; i < count; ++i) {
+      keys.push_back({time, 1.0 + i % 7});
+      time += upTo(4);                                 // equal times among them
+      if (round % 4 == 0 && upTo(20) == 0) time -= 9;  // out of order
+    }
+    TAnimationTrack track = Track(keys);
+    for (int sample = 0; sample < 200; ++sample) {
+      if (sample == 100 && keys.size() > 2) {
+        const int deleted = upTo(static_cast<int>(keys.size()));
+        keys.erase(keys.begin() + deleted);
+        track.DeleteKey(deleted);
+      }
+      const double t = round % 2 == 0 ? upTo(300) / 2.0 : sample % 100 * 1.3;
+      if (t < keys.front().time || keys.back().time < t) continue;
+      const double expected = ValueByRule(t, keys);
+      const double value = track.ValueAtTime(t);
+      ASSERT_TRUE(value == expected || (std::isnan(value) && std::isnan(expected)))
+          << round << " " << t;
+    }
+  }
 }
 
 }  // namespace
