@@ -1,3 +1,4 @@
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <ostream>
@@ -6,6 +7,7 @@
 
 #include "lipvane/formats/lbp.h"
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/six_digits.h"
 
 namespace lipvane {
 namespace {
@@ -46,10 +48,25 @@ bool WriteMappingRows(std::ostream& out, PhonemeMapping& mapping) {
   return true;
 }
 
-void AppendNumber(std::string& line, double value) {
-  if (!line.empty()) line += ' ';
-  text::AppendReal(line, value);
-}
+/// The numbers of a bone, of which an export has so many that they are written in place.
+class BoneLine {
+ public:
+  void Append(double value) {
+    end_ = text::WriteSixDigits(end_, value);
+    *end_++ = ' ';
+  }
+
+  void Write(std::ostream& out) {
+    end_[-1] = '\n';
+    out.write(text_.data(), end_ - text_.data());
+    out.flush();
+  }
+
+ private:
+  static constexpr std::size_t kMostNumbers = 26;
+  std::array<char, kMostNumbers*(text::kRoomForSixDigits + 1)> text_;
+  char* end_ = text_.data();
+};
 
 }  // namespace
 
@@ -123,19 +140,19 @@ void WriteLbpPoseLabel(std::ostream& out, int number, std::string_view name) {
 
 void WritePoseBoneLines(std::ostream& out, const std::vector<LbpBone>& bones) {
   for (const LbpBone& bone : bones) {
-    std::string line;
+    BoneLine line;
     for (const double element : bone.matrix)
-      AppendNumber(line, element);
+      line.Append(element);
     for (const double component : bone.translation)
-      AppendNumber(line, component);
+      line.Append(component);
     for (const double component : bone.scale)
-      AppendNumber(line, component);
+      line.Append(component);
     const auto [w, x, y, z] = QuaternionFromMatrix(bone.matrix);
-    AppendNumber(line, -w);  // deliberate: the format has w negated
-    AppendNumber(line, x);
-    AppendNumber(line, y);
-    AppendNumber(line, z);
-    WriteLine(out, line);
+    line.Append(-w);  // deliberate: the format has w negated
+    line.Append(x);
+    line.Append(y);
+    line.Append(z);
+    line.Write(out);
   }
 }
 

@@ -9,11 +9,10 @@
 #include <system_error>
 
 #include "lipvane/text/real_conversion.h"
+#include "lipvane/text/six_digits.h"
 
 namespace lipvane::text {
 namespace {
-
-constexpr int kStreamPrecision = 6;
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
@@ -135,11 +134,8 @@ std::optional<double> FiniteReal(std::string_view token) {
 }
 
 void AppendReal(std::string& out, double value) {
-  std::array<char, 32> buffer{};
-  const auto [end, error] = RealToChars(buffer.data(), buffer.data() + buffer.size(), value,
-                                        RealFormat::kGeneral, kStreamPrecision);
-  static_cast<void>(error);  // the longest, "-1.23457e-308", has room
-  out.append(buffer.data(), end);
+  std::array<char, kRoomForSixDigits> buffer{};
+  out.append(buffer.data(), WriteSixDigits(buffer.data(), value));
 }
 
 std::string RoundedReal(double value) {
