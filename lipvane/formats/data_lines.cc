@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "lipvane/formats/separator_scan.h"
+#include "lipvane/text/numbers.h"
+
 namespace lipvane {
 
 std::size_t NextDataLine(std::string_view& remaining, std::string_view& line) {
@@ -60,18 +63,26 @@ void TokenCursor::Skip(int count) {
       Next();
     return;
   }
-  // The same in one go: most of a bone line is passed over.
-  const char separator = separator_[0];
-  bool atTokenStart = true;
-  std::size_t i = 0;
-  for (; count > 0 && i < remaining_.size(); ++i) {
-    const bool here = remaining_[i] == separator;
-    if (here && atTokenStart) break;
-    count -= here ? 1 : 0;
-    atTokenStart = here;
+  // The same in one go.
+  const std::size_t behind = BehindSeparators(remaining_, separator_[0], count);
+  done_ = done_ || behind == std::string_view::npos;
+  remaining_.remove_prefix(done_ ? remaining_.size() : behind);
+}
+
+double TokenCursor::NextReal() {
+  if (!done_ && separator_.size() == 1) {
+    double value = 0.0;
+    const std::size_t length = text::PlainDecimal(remaining_, value);
+    if (length > 0 && length == remaining_.size()) {
+      done_ = true;
+      return value;
+    }
+    if (length > 0 && remaining_[length] == separator_[0]) {
+      remaining_.remove_prefix(length + 1);
+      return value;
+    }
   }
-  done_ = done_ || count > 0;
-  remaining_.remove_prefix(done_ ? remaining_.size() : i);
+  return text::RealPrefix(Next());
 }
 
 std::vector<std::string_view> SplitTokens(std::string_view line, std::string_view separator) {

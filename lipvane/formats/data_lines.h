@@ -25,6 +25,8 @@ class TokenCursor {
   /// The next token; the empty text when there is none.
   std::string_view Next();
   void Skip(int count);
+  /// RealPrefix of the next token.
+  double NextReal();
   bool Done() const { return done_; }
 
  private:

@@ -10,13 +10,12 @@
 #include "lipvane/formats/layout.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/limits.h"
-#include "lipvane/text/numbers.h"
 
 namespace lipvane {
 namespace {
 
 float NextFloat(TokenCursor& tokens) {
-  return static_cast<float>(text::RealPrefix(tokens.Next()));
+  return static_cast<float>(tokens.NextReal());
 }
 
 template <typename T>

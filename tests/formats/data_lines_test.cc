@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstddef>
+#include <random>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "lipvane/text/numbers.h"
 
 namespace lipvane {
 namespace {
@@ -57,9 +61,18 @@ TEST(SplitTokens, SplitsAtSingleSeparators) {
 }
 
 TEST(TokenCursor, SkipsWhatNextWouldGive) {
-  for (const char* line :
-       {"", " ", "a", "a ", " a", "a b", "a b ", "a  b c", "aa bb  ", "a b c d"}) {
-    for (int count = 0; count < 6; ++count) {
+  std::vector<std::string> lines = {"",    " ",    "a",      "a ",      " a",
+                                    "a b", "a b ", "a  b c", "aa bb  ", "a b c d"};
+  std::mt19937 random(3);
+  for (int i = 0; i < 3000; ++i) {
+    std::string& line = lines.emplace_back(random() % 80, 'x');
+    // Doubled ones are rare in most.
+    const unsigned rarity = 2 + static_cast<unsigned>(i % 9);
+    for (std::size_t place = i % 3; place < line.size(); place += 1 + random() % (2 * rarity))
+      line[place] = ' ';
+  }
+  for (const std::string& line : lines) {
+    for (int count = 0; count < 26; ++count) {
       TokenCursor skipping(line, " ");
       TokenCursor stepping(line, " ");
       skipping.Skip(count);
@@ -67,6 +80,25 @@ TEST(TokenCursor, SkipsWhatNextWouldGive) {
         stepping.Next();
       EXPECT_EQ(skipping.Done(), stepping.Done()) << line << '|' << count;
       EXPECT_EQ(skipping.Next(), stepping.Next()) << line << '|' << count;
+    }
+  }
+}
+
+TEST(TokenCursor, ReadsTheNumbersThatTokensBeginWith) {
+  const std::string line =
+      "-0.5 12 3. .5 1e-05 nan -1.#IND 0.123456789012345 0.1234567890123456 12345678901234567890 "
+      "+7 "
+      "-0 5x - -. 99999999999999.9 7";
+  for (const std::string& numbers :
+       {line, line + " ", line + "  8", std::string(" 1"), std::string()}) {
+    TokenCursor reading(numbers, " ");
+    TokenCursor stepping(numbers, " ");
+    for (int i = 0; i < 20; ++i) {
+      const double expected = text::RealPrefix(stepping.Next());
+      const double value = reading.NextReal();
+      EXPECT_EQ(value, expected) << i;
+      EXPECT_EQ(std::signbit(value), std::signbit(expected)) << i;
+      EXPECT_EQ(reading.Done(), stepping.Done()) << i;
     }
   }
 }
