@@ -64,10 +64,10 @@ TEST(TokenCursor, SkipsWhatNextWouldGive) {
   std::vector<std::string> lines = {"",    " ",    "a",      "a ",      " a",
                                     "a b", "a b ", "a  b c", "aa bb  ", "a b c d"};
   std::mt19937 random(3);
-  for (int i = 0; i < 3000; ++i) {
+  for (unsigned i = 0; i < 3000; ++i) {
     std::string& line = lines.emplace_back(random() % 80, 'x');
     // Doubled ones are rare in most.
-    const unsigned rarity = 2 + static_cast<unsigned>(i % 9);
+    const unsigned rarity = 2 + i % 9;
     for (std::size_t place = i % 3; place < line.size(); place += 1 + random() % (2 * rarity))
       line[place] = ' ';
   }
