@@ -1,0 +1,70 @@
+#include "bench/played_face.h"
+
+#include <cstddef>
+#include <string>
+
+namespace lipvane::bench {
+namespace {
+
+constexpr int kExpressionPosesOfRig = 4;
+
+naive::Bone NaiveBone(const TIndexedBone& bone) {
+  const Vector3& t = bone.translation;
+  const Quaternion& r = bone.rotation;
+  return {{t.x, t.y, t.z}, {r.w, r.x, r.y, r.z}};
+}
+
+}  // namespace
+
+naive::Rig NaiveRig(TBonePoseInfo& rig) {
+  naive::Rig result;
+  result.ids = rig.boneIds;
+  for (TBonePose& pose : rig.poses) {
+    naive::Pose bones;
+    for (int b = 0; b < pose.BoneCount(); ++b)
+      bones.push_back(NaiveBone(pose.GetBone(b)));
+    result.poses.push_back(bones);
+  }
+  result.blended.resize(result.ids.size());
+  return result;
+}
+
+naive::Track NaiveTrack(const TAnimationTrack& track) {
+  naive::Track result;
+  for (int k = 0; k < track.KeyCount(); ++k)
+    result.push_back({track.GetKey(k)->time, track.GetKey(k)->value});
+  return result;
+}
+
+PlayedFace::PlayedFace(unsigned seed, Turns turns, const FaceSize& size) {
+  RandomFace random(seed, turns);
+  const auto track = [&](const std::string& name, bool isActive) {
+    return isActive ? random.Track(name, size.keys, size.lowest, size.highest)
+                    : random.Track(name, size.keys, 0.0, 0.0);
+  };
+  TBonePoseInfo rig = random.Rig(size.bones, 1 + size.speechTargets + kExpressionPosesOfRig);
+  controller_.SetBonePoseInfo(rig);
+  naive_.rig = NaiveRig(rig);
+  for (int t = 0; t < size.speechTargets; ++t) {
+    animation_.AddTrack(track("Target", t < size.activeTargets));
+    naive_.tracks.push_back(NaiveTrack(*animation_.GetTrack(t)));
+  }
+  for (int e = 0; e < size.expressions; ++e) {
+    const std::string name = "Expression" + std::to_string(e);
+    // Neighbours share half of their bones.
+    TExpressionInfo expression = random.Expression(name, rig, e * size.expressionBones / 2,
+                                                   size.expressionBones, size.expressionPoses);
+    controller_.AddExpression(expression);
+    animation_.AddExpressionTrack(track(name, e < size.activeExpressions));
+    naive_.expressions.push_back(
+        {NaiveRig(expression), NaiveTrack(*animation_.GetExpressionTrack(name))});
+  }
+  animation_.Digest();
+  controller_.InitializeBones(out_);
+  naive_.weights.resize(rig.poses.size());
+  for (int b = 0; b < out_.BoneCount(); ++b)
+    naive_.outIds.push_back(out_.GetBone(b).boneIndex);
+  naiveOut_.resize(naive_.outIds.size());
+}
+
+}  // namespace lipvane::bench
