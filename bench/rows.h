@@ -1,0 +1,17 @@
+#pragma once
+
+#include <vector>
+
+#include "bench/paired.h"
+
+/// What is measured, and what it has to reach.
+namespace lipvane::bench {
+
+/// Blends, whole frames and tracks.
+std::vector<Row> EngineRows();
+/// Bone pose files.
+std::vector<Row> FormatRows();
+/// Scenes, and the command line as a process.
+std::vector<Row> ProgramRows();
+
+}  // namespace lipvane::bench
