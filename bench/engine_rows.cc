@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include <memory>
-#include <utility>
+#include <string>
 
 #include "bench/playback.h"
 #include "bench/played_face.h"
@@ -16,23 +16,20 @@ constexpr int kPoses = 20;
 constexpr int kSamples = 600;
 
 Contenders Blends(std::size_t weightsSet) {
-  struct Data {
-    TBonePoseInfo rig = RandomFace(kSeed, Turns::kNear).Rig(kBones, kPoses);
-    naive::Rig naiveRig = NaiveRig(rig);
-    std::vector<double> weights;
-  };
-  const auto data = std::make_shared<Data>();
-  data->weights = SomeWeights(kPoses, weightsSet);
-  return {{[data] {
-            data->rig.Blend(data->weights);
-            benchmark::DoNotOptimize(data->rig.blendedBones.data());
-            benchmark::ClobberMemory();
-          }},
-          {[data] {
-            naive::Blend(data->naiveRig, data->naiveRig.poses[0], data->weights);
-            benchmark::DoNotOptimize(data->naiveRig.blended.data());
-            benchmark::ClobberMemory();
-          }}};
+  TBonePoseInfo rig = RandomFace(kSeed, Turns::kNear).Rig(kBones, kPoses);
+  std::vector<double> weights = SomeWeights(kPoses, weightsSet);
+  const std::string name = "blend, weights set: " + std::to_string(weightsSet);
+  return {{name,
+           [rig, weights]() mutable {
+             rig.Blend(weights);
+             benchmark::DoNotOptimize(rig.blendedBones.data());
+             benchmark::ClobberMemory();
+           }},
+          {name + ", naive", [naiveRig = NaiveRig(rig), weights]() mutable {
+             naive::Blend(naiveRig, naiveRig.poses[0], weights);
+             benchmark::DoNotOptimize(naiveRig.blended.data());
+             benchmark::ClobberMemory();
+           }}};
 }
 
 Contenders Frames(int activeTargets, int activeExpressions) {
@@ -40,29 +37,33 @@ Contenders Frames(int activeTargets, int activeExpressions) {
   size.activeTargets = activeTargets;
   size.activeExpressions = activeExpressions;
   const auto face = std::make_shared<PlayedFace>(kSeed, Turns::kNear, size);
-  Moments moments = InOrder(face->Length(), kMoments);
-  return {{[face, moments]() mutable {
-            face->Play(moments.Next());
-            benchmark::ClobberMemory();
-          }},
-          {[face, moments]() mutable {
-            face->PlayNaive(moments.Next());
-            benchmark::ClobberMemory();
-          }}};
+  const Moments inTime(face->Length(), Order::kInTime);
+  const std::string name = "frame, targets active: " + std::to_string(activeTargets);
+  return {{name,
+           [face, moments = inTime]() mutable {
+             face->Play(moments.Next());
+             benchmark::ClobberMemory();
+           }},
+          {name + ", naive", [face, moments = inTime]() mutable {
+             face->PlayNaive(moments.Next());
+             benchmark::ClobberMemory();
+           }}};
 }
 
-Contender Samples(int keys, Moments (*makeMoments)(double, std::size_t)) {
-  TAnimationTrack track = RandomFace(kSeed, Turns::kNear).Track("Target", keys, 0.0, 1.0);
-  Moments moments = makeMoments(track.GetKey(keys - 1)->time, kMoments);
-  return {[track = std::move(track), moments = std::move(moments)]() mutable {
+Contender Samples(int keys, Order order) {
+  const TAnimationTrack track = RandomFace(kSeed, Turns::kNear).Track("Target", keys, 0.0, 1.0);
+  const Moments all(track.GetKey(keys - 1)->time, order);
+  return {std::string("samples ") + (order == Order::kInTime ? "in order" : "at random") +
+              ", keys: " + std::to_string(keys),
+          [track, moments = all]() mutable {
             for (int i = 0; i < kSamples; ++i)
               benchmark::DoNotOptimize(track.ValueAtTime(moments.Next()));
           },
           kSamples};
 }
 
-Contenders LongTrackToShort(Moments (*makeMoments)(double, std::size_t)) {
-  return {Samples(10000, makeMoments), Samples(100, makeMoments)};
+Contenders LongTrackToShort(Order order) {
+  return {Samples(10000, order), Samples(100, order)};
 }
 
 }  // namespace
@@ -75,9 +76,9 @@ std::vector<Row> EngineRows() {
        [] { return Frames(3, 1); }},
       {"whole frame, all active", Ratio::kTime, 0.20, 0.08, [] { return Frames(15, 4); }},
       {"track in order, 10000 keys to 100", Ratio::kTime, 1.5, 1.1,
-       [] { return LongTrackToShort(InOrder); }},
+       [] { return LongTrackToShort(Order::kInTime); }},
       {"track at random, 10000 keys to 100", Ratio::kTime, 3.0, 2.0,
-       [] { return LongTrackToShort(AtRandom); }},
+       [] { return LongTrackToShort(Order::kRandom); }},
   };
 }
 

@@ -19,7 +19,7 @@ using Json = nlohmann::ordered_json;
 
 std::vector<Row> RowsNamed(const std::string& part) {
   std::vector<Row> rows;
-  for (const auto& room : {lipvane::bench::EngineRows(), lipvane::bench::FormatRows(),
+  for (const auto& room : {lipvane::bench::EngineRows(), lipvane::bench::FormatsRows(),
                            lipvane::bench::ProgramRows()}) {
     for (const Row& row : room) {
       if (row.name.find(part) != std::string::npos) rows.push_back(row);
@@ -57,7 +57,10 @@ int Main(int argc, char** argv) {
   const std::vector<Row> rows = RowsNamed(filter);
   if (rows.empty()) throw std::runtime_error("no row's name holds \"" + filter + "\"");
   std::ofstream json;
-  if (!jsonFile.empty()) json.open(jsonFile);
+  if (!jsonFile.empty()) {
+    json.open(jsonFile);
+    if (!json) throw std::runtime_error(jsonFile + ": cannot be written");
+  }
   Json results = Json::array();
   for (const Row& row : rows) {
     const Spread spread = lipvane::bench::Measure(row, std::chrono::duration<double>(seconds));
@@ -65,7 +68,7 @@ int Main(int argc, char** argv) {
     results.push_back(AsJson(row, spread));
   }
   if (!jsonFile.empty() && !(json << results.dump(2) << std::endl)) {
-    throw std::runtime_error(jsonFile + ": cannot be written");
+    throw std::runtime_error(jsonFile + ": could not be written");
   }
   return 0;
 }

@@ -10,36 +10,36 @@ namespace lipvane::bench {
 namespace {
 
 constexpr int kJoints = 100;
-constexpr int kVertices = 5000;
+constexpr int kElements = 5000;
 constexpr int kInStatement = 100;
 
-/// The statements of a mesh, in lines as the host breaks them; all meshes share them.
+/// Appends setAttr statements for the elements of an attribute; the host breaks lines likewise.
+template <typename Element>
+void AppendStatements(std::ostream& out, const char* attribute, const char* type,
+                      int elementsInLine, Element element) {
+  for (int first = 0; first < kElements; first += kInStatement) {
+    out << "\tsetAttr \"" << attribute << '[' << first << ':' << first + kInStatement - 1 << "]\""
+        << type;
+    for (int i = 0; i < kInStatement; ++i)
+      out << (i % elementsInLine == 0 ? "\n\t\t" : " ") << element();
+    out << ";\n";
+  }
+}
+
+/// What all meshes say: vertices, edges, faces.
 std::string MeshStatements() {
   std::mt19937 random(5);
-  std::uniform_real_distribution<double> place(-20.0, 20.0);
-  std::uniform_int_distribution<int> vertex(0, kVertices - 1);
-  std::ostringstream out;
-  out << "\tsetAttr -k off \".v\";\n\tsetAttr \".vir\" yes;\n";
-  const auto statements = [&](const char* attribute, const char* type, int perLine, auto element) {
-    for (int first = 0; first < kVertices; first += kInStatement) {
-      const int last = first + kInStatement - 1;
-      out << "\tsetAttr" << (first == 0 ? " -s 5000" : "") << " \"." << attribute << '[' << first
-          << ':' << last << "]\"" << type;
-      for (int i = first; i <= last; ++i) {
-        out << (i > first && (i - first) % perLine == 0 ? "\n\t\t" : " ");
-        element();
-      }
-      out << ";\n";
-    }
+  const auto place = [&] {
+    return std::to_string(std::uniform_real_distribution<double>(-20.0, 20.0)(random)) + " ";
   };
-  out.precision(8);
-  statements("vt", " ", 2,
-             [&] { out << place(random) << ' ' << place(random) << ' ' << place(random); });
-  statements("ed", " ", 8, [&] { out << vertex(random) << ' ' << vertex(random) << " 0"; });
-  statements("fc", " -type \"polyFaces\" ", 1, [&] {
-    out << "f 4 " << vertex(random) << ' ' << vertex(random) << ' ' << -vertex(random) << ' '
-        << vertex(random);
-  });
+  const auto vertex = [&] {
+    return std::to_string(std::uniform_int_distribution<int>(0, kElements - 1)(random)) + " ";
+  };
+  std::ostringstream out;
+  AppendStatements(out, ".vt", "", 2, [&] { return place() + place() + place(); });
+  AppendStatements(out, ".ed", "", 8, [&] { return vertex() + vertex() + "0"; });
+  AppendStatements(out, ".fc", " -type \"polyFaces\" ", 1,
+                   [&] { return "f 4 " + vertex() + vertex() + vertex() + vertex(); });
   return out.str();
 }
 

@@ -12,6 +12,7 @@ namespace lipvane::bench {
 
 /// One of the two, with all the data that it works on.
 struct Contender {
+  std::string name;
   std::function<void()> work;
   /// What one call of `work` does, in whatever both are counted by: calls, samples, bytes.
   double amount = 1.0;

@@ -1,34 +1,36 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <random>
 #include <vector>
-
-#include "lipvane/engine/track.h"
 
 namespace lipvane::bench {
 
-/// Goes round and round through moments.
+enum class Order { kInTime, kRandom };
+
+/// The moments of the frames, 60 a second, of a play of this length in milliseconds that is
+/// repeated without end.
 class Moments {
  public:
-  explicit Moments(std::vector<double> times) : times_(std::move(times)) {}
+  Moments(double length, Order order) {
+    for (std::size_t i = 0; i < kCount; ++i)
+      times_.push_back(std::fmod(static_cast<double>(i) * 1000.0 / 60.0, length));
+    if (order == Order::kRandom) std::shuffle(times_.begin(), times_.end(), std::mt19937(1));
+  }
+
   double Next() {
-    const double time = times_[next_];
-    next_ = next_ + 1 < times_.size() ? next_ + 1 : 0;
-    return time;
+    next_ = next_ + 1 < kCount ? next_ + 1 : 0;
+    return times_[next_];
   }
 
  private:
+  /// So many that a processor does not learn a random order by heart.
+  static constexpr std::size_t kCount = 60000;
+
   std::vector<double> times_;
   std::size_t next_ = 0;
 };
-
-/// The moments of so many frames, 60 a second, of a play of this length in milliseconds; played
-/// again from its start when there are more.
-Moments InOrder(double length, std::size_t count);
-/// The same moments in any order.
-Moments AtRandom(double length, std::size_t count);
-
-/// More than a processor could learn by heart, were they few enough to repeat.
-inline constexpr std::size_t kMoments = 60000;
 
 }  // namespace lipvane::bench

@@ -24,8 +24,10 @@ Contenders Opening() {
   const auto folder = std::make_shared<test::TemporaryFolder>();
   const std::string name = folder->Path("meshes.ma");
   WriteMeshScene(name, kSceneBytes);
-  return {{[folder, name] { benchmark::DoNotOptimize(standalone::Scene::Open(name).NodeCount()); }},
-          {[folder, name] { benchmark::DoNotOptimize(naive::ReadAndCountLineFeeds(name)); }}};
+  return {{"open scene",
+           [folder, name] { benchmark::DoNotOptimize(standalone::Scene::Open(name).NodeCount()); }},
+          {"count line feeds",
+           [folder, name] { benchmark::DoNotOptimize(naive::CountLineFeeds(name)); }}};
 }
 
 /// Runs a program to its end, its output thrown away.
@@ -45,7 +47,8 @@ void Run(std::string program, std::string argument) {
 }
 
 Contenders Starting() {
-  return {{[] { Run(LIPVANE_BINARY, "--version"); }}, {[] { Run("/bin/true", "--"); }}};
+  return {{"lipvane --version", [] { Run(LIPVANE_BINARY, "--version"); }},
+          {"/bin/true", [] { Run("/bin/true", "--"); }}};
 }
 
 }  // namespace

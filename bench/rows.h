@@ -10,7 +10,7 @@ namespace lipvane::bench {
 /// Blends, whole frames and tracks.
 std::vector<Row> EngineRows();
 /// Bone pose files.
-std::vector<Row> FormatRows();
+std::vector<Row> FormatsRows();
 /// Scenes, and the command line as a process.
 std::vector<Row> ProgramRows();
 

@@ -2,27 +2,31 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 namespace lipvane::bench::naive {
 namespace {
 
-/// Passes over numbers and the blank behind each.
-const char* Skipped(const char* at, int count) {
-  while (count > 0) {
-    count -= *at == ' ' ? 1 : 0;
-    ++at;
-  }
-  return at;
+/// The first byte behind `at` that is `wanted`, or the end.
+const char* Find(const char* at, const char* end, char wanted) {
+  const void* found = std::memchr(at, wanted, static_cast<std::size_t>(end - at));
+  return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
-/// Appends numbers and passes over the byte behind each.
-const char* ReadNumbers(const char* at, const char* end, int count, std::vector<float>& numbers) {
-  for (int i = 0; i < count; ++i) {
-    double number = 0.0;
-    at = std::from_chars(at, end, number).ptr + 1;
-    numbers.push_back(static_cast<float>(number));
+constexpr bool IsNeeded(int column) {
+  return (column >= 16 && column <= 18) || (column >= 22 && column <= 25);
+}
+
+void ReadBoneLine(const char* at, const char* end, std::vector<float>& numbers) {
+  for (int column = 0; column < 26; ++column) {
+    const char* const tokenEnd = Find(at, end, ' ');
+    if (IsNeeded(column)) {
+      double number = 0.0;
+      std::from_chars(at, tokenEnd, number);
+      numbers.push_back(static_cast<float>(number));
+    }
+    at = tokenEnd + 1;
   }
-  return at;
 }
 
 }  // namespace
@@ -31,14 +35,9 @@ void ReadBoneLines(std::string_view section, std::vector<float>& numbers) {
   const char* at = section.data();
   const char* const end = at + section.size();
   while (at < end) {
-    if (*at == '\n') {
-      ++at;
-    } else if (*at == '/') {
-      at = std::find(at, end, '\n');
-    } else {
-      at = ReadNumbers(Skipped(at, 16), end, 3, numbers);
-      at = ReadNumbers(Skipped(at, 3), end, 4, numbers);
-    }
+    const char* const lineEnd = Find(at, end, '\n');
+    if (at < lineEnd && *at != '/') ReadBoneLine(at, lineEnd, numbers);
+    at = lineEnd + 1;
   }
 }
 
