@@ -1,10 +1,16 @@
 #include "bench/random_face.h"
 
 #include <algorithm>
-#include <cmath>
+#include <array>
+#include <cstddef>
+#include <utility>
 
 namespace lipvane::bench {
 namespace {
+
+/// For each way to interpolate, and about the two bounds between them.
+constexpr std::array<std::pair<double, double>, 5> kHalfAngles = {
+    {{0.0, 0.0}, {3e-4, 6e-4}, {0.01, 0.9}, {0.985, 0.992}, {1.0, 1.5}}};
 
 Quaternion Scaled(const Quaternion& q, float scale) {
   return {q.w * scale, q.x * scale, q.y * scale, q.z * scale};
@@ -34,11 +40,10 @@ Quaternion RandomFace::Neutral() {
 
 Quaternion RandomFace::Posed(const Quaternion& neutral) {
   if (turns_ == Turns::kNear) return Turned(neutral, 0.01, 0.4);
-  const double kind = Uniform(0.0, 10.0);
-  if (kind < 1.0) return Quaternion(0, 0, 0, 0);
-  if (kind < 3.0) return neutral;
-  const Quaternion rotation = kind < 6.0 ? Turned(neutral, 0.01, 0.9) : Turned(neutral, 1.0, 1.5);
-  return Scaled(rotation, static_cast<float>(Uniform(-2.0, 2.0)));
+  if (Uniform(0.0, 10.0) < 1.0) return Quaternion(0, 0, 0, 0);
+  const auto [least, most] =
+      kHalfAngles[static_cast<std::size_t>(Uniform(0.0, kHalfAngles.size()))];
+  return Scaled(Turned(neutral, least, most), static_cast<float>(Uniform(-2.0, 2.0)));
 }
 
 TBonePoseInfo RandomFace::Rig(int bones, int poses) {
