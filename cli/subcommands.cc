@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -238,6 +239,20 @@ void AddBake(CLI::App& app, Work& work) {
   });
 }
 
+CLI::Option* AddTier(CLI::App& command, std::string& value) {
+  return command
+      .add_option(
+          "--tier", value,
+          "The tier of a TextGrid [the only one whose name ends in \"phones\"], or the voice "
+          "of a Papagayo project")
+      ->type_name("NAME");
+}
+
+CLI::Option* AddMohoRate(CLI::App& command, std::optional<double>& value) {
+  return AddValue(command, "--fps", "N", "Frames a second of a Moho switch file [24]", value,
+                  ReadRate);
+}
+
 void AddSpeak(CLI::App& app, Work& work) {
   CLI::App* command =
       app.add_subcommand("speak", "Make an animation file (LTF) of the timing of a spoken line");
@@ -252,11 +267,7 @@ void AddSpeak(CLI::App& app, Work& work) {
   CLI::Option* output = command->add_option(
       "-o", options->output, "Write the animation here instead of to standard output");
   output->type_name("FILE.ltf");
-  CLI::Option* tier = command->add_option(
-      "--tier", options->timingOptions.tier,
-      "The tier of a TextGrid [the only one whose name ends in \"phones\"], or the voice of a "
-      "Papagayo project");
-  tier->type_name("NAME");
+  CLI::Option* tier = AddTier(*command, options->timingOptions.tier);
   AddValue(*command, "--ramp", "MS",
            "How far from its ends a long phone begins to be held, in milliseconds [80]",
            options->trackOptions.rampMs, ReadAmount<speech::kLongestShift>);
@@ -271,8 +282,7 @@ void AddSpeak(CLI::App& app, Work& work) {
   CLI::Option* unknown = command->add_option("--unknown", options->unknown,
                                              "What stands for labels that nothing else explains");
   unknown->type_name("PHONEME");
-  AddValue(*command, "--fps", "N", "Frames a second of a Moho switch file [24]",
-           options->timingOptions.framesPerSecond, ReadRate);
+  AddMohoRate(*command, options->timingOptions.framesPerSecond);
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseEmpty(*shapes);
@@ -316,13 +326,8 @@ void AddPlot(CLI::App& app, Work& work) {
   CLI::Option* timing =
       command->add_option("TIMING,--timing", options->timing,
                           "Timing of what is spoken, to stand below: any file that speak takes");
-  CLI::Option* tier = command->add_option(
-      "--tier", options->timingOptions.tier,
-      "The tier of a TextGrid or the voice of a Papagayo project, as for speak");
-  tier->type_name("NAME")->needs(timing);
-  AddValue(*command, "--fps", "N", "Frames a second of a Moho switch file [24]",
-           options->timingOptions.framesPerSecond, ReadRate)
-      ->needs(timing);
+  CLI::Option* tier = AddTier(*command, options->timingOptions.tier)->needs(timing);
+  AddMohoRate(*command, options->timingOptions.framesPerSecond)->needs(timing);
   AddTicksPerSecond(*command, options->ticksPerSecond);
   CLI::Option* output =
       command->add_option("-o", options->output, "Write here instead of to standard output");

@@ -50,11 +50,12 @@ Meaning Meanings::OfShape(const std::string& label) const {
 }
 
 Meaning Meanings::Of(const std::string& label) const {
-  // A shape that the user's own rows lack is unknown, not the phoneme of the same letter.
   const Meaning shape = OfShape(label);
-  const bool isOfSet = !ShapePhoneme(shapeSet_, label).empty();
-  if (isOfSet || (shapeSet_ != ShapeSet::kNone && shape.weights != nullptr)) return shape;
-
+  if (shapeSet_ != ShapeSet::kNone) {
+    // One that the user's own rows lack is unknown, not the phoneme of the same letter.
+    const bool isOfSet = !ShapePhoneme(shapeSet_, label).empty();
+    if (isOfSet || shape.weights != nullptr) return shape;
+  }
   const auto found = phonemes_.find(label);
   // An empty name in a table is an accident, an empty label is silence.
   if (found != phonemes_.end() && !label.empty()) return {&found->second, found->first};

@@ -10,6 +10,7 @@
 #include <limits>
 #include <system_error>
 
+#include "lipvane/text/powers_of_ten.h"
 #include "lipvane/text/real_conversion.h"
 #include "lipvane/text/six_digits.h"
 
@@ -168,8 +169,6 @@ double RealPrefix(std::string_view token) {
 std::size_t PlainDecimal(std::string_view text, double& value) {
   // Digits and power of ten are then exact in double precision, and one division rounds right.
   constexpr std::size_t kMostDigits = 15;
-  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
   const bool isNegative = !text.empty() && text[0] == '-';
   std::size_t i = isNegative ? 1 : 0;
   std::uint64_t digits = 0;
@@ -180,7 +179,7 @@ std::size_t PlainDecimal(std::string_view text, double& value) {
     behindPoint = TakeDigits(text, i, kMostDigits + 1, digits);
   }
   if (whole == 0 || whole > kMostDigits || behindPoint > kMostDigits - whole) return 0;
-  const double size = static_cast<double>(digits) / kPowers[behindPoint];
+  const double size = static_cast<double>(digits) / kPowersOfTen[behindPoint];
   value = isNegative ? -size : size;
   return i;
 }

@@ -4,17 +4,13 @@
 #include <cstdint>
 #include <cstring>
 
+#include "lipvane/text/powers_of_ten.h"
 #include "lipvane/text/real_conversion.h"
 
 namespace lipvane::text {
 namespace {
 
 constexpr int kDigits = 6;
-
-/// Powers of ten up to here are exact in double precision.
-constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                              1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                              1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // Within these the power of ten that makes six digits of a number is exact.
 constexpr double kLeast = 1e-16;
@@ -27,7 +23,7 @@ struct Decimal {
 };
 
 double Scaled(double value, int power) {
-  return power >= 0 ? value * kPowers[power] : value / kPowers[-power];
+  return power >= 0 ? value * kPowersOfTen[power] : value / kPowersOfTen[-power];
 }
 
 /// Of a positive number. One rounding leaves the scaled number off by less than 1e-9; where that
