@@ -19,6 +19,8 @@ function(lipvane_room name)
   file(REMOVE_RECURSE ${root})
   file(MAKE_DIRECTORY ${root}/${folder})
   foreach(header IN LISTS room_HEADERS)
+    cmake_path(GET header PARENT_PATH subfolder)
+    file(MAKE_DIRECTORY ${root}/${folder}/${subfolder})
     file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${root}/${folder}/${header}
          RESULT failed SYMBOLIC)
     if(failed)  # no links here (Windows without the right to make them): all rooms are in sight

@@ -19,12 +19,6 @@ T& Grown(std::vector<T>& array, int i) {
   return array.at(index);
 }
 
-/// The weight of pose `j`. Deliberate: an array that is too short grows with zeros, but an empty
-/// one stays empty and means that every weight is 0.
-inline float WeightOfPose(std::vector<double>& weights, int j) {
-  return weights.empty() ? 0.0F : static_cast<float>(Grown(weights, j));
-}
-
 /// Element `i`, or null when there is none.
 template <typename T>
 T* ElementOrNull(std::vector<T>& array, int i) {

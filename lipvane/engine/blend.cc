@@ -1,15 +1,15 @@
 #include <cmath>
+#include <cstddef>
+#include <numeric>
 
 #include "lipvane/engine/arrays.h"
 #include "lipvane/engine/bone_pose.h"
+#include "lipvane/engine/interpolation.h"
+#include "lipvane/engine/step_batch.h"
 
 // Everything here is in single precision: the thresholds decide by it.
 namespace lipvane {
 namespace {
-
-constexpr float kSameRotation = 0.99999988079071044921875F;
-constexpr float kLinear = 0.55F;
-constexpr float kShortestSquared = 1e-5F;
 
 Quaternion Sum(float k1, const Quaternion& q1, float k2, const Quaternion& q2) {
   return {k1 * q1.w + k2 * q2.w, k1 * q1.x + k2 * q2.x, k1 * q1.y + k2 * q2.y,
@@ -59,27 +59,53 @@ void _Blend(const Vector3& poseT, Quaternion& poseR,  // NOLINT(bugprone-reserve
 
 void TBonePoseInfo::Blend(std::vector<double>& weights) {
   Trail("TBonePoseInfo::Blend", [&] {
-    GetPose(0);
-    for (int i = 0; i < static_cast<int>(boneNames.size()); ++i) {
-      const TIndexedBone neutral = GetPose(0).GetBone(i);
-      BlendBone(i, neutral, weights);
-    }
+    TBonePose& start = GetPose(0);
+    if (boneNames.empty()) return;
+    GrowForBlend(start, weights);
+    const std::vector<int>& left =
+        kept_.Blend(start, poses, weights, boneNames.size(), blendedBones);
+    AddPoses(left, start, weights);
   });
 }
 
-void TBonePoseInfo::BlendBone(int i, const TIndexedBone& reference, std::vector<double>& weights) {
-  const Quaternion inverse = reference.rotation.Inverse();
-  Vector3 translation = reference.translation;
-  Quaternion rotation = reference.rotation;
+void TBonePoseInfo::BlendStepByStep(TBonePose& start, std::vector<double>& weights) {
+  if (boneNames.empty()) return;
+  GrowForBlend(start, weights);
+  std::vector<int> all(boneNames.size());
+  std::iota(all.begin(), all.end(), 0);
+  AddPoses(all, start, weights);
+}
+
+void TBonePoseInfo::GrowForBlend(TBonePose& start, std::vector<double>& weights) {
+  const int bones = static_cast<int>(boneNames.size());
+  start.GrowTo(bones);
+  for (TBonePose& pose : poses) {
+    pose.GrowTo(bones);
+  }
+  // Deliberate: an empty list stays empty and means that every weight is 0.
+  if (!weights.empty() && weights.size() < poses.size()) weights.resize(poses.size());
+  Grown(blendedBones, bones - 1);
+}
+
+void TBonePoseInfo::AddPoses(const std::vector<int>& bones, const TBonePose& start,
+                             const std::vector<double>& weights) {
+  if (bones.empty()) return;
+  for (const int i : bones) {
+    const TIndexedBone& from = start.Bones()[static_cast<std::size_t>(i)];
+    StoreBlended(i, from.translation, from.rotation);
+  }
+  StepBatch steps;
   // Deliberate: the neutral pose takes its turn too. It moves nothing, but flips the rotation's
   // sign.
-  for (int j = 0; j < static_cast<int>(poses.size()); ++j) {
-    const float weight = WeightOfPose(weights, j);
-    TIndexedBone pose = GetPose(j).GetBone(i);
-    _Blend(pose.translation, pose.rotation, reference.translation, reference.rotation, inverse,
-           translation, rotation, weight);
+  for (std::size_t j = 0; j < poses.size(); ++j) {
+    const float weight = weights.empty() ? 0.0F : static_cast<float>(weights[j]);
+    for (const int i : bones) {
+      const auto bone = static_cast<std::size_t>(i);
+      TIndexedBone& blended = blendedBones[bone];
+      steps.Add({&poses[j].Bones()[bone], &start.Bones()[bone], &blended, &blended, weight});
+    }
+    steps.Flush();
   }
-  StoreBlended(i, translation, rotation);
 }
 
 void TBonePoseInfo::StoreBlended(int i, const Vector3& translation, const Quaternion& rotation) {

@@ -8,11 +8,25 @@
 namespace lipvane {
 
 void TBonePose::AddBone(const TIndexedBone& bone) {
-  Trail("TBonePose::AddBone", [&] { bones_.push_back(bone); });
+  Trail("TBonePose::AddBone", [&] {
+    stamp_.Changed();
+    bones_.push_back(bone);
+  });
 }
 
 TIndexedBone& TBonePose::GetBone(int i) {
-  return Trail("TBonePose::GetBone", [&]() -> TIndexedBone& { return Grown(bones_, i); });
+  return Trail("TBonePose::GetBone", [&]() -> TIndexedBone& {
+    stamp_.Lent();
+    return Grown(bones_, i);
+  });
+}
+
+void TBonePose::GrowTo(int bones) {
+  if (bones <= BoneCount()) return;
+  Trail("TBonePose::GetBone", [&] {
+    stamp_.Changed();
+    Grown(bones_, bones - 1);
+  });
 }
 
 TBonePoseInfo::~TBonePoseInfo() noexcept(!kDestructorsRaise) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/engine/content_stamp.h"
+#include "lipvane/engine/kept_poses.h"
 #include "lipvane/engine/math.h"
 #include "lipvane/engine/trail.h"
 
@@ -29,12 +31,20 @@ class TBonePose {
   /// Appends a copy.
   void AddBone(const TIndexedBone& bone);
   /// Bone `i`. A pose that is too short grows with default bones; a negative position is
-  /// std::out_of_range. Valid until the pose grows.
+  /// std::out_of_range. Valid until the pose grows. Who only reads does better with Bones: blends
+  /// look every time at a pose of which somebody may change a bone.
   TIndexedBone& GetBone(int i);
   int BoneCount() const { return static_cast<int>(bones_.size()); }
+  /// All of them, to be read.
+  const std::vector<TIndexedBone>& Bones() const { return bones_; }
+  /// Adds default bones, as GetBone would, until there are as many.
+  void GrowTo(int bones);
+  /// For who keeps something that he made of the bones.
+  const ContentStamp::Mark& Mark() { return stamp_.Current(); }
 
  private:
   std::vector<TIndexedBone> bones_;
+  ContentStamp stamp_;
 };
 
 /// The bones of a rig, their poses and the result of the last blend. Pose 0 is the neutral pose,
@@ -88,10 +98,19 @@ struct TBonePoseInfo {
   void Blend(std::vector<double>& weights);
 
  protected:
-  /// Blends bone `i` of every pose against a reference bone into blendedBones.
-  void BlendBone(int i, const TIndexedBone& reference, std::vector<double>& weights);
+  /// Fills blendedBones from any start, which may be one of the poses.
+  void BlendStepByStep(TBonePose& start, std::vector<double>& weights);
   /// Sets the transform of blended bone `i`; its boneIndex stays.
   void StoreBlended(int i, const Vector3& translation, const Quaternion& rotation);
+
+ private:
+  /// Makes what a blend misses.
+  void GrowForBlend(TBonePose& start, std::vector<double>& weights);
+  /// Blends some bones step by step, one pose after the other.
+  void AddPoses(const std::vector<int>& bones, const TBonePose& start,
+                const std::vector<double>& weights);
+
+  KeptPoses kept_;
 };
 
 /// One pose's contribution to one bone: adds `weight` times its difference from the neutral pose to

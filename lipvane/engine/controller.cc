@@ -28,27 +28,6 @@ class UniqueIds {
   std::unordered_set<int> seen_;
 };
 
-/// What an output bone is composed on: the neutral bone, and the running result.
-struct Composition {
-  TIndexedBone base;
-  Quaternion inverse;
-  Vector3 translation;
-  Quaternion rotation;
-
-  explicit Composition(const TIndexedBone& neutral)
-      : base(neutral),
-        inverse(neutral.rotation.Inverse()),
-        translation(neutral.translation),
-        rotation(neutral.rotation) {}
-
-  void Add(TIndexedBone target, float weight, TIndexedBone& out) {
-    _Blend(target.translation, target.rotation, base.translation, base.rotation, inverse,
-           translation, rotation, weight);
-    out.translation = translation;
-    out.rotation = rotation;
-  }
-};
-
 }  // namespace
 
 TController::~TController() noexcept(!kDestructorsRaise) {
@@ -163,49 +142,8 @@ void TController::FinalBlend(TBonePose& out) {
     if (bonePoseInfo_.poses.empty()) {
       return;
     }
-    for (int b = 0; b < out.BoneCount(); ++b) {
-      ComposeBone(out.GetBone(b));
-    }
+    composer_.Compose(bonePoseInfo_, expressions_, out);
   });
-}
-
-void TController::ComposeBone(TIndexedBone& bone) {
-  const int id = bone.boneIndex;
-  const int position = bonePoseInfo_.FindBoneIndex(id);
-  // Deliberate: a bone that the rig lacks rests on no rotation at all, not on the identity.
-  TIndexedBone base;
-  base.rotation = Quaternion(0, 0, 0, 0);
-  if (position >= 0) {
-    base = bonePoseInfo_.GetPose(0).GetBone(position);
-  }
-  Composition composition(base);
-
-  // Both sums are single precision, which decides where they reach 1.
-  float sum = 0.0F;
-  for (const TExpressionInfo& expression : expressions_) {
-    if (expression.FindBoneIndex(id) >= 0) {
-      sum = static_cast<float>(sum + expression.weight);
-    }
-  }
-  float accumulated = 0.0F;
-  for (TExpressionInfo& expression : expressions_) {
-    double weight = expression.weight;
-    if (weight == 0.0) {
-      continue;
-    }
-    if (sum > 1.0F) {
-      weight /= sum;
-    }
-    if (const TIndexedBone* target = expression.FindBone(id)) {
-      accumulated = static_cast<float>(accumulated + weight);
-      composition.Add(*target, static_cast<float>(weight), bone);
-    }
-  }
-  if (accumulated < 1.0F) {
-    if (const TIndexedBone* speech = bonePoseInfo_.FindBone(id)) {
-      composition.Add(*speech, 1.0F - accumulated, bone);
-    }
-  }
 }
 
 TBonePose TController::BlendedNeutralPose(std::size_t bonesLeftOut) {

@@ -7,6 +7,7 @@
 #include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/engine/expression.h"
+#include "lipvane/engine/frame_composer.h"
 #include "lipvane/engine/trail.h"
 
 namespace lipvane {
@@ -81,12 +82,12 @@ class TController {
 
  private:
   TBonePose BlendedNeutralPose(std::size_t bonesLeftOut);
-  void ComposeBone(TIndexedBone& bone);
 
   bool animationsChanged_ = false;
   TBonePoseInfo bonePoseInfo_;
   std::vector<TExpressionInfo> expressions_;
   std::vector<TAnimation> animations_;
+  FrameComposer composer_;
 };
 
 }  // namespace lipvane

@@ -15,14 +15,17 @@ void TExpressionInfo::Blend(TBonePose* reference, std::vector<double>& weights, 
     if (reference == nullptr) {
       return;
     }
-    for (int i = 0; i < static_cast<int>(boneNames.size()); ++i) {
-      const TIndexedBone start = reference->GetBone(i);
-      if (singlePose) {
-        const TIndexedBone& only = GetPose(0).GetBone(i);
-        StoreBlended(i, only.translation, only.rotation);
-      } else {
-        BlendBone(i, start, weights);
-      }
+    if (!singlePose) {
+      // Every bit counts: a controller composes the result on another start than this one.
+      BlendStepByStep(*reference, weights);
+      return;
+    }
+    const int bones = static_cast<int>(boneNames.size());
+    reference->GrowTo(bones);
+    GetPose(0).GrowTo(bones);
+    for (int i = 0; i < bones; ++i) {
+      const TIndexedBone& only = poses[0].Bones()[static_cast<std::size_t>(i)];
+      StoreBlended(i, only.translation, only.rotation);
     }
   });
 }

@@ -1,5 +1,6 @@
 #include "lipvane/formats/lbp_face.h"
 
+#include <cstddef>
 #include <map>
 #include <utility>
 
@@ -14,17 +15,17 @@ bool IsSame(const TIndexedBone& a, const TIndexedBone& b) {
   return a.translation == b.translation && a.rotation == b.rotation;
 }
 
-TExpressionInfo MakeExpression(const char* name, TBonePoseInfo& rig, int poseNumber) {
+TExpressionInfo MakeExpression(const char* name, TBonePoseInfo& rig, std::size_t poseNumber) {
   TExpressionInfo expression;
   expression.name = name;
   TBonePose pose;
-  for (int i = 0; i < static_cast<int>(rig.boneNames.size()); ++i) {
-    TIndexedBone bone = rig.GetPose(poseNumber).GetBone(i);
-    if (IsSame(bone, rig.GetPose(0).GetBone(i))) continue;
+  for (std::size_t i = 0; i < rig.boneNames.size(); ++i) {
+    TIndexedBone bone = rig.poses[poseNumber].Bones()[i];
+    if (IsSame(bone, rig.poses[0].Bones()[i])) continue;
     bone.boneIndex = pose.BoneCount();
     pose.AddBone(bone);
-    expression.AddBone(rig.GetBoneName(i));
-    expression.boneIds.push_back(rig.GetBoneIndex(i));
+    expression.AddBone(rig.boneNames[i]);
+    expression.boneIds.push_back(rig.boneIds[i]);
   }
   expression.AddPose(pose);
   return expression;
@@ -46,9 +47,9 @@ bool LoadFaceText(std::string_view lbpText, TController& controller, PhonemeMapp
 
   while (TExpressionInfo* earlier = controller.GetExpression(0))
     controller.DeleteExpression(earlier->name);
-  int pose = FirstExpressionPose(read);
+  auto pose = static_cast<std::size_t>(FirstExpressionPose(read));
   for (const char* name : kExpressionNames) {
-    if (pose >= static_cast<int>(rig.poses.size())) break;
+    if (pose >= rig.poses.size()) break;
     controller.AddExpression(MakeExpression(name, rig, pose));
     ++pose;
   }

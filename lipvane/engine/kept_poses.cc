@@ -1,0 +1,33 @@
+#include "lipvane/engine/kept_poses.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <numeric>
+
+#include "lipvane/engine/relative_poses.h"
+
+namespace lipvane {
+
+const std::vector<int>& KeptPoses::Blend(TBonePose& start, std::vector<TBonePose>& poses,
+                                         const std::vector<double>& weights, std::size_t bones,
+                                         std::vector<TIndexedBone>& blended) {
+  weights_.assign(poses.size(), 0.0F);
+  std::transform(weights.begin(), weights.begin() + std::min(weights.size(), poses.size()),
+                 weights_.begin(), [](double weight) { return static_cast<float>(weight); });
+  const bool areServed = std::all_of(weights_.begin(), weights_.end(), [](float weight) {
+    return std::abs(weight) <= RelativePoses::kMostWeight;  // not what is no number
+  });
+  if (!areServed) {
+    left_.resize(bones);
+    std::iota(left_.begin(), left_.end(), 0);
+    return left_;
+  }
+  if (poses_ == nullptr || !poses_->AreOf(start, poses, bones)) {
+    poses_ = std::make_shared<const RelativePoses>(start, poses, bones, poses_.get());
+  }
+  poses_->Blend(weights_, blended, left_);
+  return left_;
+}
+
+}  // namespace lipvane

@@ -1,0 +1,207 @@
+#include "lipvane/engine/relative_poses.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+#include "lipvane/engine/interpolation.h"
+
+namespace lipvane {
+namespace {
+
+using wide::kBlock;
+
+static_assert(std::is_trivially_copyable_v<TIndexedBone> &&
+                  sizeof(TIndexedBone) == wide::kRow * sizeof(float),
+              "bones are compared and blended as rows of numbers");
+
+/// How far the squared length of an ordinary neutral rotation may be from 1. Files of six digits
+/// are far within.
+constexpr double kOddSquaredLength = 0.01;
+
+bool AreEqual(const TIndexedBone* a, const TIndexedBone* b, std::size_t count) {
+  return std::memcmp(a, b, count * sizeof *a) == 0;
+}
+
+bool IsFinite(const TIndexedBone& bone) {
+  const Vector3& t = bone.translation;
+  const Quaternion& r = bone.rotation;
+  // A sum of squares is finite just when all are: none is negative.
+  return std::isfinite(double{t.x} * t.x + double{t.y} * t.y + double{t.z} * t.z +
+                       double{r.w} * r.w + double{r.x} * r.x + double{r.y} * r.y +
+                       double{r.z} * r.z);
+}
+
+double SquaredLength(const Quaternion& q) {
+  return double{q.w} * q.w + double{q.x} * q.x + double{q.y} * q.y + double{q.z} * q.z;
+}
+
+/// In single precision, as _Blend decides by it.
+float Cosine(const Quaternion& a, const Quaternion& b) {
+  return a.w * b.w + a.x * b.x + a.y * b.y + a.z * b.z;
+}
+
+/// conjugate(a) * b / divisor.
+Quaternion Relative(const Quaternion& a, const Quaternion& b, double divisor) {
+  const double w = double{a.w} * b.w + double{a.x} * b.x + double{a.y} * b.y + double{a.z} * b.z;
+  const double x = double{a.w} * b.x - double{a.x} * b.w - double{a.y} * b.z + double{a.z} * b.y;
+  const double y = double{a.w} * b.y + double{a.x} * b.z - double{a.y} * b.w - double{a.z} * b.x;
+  const double z = double{a.w} * b.z - double{a.x} * b.y + double{a.y} * b.x - double{a.z} * b.w;
+  return {static_cast<float>(w / divisor), static_cast<float>(x / divisor),
+          static_cast<float>(y / divisor), static_cast<float>(z / divisor)};
+}
+
+void SetBone(wide::BoneBlock& block, std::size_t lane, const Vector3& t, const Quaternion& r) {
+  block.tx[lane] = t.x;
+  block.ty[lane] = t.y;
+  block.tz[lane] = t.z;
+  block.rw[lane] = r.w;
+  block.rx[lane] = r.x;
+  block.ry[lane] = r.y;
+  block.rz[lane] = r.z;
+}
+
+}  // namespace
+
+RelativePoses::RelativePoses(TBonePose& start, std::vector<TBonePose>& poses, std::size_t bones,
+                             const RelativePoses* before)
+    : bones_(bones), poses_(poses.size()) {
+  const bool isRelated = before != nullptr && before->bones_ == bones_ &&
+                         before->poses_ == poses_ && before->IsTaken(start, poses_);
+  if (isRelated) {
+    *this = *before;
+  } else {
+    const std::size_t blocks = (bones_ + kBlock - 1) / kBlock;
+    taken_.resize((poses_ + 1) * bones_);
+    marks_.resize(poses_ + 1);
+    starts_.resize(blocks);
+    cells_.resize(blocks * poses_);
+    turns_.resize(poses_ * bones_);
+    hasArcs_.resize(poses_);
+    Take(start, poses_);
+  }
+  for (std::size_t pose = 0; pose < poses_; ++pose) {
+    if (isRelated && IsTaken(poses[pose], pose)) continue;
+    Take(poses[pose], pose);
+    Prepare(pose);
+  }
+  PrepareStarts();
+}
+
+bool RelativePoses::AreOf(TBonePose& start, std::vector<TBonePose>& poses,
+                          std::size_t bones) const {
+  if (bones != bones_ || poses.size() != poses_) return false;
+  for (std::size_t pose = 0; pose < poses_; ++pose) {
+    if (!IsTaken(poses[pose], pose)) return false;
+  }
+  return IsTaken(start, poses_);
+}
+
+bool RelativePoses::IsTaken(TBonePose& from, std::size_t pose) const {
+  const ContentStamp::Mark& mark = from.Mark();
+  if (mark != nullptr) return mark == marks_[pose];
+  return AreEqual(Taken(pose), from.Bones().data(), bones_);
+}
+
+void RelativePoses::Take(TBonePose& from, std::size_t pose) {
+  marks_[pose] = from.Mark();
+  std::copy_n(from.Bones().data(), bones_, taken_.data() + pose * bones_);
+}
+
+void RelativePoses::Prepare(std::size_t pose) {
+  hasArcs_[pose] = 0;
+  for (std::size_t bone = 0; bone < bones_; ++bone) {
+    const TIndexedBone& from = Taken(poses_)[bone];
+    const TIndexedBone& to = Taken(pose)[bone];
+    const Quaternion& neutral = from.rotation;
+    const double squared = SquaredLength(neutral);
+    const Vector3 moved(to.translation.x - from.translation.x,
+                        to.translation.y - from.translation.y,
+                        to.translation.z - from.translation.z);
+    Quaternion aligned = to.rotation;
+    Quaternion::AlignHemisphere(aligned, neutral);
+    aligned.Normalize();
+    const float cosine = Cosine(neutral, aligned);
+
+    Turn& turn = turns_[pose * bones_ + bone];
+    turn = {};
+    turn.isOdd = !IsFinite({moved, to.rotation, 0}) || !IsFinite(from) || cosine < 0.0F ||
+                 std::abs(squared - 1.0) > kOddSquaredLength;
+    Quaternion relative;
+    if (cosine > kSameRotation) {
+      turn.factor = squared;
+    } else {
+      turn.factor = std::sqrt(squared);
+      relative = Relative(neutral, aligned, squared);
+      if (!(cosine > kLinear)) {
+        turn.angle = std::acos(cosine);
+        turn.sine = std::sin(turn.angle);
+        hasArcs_[pose] = 1;
+      }
+    }
+    SetBone(cells_[bone / kBlock * poses_ + pose], bone % kBlock, moved, relative);
+  }
+}
+
+void RelativePoses::PrepareStarts() {
+  oddBones_.clear();
+  for (std::size_t bone = 0; bone < bones_; ++bone) {
+    double factor = 1.0;
+    bool isOdd = false;
+    for (std::size_t pose = 0; pose < poses_; ++pose) {
+      const Turn& turn = turns_[pose * bones_ + bone];
+      factor *= -turn.factor;
+      isOdd = isOdd || turn.isOdd;
+    }
+    if (isOdd) oddBones_.push_back(static_cast<int>(bone));
+    const TIndexedBone& start = Taken(poses_)[bone];
+    const Quaternion& r = start.rotation;
+    // A first difference of 0 makes -0 to 0.
+    const float zero = 0.0F;
+    SetBone(starts_[bone / kBlock].bones, bone % kBlock,
+            {start.translation.x + zero, start.translation.y + zero, start.translation.z + zero},
+            {static_cast<float>(r.w * factor), static_cast<float>(r.x * factor),
+             static_cast<float>(r.y * factor), static_cast<float>(r.z * factor)});
+    // Nothing is near to what is no number: an odd bone is not unsure, too.
+    starts_[bone / kBlock].squaredLength[bone % kBlock] =
+        isOdd ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(SquaredLength(r));
+  }
+}
+
+std::vector<wide::ShareBlock> RelativePoses::Shares(std::size_t pose, float weight) const {
+  std::vector<wide::ShareBlock> shares(starts_.size());
+  for (std::size_t bone = 0; bone < bones_; ++bone) {
+    const Turn& turn = turns_[pose * bones_ + bone];
+    float& ofStart = shares[bone / kBlock].ofStart[bone % kBlock];
+    float& ofPose = shares[bone / kBlock].ofPose[bone % kBlock];
+    ofStart = 1.0F - weight;
+    ofPose = weight;
+    if (turn.sine != 0.0F) {
+      ofStart = std::sin(ofStart * turn.angle) / turn.sine;
+      ofPose = std::sin(ofPose * turn.angle) / turn.sine;
+    }
+  }
+  return shares;
+}
+
+void RelativePoses::Blend(const std::vector<float>& weights, std::vector<TIndexedBone>& blended,
+                          std::vector<int>& left) const {
+  std::vector<std::vector<wide::ShareBlock>> arcs;
+  std::vector<const wide::ShareBlock*> shares;
+  for (std::size_t pose = 0; pose < poses_; ++pose) {
+    if (hasArcs_[pose] == 0 || weights[pose] == 0.0F) continue;
+    shares.resize(poses_);
+    arcs.push_back(Shares(pose, weights[pose]));
+    shares[pose] = arcs.back().data();
+  }
+  left.resize(bones_);
+  left.resize(
+      wide::BestLoops().blend({starts_.data(), cells_.data(), poses_, weights.data(),
+                               shares.empty() ? nullptr : shares.data(), blended.data(), bones_},
+                              left.data()));
+  left.insert(left.end(), oddBones_.begin(), oddBones_.end());
+}
+
+}  // namespace lipvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "lipvane/engine/bone_pose.h"
+#include "lipvane/engine/wide/blend_loops.h"
+
+namespace lipvane {
+
+/// Poses in the form that blends fastest: relative to the pose that they start from, and several
+/// bones side by side.
+///
+/// One pose turns a bone from its neutral rotation N (of length n) by inverse(N) * D, where D lies
+/// between N and the aligned pose P. With H = conjugate(N) * P / n^2, known before any weight is,
+/// that product is -n * Unit((1 - w) * identity + w * H); so a step needs one product instead of
+/// two, nothing is aligned or normalised twice, and a pose of weight 0 costs nothing: the factors
+/// -n of all poses are part of what a blend starts from. Where D is N itself, H is the identity and
+/// the factor is -n^2. What differs from the plain way (_Blend) is rounding alone.
+class RelativePoses {
+ public:
+  /// Of the first `bones` bones of each pose, of which every one has as many. What `before` has of
+  /// the same poses is taken over; it may be null.
+  RelativePoses(TBonePose& start, std::vector<TBonePose>& poses, std::size_t bones,
+                const RelativePoses* before);
+
+  /// Whether they are relative to just this start and of just these poses: by the poses' marks, or
+  /// number for number where somebody holds a reference to a bone.
+  bool AreOf(TBonePose& start, std::vector<TBonePose>& poses, std::size_t bones) const;
+
+  /// Fills the transforms of `blended`, a bone each. The weights are one a pose and none exceeds
+  /// kMostWeight either way. `left` gets the bones that it does not serve: odd ones (a neutral
+  /// rotation far from unit length, a pose without rotation, numbers that are not finite), and
+  /// those that rounding might take across a bound when a controller composes them.
+  void Blend(const std::vector<float>& weights, std::vector<TIndexedBone>& blended,
+             std::vector<int>& left) const;
+
+  /// Far beyond what is animated; with more, rounding would differ by more than 5e-6.
+  static constexpr float kMostWeight = 4.0F;
+
+ private:
+  /// What a pose does to a bone beyond its relative rotation.
+  struct Turn {
+    double factor = 1.0;  ///< n or n^2
+    float angle = 0.0F;   ///< between N and P where D goes along the arc, and its sine; else 0
+    float sine = 0.0F;
+    bool isOdd = false;
+  };
+
+  bool IsTaken(TBonePose& from, std::size_t pose) const;
+  void Take(TBonePose& from, std::size_t pose);
+  const TIndexedBone* Taken(std::size_t pose) const { return taken_.data() + pose * bones_; }
+  void Prepare(std::size_t pose);
+  void PrepareStarts();
+  std::vector<wide::ShareBlock> Shares(std::size_t pose, float weight) const;
+
+  std::size_t bones_;
+  std::size_t poses_;
+  std::vector<TIndexedBone> taken_;        // all bones of each pose, then of the start
+  std::vector<ContentStamp::Mark> marks_;  // each pose, then the start
+  std::vector<wide::StartBlock> starts_;
+  std::vector<wide::BoneBlock> cells_;  // all poses of each block of bones
+  std::vector<Turn> turns_;             // all bones of each pose
+  std::vector<char> hasArcs_;           // each pose
+  std::vector<int> oddBones_;
+};
+
+}  // namespace lipvane
