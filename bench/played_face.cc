@@ -16,13 +16,13 @@ naive::Bone NaiveBone(const TIndexedBone& bone) {
 
 }  // namespace
 
-naive::Rig NaiveRig(TBonePoseInfo& rig) {
+naive::Rig NaiveRig(const TBonePoseInfo& rig) {
   naive::Rig result;
   result.ids = rig.boneIds;
-  for (TBonePose& pose : rig.poses) {
+  for (const TBonePose& pose : rig.poses) {
     naive::Pose bones;
-    for (int b = 0; b < pose.BoneCount(); ++b)
-      bones.push_back(NaiveBone(pose.GetBone(b)));
+    for (const TIndexedBone& bone : pose.Bones())
+      bones.push_back(NaiveBone(bone));
     result.poses.push_back(bones);
   }
   result.blended.resize(result.ids.size());
@@ -62,8 +62,8 @@ PlayedFace::PlayedFace(unsigned seed, Turns turns, const FaceSize& size) {
   animation_.Digest();
   controller_.InitializeBones(out_);
   naive_.weights.resize(rig.poses.size());
-  for (int b = 0; b < out_.BoneCount(); ++b)
-    naive_.outIds.push_back(out_.GetBone(b).boneIndex);
+  for (const TIndexedBone& bone : out_.Bones())
+    naive_.outIds.push_back(bone.boneIndex);
   naiveOut_.resize(naive_.outIds.size());
 }
 

@@ -9,7 +9,7 @@
 namespace lipvane::bench {
 
 /// The same values for the naive reference.
-naive::Rig NaiveRig(TBonePoseInfo& rig);
+naive::Rig NaiveRig(const TBonePoseInfo& rig);
 naive::Track NaiveTrack(const TAnimationTrack& track);
 
 /// What a face consists of.
