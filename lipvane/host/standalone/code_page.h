@@ -13,6 +13,8 @@ class CodePage {
   /// As the header of a scene file names it.
   static CodePage OfScene(std::string_view source);
 
+  /// Can a character have two bytes?
+  bool IsDoubleByte() const { return isDoubleByte_; }
   /// The bytes of the character at `i`.
   std::size_t Width(std::string_view text, std::size_t i) const {
     return isDoubleByte_ && IsDouble(text, i) ? 2 : 1;

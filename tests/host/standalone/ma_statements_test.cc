@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,6 +32,38 @@ TEST(StatementScanner, EndsStatementsAtSemicolonsOutsideStringsAndComments) {
   EXPECT_EQ(Statements("// a;\nb // c;\n d;/* e; */f;"), (Texts{"b // c;\n d", "f"}));
   EXPECT_EQ(Statements("a/b;"), Texts{"a/b"});
   EXPECT_EQ(Statements("{ a; } ;; b;\n// end"), (Texts{"a", "b"}));
+}
+
+TEST(StatementScanner, FindsTheSameWhereverTheTextStands) {
+  const std::string text =
+      "a \"a string; // of many /* bytes \\\"\\\\\" b;// a comment; of many \" bytes\r\nc/*;\"*/ "
+      "\";\";d/e;";
+  const Texts expected = Statements(text);
+  ASSERT_EQ(expected.size(), 3U);
+  for (std::size_t shift = 0; shift < 40; ++shift) {
+    const std::string before(shift, 'x');
+    Texts found = Statements(before + ";" + text);
+    if (shift > 0) found.erase(found.begin());
+    EXPECT_EQ(found, expected) << shift;
+    // The same inside a long statement and behind a long string.
+    EXPECT_EQ(Statements("\"" + before + "\"" + text).back(), expected.back());
+    EXPECT_EQ(Statements(before + text).size(), expected.size());
+  }
+}
+
+TEST(LineCounter, CountsEveryKindOfLineEnd) {
+  constexpr const char* kEnds[] = {"\n", "\r", "\r\n"};
+  std::mt19937 random(3);
+  std::string text;
+  for (int i = 0; i < 500; ++i)
+    text += std::string(random() % 24, '.') + kEnds[random() % 3];
+  LineCounter lines(text);
+  std::size_t line = 1;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    ASSERT_EQ(lines.LineOf(i), line) << i;
+    const bool isPaired = text.compare(i, 2, "\r\n") == 0;
+    if (text[i] == '\n' || (text[i] == '\r' && !isPaired)) ++line;
+  }
 }
 
 TEST(StatementScanner, KnowsAllLineEndsAndTheByteOrderMark) {
