@@ -4,12 +4,32 @@ include(CMakePackageConfigHelpers)
 
 # Headers that no public one includes stay at home, among them all of text.
 set(internal_headers
-    engine/arrays.h engine/interpolation.h engine/relative_poses.h engine/step_batch.h engine/trace.h
-    engine/wide/blend_loops.h engine/wide/lanes_avx.h engine/wide/lanes_plain.h
-    engine/wide/lanes_sse2.h engine/wide/loops_on.h formats/data_lines.h formats/expected_lines.h
-    formats/file_content.h formats/layout.h formats/separator_scan.h text/byte_block.h
-    text/byte_search.h text/file.h text/numbers.h text/portable_real_conversion.h
-    text/powers_of_ten.h text/printable.h text/real_conversion.h text/six_digits.h text/utf8.h)
+    engine/arrays.h
+    engine/interpolation.h
+    engine/relative_poses.h
+    engine/step_batch.h
+    engine/trace.h
+    engine/wide/blend_loops.h
+    engine/wide/lanes_avx.h
+    engine/wide/lanes_plain.h
+    engine/wide/lanes_sse2.h
+    engine/wide/loops_on.h
+    formats/data_lines.h
+    formats/expected_lines.h
+    formats/file_content.h
+    formats/layout.h
+    formats/separator_scan.h
+    text/byte_block.h
+    text/byte_search.h
+    text/file.h
+    text/large_pages.h
+    text/numbers.h
+    text/portable_real_conversion.h
+    text/powers_of_ten.h
+    text/printable.h
+    text/real_conversion.h
+    text/six_digits.h
+    text/utf8.h)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/lipvane)
 
 foreach(room text engine formats)

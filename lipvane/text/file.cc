@@ -11,6 +11,8 @@
 #include <system_error>
 #include <utility>
 
+#include "lipvane/text/large_pages.h"
+
 #ifdef _WIN32
 #include <process.h>
 #else
@@ -22,7 +24,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kSmallestRead = std::size_t{64} << 10;
+constexpr std::size_t kSmallestRoom = std::size_t{64} << 10;
+// A string fills its new places with zeros. Of a piece of this size they are still in the cache
+// when the read overwrites them; of a whole file they would go through the memory once for nothing.
+constexpr std::size_t kLargestRead = std::size_t{256} << 10;
 constexpr int kMostLinks = 40;
 constexpr int kMostTemporaries = 1000;
 // Folders allow 255 bytes a name; what we put around it needs some of them.
@@ -54,29 +59,30 @@ std::string LastError() {
   return Words(errno != 0 ? errno : EIO);
 }
 
-/// Reads to the end, `expected` bytes in one go.
+/// Reads to the end, of which `expected` says about where it is.
 bool ReadToEnd(std::FILE* file, std::size_t expected, std::size_t limit, std::string& bytes,
                std::string& reason) {
-  std::size_t length = 0;
-  // One more than expected, so that the first read already meets the end.
-  std::size_t room = std::max(expected + 1, kSmallestRead);
+  // One more than expected, so that the last read meets the end.
+  bytes.reserve(std::max(expected + 1, kSmallestRoom));
+  UseLargePages(bytes.data(), bytes.capacity());
   for (;;) {
-    bytes.resize(room);
+    const std::size_t length = bytes.size();
+    if (length == bytes.capacity()) bytes.reserve(length + length);
+    const std::size_t piece = std::min(kLargestRead, bytes.capacity() - length);
+    bytes.resize(length + piece);
     errno = 0;
-    length += std::fread(bytes.data() + length, 1, room - length, file);
+    const std::size_t count = std::fread(bytes.data() + length, 1, piece, file);
+    bytes.resize(length + count);
     if (std::ferror(file) != 0) {
       reason = LastError();
       return false;
     }
-    if (length > limit) {
+    if (bytes.size() > limit) {
       reason = Words(std::errc::file_too_large);
       return false;
     }
-    if (length < room) break;
-    room += room;
+    if (count < piece) return true;
   }
-  bytes.resize(length);
-  return true;
 }
 
 /// Whether a symbolic link is a name for an open file, as "/dev/stdout" leads to.

@@ -49,6 +49,15 @@ TEST_F(ReadFileTest, KeepsEveryByte) {
   std::string reason;
   EXPECT_TRUE(ReadFile(folder_.Make("small", bytes), content, reason)) << reason;
   EXPECT_EQ(content, bytes);
+  // Longer than is read in one go, and with whole large pages.
+  std::string vast;
+  while (vast.size() < 5'000'000)
+    vast += std::to_string(vast.size()) + bytes;
+  for (const std::size_t size : {vast.size(), (std::size_t{1} << 20) + 1, std::size_t{1} << 20}) {
+    vast.resize(size);
+    EXPECT_TRUE(ReadFile(folder_.Make("vast", vast), content, reason)) << reason;
+    EXPECT_TRUE(content == vast) << size;
+  }
   const std::string unsized = "/proc/self/status";
   EXPECT_EQ(fs::exists(unsized), ReadFile(unsized, content, reason) && content.size() > 100);
 }
