@@ -76,6 +76,8 @@ class PlugTable {
   }
 
   std::optional<PlugRange> Find(std::string_view name) const {
+    // Most that a large scene sets are elements of arrays, of which there are none here.
+    if (!name.empty() && name.back() == ']') return std::nullopt;
     const auto found = ranges_.find(name);
     return found == ranges_.end() ? std::nullopt : std::optional(found->second);
   }

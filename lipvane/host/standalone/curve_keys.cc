@@ -117,7 +117,10 @@ bool AddKeys(const KeyPlug& plug, const std::vector<std::string_view>& words, Ke
     const std::string_view time = plug.hasTime ? words[i] : std::string_view();
     const std::string_view value = plug.hasValue ? words[i + step - 1] : std::string_view();
     if ((plug.hasTime && !IsFinite(time)) || (plug.hasValue && !IsReal(value))) return false;
-    keys.push_back({index++, time, value});
+    KeyTable::Key& key = keys.emplace_back();
+    key.index = index++;
+    key.time = time;
+    key.value = value;
   }
   table.keys.insert(table.keys.end(), keys.begin(), keys.end());
   return true;

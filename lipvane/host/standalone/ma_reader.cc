@@ -7,7 +7,6 @@
 #include <set>
 #include <stdexcept>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,6 +16,7 @@
 #include "lipvane/host/standalone/ma_statements.h"
 #include "lipvane/host/standalone/ma_tokens.h"
 #include "lipvane/host/standalone/scene.h"
+#include "lipvane/text/byte_search.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::standalone {
@@ -68,30 +68,41 @@ class Reader {
  private:
   using Action = void (Reader::*)(TokenReader&);
 
-  void ReadStatements(const std::function<void(std::size_t, std::size_t)>& progress) {
-    static const std::unordered_map<std::string_view, Action> kActions{
-        {"createNode", &Reader::CreateNode},
-        {"setAttr", &Reader::SetAttribute},
-        {"connectAttr", &Reader::Connect},
-        {"disconnectAttr", &Reader::Disconnect},
-        {"select", &Reader::Select},
-        {"parent", &Reader::Parent},
-        {"rename", &Reader::Rename},
-        {"currentUnit", &Reader::CurrentUnit},
-        {"file", &Reader::File},
+  /// What a command does, or null when it says nothing about what is understood here.
+  static Action ActionOf(std::string_view command) {
+    struct Row {
+      std::string_view command;
+      Action action;
     };
+    // By how many there are in a large scene.
+    static constexpr std::array kActions{
+        Row{"setAttr", &Reader::SetAttribute},
+        Row{"createNode", &Reader::CreateNode},
+        Row{"connectAttr", &Reader::Connect},
+        Row{"rename", &Reader::Rename},
+        Row{"parent", &Reader::Parent},
+        Row{"select", &Reader::Select},
+        Row{"disconnectAttr", &Reader::Disconnect},
+        Row{"currentUnit", &Reader::CurrentUnit},
+        Row{"file", &Reader::File},
+    };
+    const auto row = std::find_if(kActions.begin(), kActions.end(),
+                                  [&](const Row& one) { return one.command == command; });
+    return row == kActions.end() ? nullptr : row->action;
+  }
+
+  void ReadStatements(const std::function<void(std::size_t, std::size_t)>& progress) {
     constexpr std::size_t kProgressStep = std::size_t{1} << 20;
     std::size_t nextProgress = kProgressStep;
     StatementScanner scanner(data_.text);
     while (scanner.Next(statement_)) {
       const std::string_view text = statement_.text;
       const std::string_view command =
-          text.substr(0, std::min(text.find_first_of(" \t\r\n\"(/"), text.size()));
-      const auto action = kActions.find(command);
-      if (action != kActions.end()) {
+          text.substr(0, text::FindAny<' ', '\t', '\r', '\n', '"', '(', '/'>(text, 0));
+      if (const Action action = ActionOf(command)) {
         isScene_ = true;
         TokenReader reader(text, data_.page);
-        (this->*action->second)(reader);
+        (this->*action)(reader);
       } else if (std::find(kPassedOver.begin(), kPassedOver.end(), command) != kPassedOver.end()) {
         isScene_ = true;
       } else {
@@ -246,7 +257,9 @@ class Reader {
       return;
     }
     std::vector<StoredValue> read;
-    for (std::size_t i = 0; i < std::min<std::size_t>(count, words.size()); ++i) {
+    const std::size_t given = std::min<std::size_t>(count, words.size());
+    read.reserve(given);
+    for (std::size_t i = 0; i < given; ++i) {
       const auto code = static_cast<PlugCode>(first.code + i);
       const auto value = ValueFrom(words[i], code);
       if (!value) {

@@ -42,26 +42,27 @@ PlugName SplitPlug(std::string_view plug) {
 SetAttr ReadSetAttr(TokenReader& reader) {
   SetAttr result;
   reader.Next();  // setAttr itself
-  for (Token token = reader.Next(); token.kind != Token::Kind::kEnd; token = reader.Next()) {
+  for (;;) {
+    const Token token = reader.Next();
     if (!token.IsFlag()) {
-      result.plug = token.text;
-      break;
+      result.plug = token.text;  // empty at the end
+      return result;
     }
     ReadFlag(token.text, reader, result.lock, result.type);
   }
-  return result;
 }
 
 SetAttrValues ReadValues(TokenReader& reader) {
   SetAttrValues result;
-  for (Token token = reader.Next(); token.kind != Token::Kind::kEnd; token = reader.Next()) {
+  for (;;) {
+    const Token token = reader.Next();
+    if (token.kind == Token::Kind::kEnd) return result;
     if (token.IsFlag()) {
       ReadFlag(token.text, reader, result.lock, result.type);
     } else {
       result.words.push_back(token.text);
     }
   }
-  return result;
 }
 
 std::string FlagsWithoutSize(std::string_view statement, const CodePage& page) {
