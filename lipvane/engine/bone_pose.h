@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -30,6 +31,8 @@ class TBonePose {
  public:
   /// Appends a copy.
   void AddBone(const TIndexedBone& bone);
+  /// Makes room for so many bones.
+  void Reserve(int count) { bones_.reserve(static_cast<std::size_t>(count)); }
   /// Bone `i`. A pose that is too short grows with default bones; a negative position is
   /// std::out_of_range. Valid until the pose grows. Who only reads does better with Bones: blends
   /// look every time at a pose of which somebody may change a bone.
