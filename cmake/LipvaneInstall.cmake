@@ -18,7 +18,6 @@ set(internal_headers
     formats/expected_lines.h
     formats/file_content.h
     formats/layout.h
-    formats/separator_scan.h
     text/byte_block.h
     text/byte_search.h
     text/file.h
@@ -28,6 +27,7 @@ set(internal_headers
     text/powers_of_ten.h
     text/printable.h
     text/real_conversion.h
+    text/short_decimal.h
     text/six_digits.h
     text/utf8.h)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/lipvane)

@@ -1,9 +1,12 @@
 #include "lipvane/formats/data_lines.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
-#include "lipvane/formats/separator_scan.h"
+#include "lipvane/text/byte_block.h"
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/short_decimal.h"
 
 namespace lipvane {
 
@@ -36,53 +39,77 @@ std::size_t NextDataLine(std::string_view& remaining, std::string_view& line) {
 }
 
 std::size_t TokenCursor::FindSeparator() const {
-  if (separator_.size() != 1) return std::min(remaining_.find(separator_), remaining_.size());
+  if (separator_.size() != 1) return std::min(line_.find(separator_, place_), line_.size());
   // Most tokens are of a few bytes: a call of the library's search costs more than it saves.
   const char separator = separator_[0];
-  std::size_t i = 0;
-  while (i < remaining_.size() && remaining_[i] != separator)
+  std::size_t i = place_;
+  while (i < line_.size() && line_[i] != separator)
     ++i;
   return i;
 }
 
 std::string_view TokenCursor::Next() {
   if (done_) return {};
-  const std::size_t found = FindSeparator();
-  if (found == 0 || found == remaining_.size()) {
+  const std::size_t begin = place_;
+  std::size_t end = FindSeparator();
+  if (end == begin || end == line_.size()) {
     done_ = true;
-    return remaining_;
+    end = line_.size();
   }
-  const std::string_view token = remaining_.substr(0, found);
-  remaining_.remove_prefix(found + separator_.size());
-  return token;
+  place_ = end + separator_.size();
+  return {line_.data() + begin, end - begin};
+}
+
+bool TokenCursor::SkipByBlocks(int count) {
+  std::uint64_t atTokenStart = 1;
+  for (std::size_t place = place_; place < line_.size(); place += text::kWideBlock) {
+    const std::uint64_t found = text::PlacesOf(separator_[0], line_, place);
+    if ((found & (found << 1U | atTokenStart)) != 0) return false;
+    const int here = text::CountOf(found);
+    if (here >= count) {
+      place_ = place + text::PlaceOfBit(found, count) + 1;
+      return true;
+    }
+    count -= here;
+    atTokenStart = found >> (text::kWideBlock - 1);
+  }
+  return false;
 }
 
 void TokenCursor::Skip(int count) {
-  if (separator_.size() != 1) {
-    for (int i = 0; i < count && !done_; ++i)
-      Next();
-    return;
-  }
-  // The same in one go.
-  const std::size_t behind = BehindSeparators(remaining_, separator_[0], count);
-  done_ = done_ || behind == std::string_view::npos;
-  remaining_.remove_prefix(done_ ? remaining_.size() : behind);
+  if (count > 0 && !done_ && separator_.size() == 1 && SkipByBlocks(count)) return;
+  for (; count > 0 && !done_; --count)
+    Next();
 }
 
-double TokenCursor::NextReal() {
-  if (!done_ && separator_.size() == 1) {
+std::size_t TokenCursor::ReadFloatsInSight(float* values, std::size_t count) {
+  // The bytes that are loaded with a number must be the line's.
+  if (done_ || separator_.size() != 1 || place_ < text::kLongestShortDecimal) return 0;
+  const char* const line = line_.data();
+  const std::size_t begin = place_;
+  std::uint64_t ends = text::PlacesOf(separator_[0], line_, begin);
+  const std::size_t left = line_.size() - begin;
+  if (left < text::kWideBlock) ends |= std::uint64_t{1} << left;
+  std::size_t start = begin;
+  std::size_t read = 0;
+  for (; read < count && ends != 0; ends &= ends - 1) {
+    const std::size_t end = begin + text::LowestBit(ends);
+    if (end == start) break;
     double value = 0.0;
-    const std::size_t length = text::PlainDecimal(remaining_, value);
-    if (length > 0 && length == remaining_.size()) {
-      done_ = true;
-      return value;
+    if (!text::ReadShortDecimal(line + end, end - start, value)) {
+      value = text::RealPrefix({line + start, end - start});
     }
-    if (length > 0 && remaining_[length] == separator_[0]) {
-      remaining_.remove_prefix(length + 1);
-      return value;
-    }
+    values[read++] = static_cast<float>(value);
+    start = end + 1;
   }
-  return text::RealPrefix(Next());
+  place_ = start;
+  done_ = start > line_.size();
+  return read;
+}
+
+void TokenCursor::ReadFloats(float* values, std::size_t count) {
+  for (std::size_t i = ReadFloatsInSight(values, count); i < count; ++i)
+    values[i] = static_cast<float>(text::RealPrefix(Next()));
 }
 
 std::vector<std::string_view> SplitTokens(std::string_view line, std::string_view separator) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -20,21 +21,34 @@ std::size_t NextDataLine(std::string_view& remaining, std::string_view& line);
 class TokenCursor {
  public:
   TokenCursor(std::string_view line, std::string_view separator)
-      : remaining_(line), separator_(separator) {}
+      : line_(line), separator_(separator) {}
 
   /// The next token; the empty text when there is none.
   std::string_view Next();
   void Skip(int count);
   /// RealPrefix of the next token.
-  double NextReal();
+  float NextFloat() { return NextFloats<1>()[0]; }
+  /// The same of several.
+  template <std::size_t count>
+  std::array<float, count> NextFloats() {
+    std::array<float, count> values{};
+    ReadFloats(values.data(), count);
+    return values;
+  }
   bool Done() const { return done_; }
 
  private:
   /// The place of the next separator; the end of the line when there is none.
   std::size_t FindSeparator() const;
+  /// Skips many at a look. False, with nothing done, when the tokens may end before.
+  bool SkipByBlocks(int count);
+  void ReadFloats(float* values, std::size_t count);
+  /// Reads those that one look finds; answers how many.
+  std::size_t ReadFloatsInSight(float* values, std::size_t count);
 
-  std::string_view remaining_;
+  std::string_view line_;
   std::string_view separator_;
+  std::size_t place_ = 0;  ///< where the next token starts
   bool done_ = false;
 };
 

@@ -14,10 +14,6 @@
 namespace lipvane {
 namespace {
 
-float NextFloat(TokenCursor& tokens) {
-  return static_cast<float>(tokens.NextReal());
-}
-
 template <typename T>
 void MakeRoom(std::vector<T>& to, const std::vector<T>& from) {
   to.reserve(to.size() + from.size());
@@ -93,7 +89,7 @@ bool Reading::ReadMapping() {
     const std::string name(tokens.Next());
     row.clear();
     for (int t = 0; t < targetCount; ++t)
-      row.push_back(NextFloat(tokens));
+      row.push_back(tokens.NextFloat());
     mapping_.AddPhoneme(name, row);
   }
   return true;
@@ -125,26 +121,23 @@ bool Reading::ReadPoses() {
 
   const auto boneCount = static_cast<int>(poseInfo_.boneNames.size());
   for (int p = 0; p < poseCount; ++p) {
-    TBonePose pose;
+    TBonePose& pose = poseInfo_.poses.emplace_back();
+    pose.Reserve(boneCount);
     for (int b = 0; b < boneCount; ++b) {
       std::string_view line;
       if (!lines_.Next("a pose's bone line", line)) return false;
       TokenCursor tokens(line, " ");
       TIndexedBone bone;
       tokens.Skip(static_cast<int>(kFirstOfTranslation));
-      bone.translation.x = NextFloat(tokens);
-      bone.translation.y = NextFloat(tokens);
-      bone.translation.z = NextFloat(tokens);
+      const auto [tx, ty, tz] = tokens.NextFloats<3>();
+      bone.translation = {tx, ty, tz};
       tokens.Skip(static_cast<int>(kFirstOfRotation - kFirstOfScale));
       // Deliberate: the file's w is the negated one, and stays so.
-      bone.rotation.w = NextFloat(tokens);
-      bone.rotation.x = NextFloat(tokens);
-      bone.rotation.y = NextFloat(tokens);
-      bone.rotation.z = NextFloat(tokens);
+      const auto [w, x, y, z] = tokens.NextFloats<4>();
+      bone.rotation = {w, x, y, z};
       bone.boneIndex = b;
       pose.AddBone(bone);
     }
-    poseInfo_.AddPose(pose);
   }
   return true;
 }

@@ -1,22 +1,27 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
 #endif
 
-/// Sixteen bytes of a text looked at together, a bit a byte: the first byte's is the lowest.
+/// Bytes of a text looked at together, a bit a byte: the first byte's is the lowest. Inline,
+/// because a call takes as long as what these do.
 namespace lipvane::text {
 
 inline constexpr std::size_t kBlock = 16;
+inline constexpr std::size_t kWideBlock = 64;
 
 #if defined(__SSE2__) || defined(_M_X64)
 
 /// Which bytes of a block are one of those wanted. Every x86-64 has this.
 template <typename... Bytes>
-unsigned PlacesIn(const char* block, Bytes... wanted) {
+std::uint64_t PlacesIn(const char* block, Bytes... wanted) {
   __m128i bytes;
   std::memcpy(&bytes, block, kBlock);
   __m128i found = _mm_setzero_si128();
@@ -28,30 +33,56 @@ unsigned PlacesIn(const char* block, Bytes... wanted) {
 
 /// Which bytes of a block are one of those wanted.
 template <typename... Bytes>
-unsigned PlacesIn(const char* block, Bytes... wanted) {
-  unsigned found = 0;
+std::uint64_t PlacesIn(const char* block, Bytes... wanted) {
+  std::uint64_t found = 0;
   for (std::size_t i = 0; i < kBlock; ++i)
-    found |= (((block[i] == wanted) || ...) ? 1U : 0U) << i;
+    found |= std::uint64_t{((block[i] == wanted) || ...)} << i;
   return found;
 }
 
 #endif
 
-/// How many of sixteen bits are set; sums of two, four, eight and sixteen of them.
-inline unsigned CountOf(unsigned bits) {
-  bits -= bits >> 1U & 0x5555U;
-  bits = (bits & 0x3333U) + (bits >> 2U & 0x3333U);
-  bits = (bits + (bits >> 4U)) & 0x0F0FU;
-  return (bits + (bits >> 8U)) & 0x1FU;
+/// Which of the next 64 bytes of a text from a place on (or of those that are left) are the wanted
+/// one.
+inline std::uint64_t PlacesOf(char wanted, std::string_view text, std::size_t place) {
+  const std::size_t left = std::min(text.size() - place, kWideBlock);
+  std::uint64_t places = 0;
+  if (text.size() < kWideBlock) {
+    for (std::size_t i = 0; i < left; ++i)
+      places |= std::uint64_t{text[place + i] == wanted} << i;
+    return places;
+  }
+  if (left == 0) return 0;
+  // Near the end the text's last 64 bytes are looked at, so that nothing behind the text is.
+  const std::size_t passed = kWideBlock - left;
+  const char* const block = text.data() + (place - passed);
+  for (std::size_t i = 0; i < kWideBlock; i += kBlock)
+    places |= PlacesIn(block + i, wanted) << i;
+  return places >> passed;
 }
 
-/// The number of the lowest of sixteen bits that is set; one must be.
-inline unsigned LowestOf(unsigned bits) {
+/// How many bits are set: sums of two, four and eight of them.
+inline int CountOf(std::uint64_t bits) {
+  bits -= bits >> 1U & 0x5555555555555555U;
+  bits = (bits & 0x3333333333333333U) + (bits >> 2U & 0x3333333333333333U);
+  bits = (bits + (bits >> 4U)) & 0x0F0F0F0F0F0F0F0FU;
+  return static_cast<int>(bits * 0x0101010101010101U >> 56U);
+}
+
+/// The place of the lowest bit that is set; one must be.
+inline std::size_t LowestBit(std::uint64_t bits) {
 #ifdef __GNUC__
-  return static_cast<unsigned>(__builtin_ctz(bits));
+  return static_cast<unsigned>(__builtin_ctzll(bits));
 #else
-  return CountOf(~bits & (bits - 1));
+  return static_cast<std::size_t>(CountOf(~bits & (bits - 1)));
 #endif
+}
+
+/// The place of the `number`-th bit that is set, from 1; there must be so many.
+inline std::size_t PlaceOfBit(std::uint64_t bits, int number) {
+  for (; number > 1; --number)
+    bits &= bits - 1;
+  return LowestBit(bits);
 }
 
 }  // namespace lipvane::text

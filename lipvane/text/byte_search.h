@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "lipvane/text/byte_block.h"
@@ -14,8 +15,8 @@ template <char... kBytes>
 std::size_t FindAny(std::string_view text, std::size_t begin) {
   std::size_t i = begin;
   for (; text.size() - i >= kBlock; i += kBlock) {
-    const unsigned found = PlacesIn(text.data() + i, kBytes...);
-    if (found != 0) return i + LowestOf(found);
+    const std::uint64_t found = PlacesIn(text.data() + i, kBytes...);
+    if (found != 0) return i + LowestBit(found);
   }
   while (i < text.size() && ((text[i] != kBytes) && ...))
     ++i;

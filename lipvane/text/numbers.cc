@@ -5,12 +5,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <limits>
 #include <system_error>
 
-#include "lipvane/text/powers_of_ten.h"
 #include "lipvane/text/real_conversion.h"
 #include "lipvane/text/six_digits.h"
 
@@ -61,48 +58,6 @@ double OutOfRangeValue(std::string_view number) {
 
   const double value = place > 0 ? std::numeric_limits<double>::infinity() : 0.0;
   return negative ? -value : value;
-}
-
-#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-
-/// The digits that eight bytes begin with, together: what is no digit in a byte sets its high bit,
-/// the bytes before it move to the end of the number, and pairs, fours and eights are joined by one
-/// multiplication each (after D. Lemire, "Quickly parsing eight digits").
-std::size_t TakeUpToEight(const char* bytes, std::uint64_t& digits) {
-  std::uint64_t chunk = 0;
-  std::memcpy(&chunk, bytes, sizeof chunk);
-  chunk ^= 0x3030303030303030U;
-  const std::uint64_t others = ((chunk + 0x7676767676767676U) | chunk) & 0x8080808080808080U;
-  const std::size_t count = others == 0 ? 8 : static_cast<std::size_t>(__builtin_ctzll(others)) / 8;
-  if (count == 0) return 0;
-  chunk <<= 8 * (8 - count);
-  chunk = chunk * 10 + (chunk >> 8U);
-  constexpr std::uint64_t kFours = 0x000000FF000000FFU;
-  chunk =
-      ((chunk & kFours) * 0x000F424000000064U + (chunk >> 16U & kFours) * 0x0000271000000001U) >>
-      32U;
-  static constexpr std::uint64_t kPowers[] = {1,      10,      100,      1000,     10000,
-                                              100000, 1000000, 10000000, 100000000};
-  digits = digits * kPowers[count] + chunk;
-  return count;
-}
-
-#else
-
-std::size_t TakeUpToEight(const char* /*bytes*/, std::uint64_t& /*digits*/) {
-  return 0;
-}
-
-#endif
-
-/// Appends the digits at a place, and goes behind them; of very many it leaves the last.
-std::size_t TakeDigits(std::string_view text, std::size_t& i, std::size_t most,
-                       std::uint64_t& digits) {
-  const std::size_t begin = i;
-  if (text.size() - i >= 8) i += TakeUpToEight(text.data() + i, digits);
-  for (; i < text.size() && IsDigit(text[i]) && i - begin <= most; ++i)
-    digits = digits * 10 + static_cast<std::uint64_t>(text[i] - '0');
-  return i - begin;
 }
 
 struct Parsed {
@@ -164,24 +119,6 @@ int IntegerPrefix(std::string_view token) {
 double RealPrefix(std::string_view token) {
   const std::string_view text = WithoutPlus(WithoutLeadingSpace(token));
   return BeginsWithDigits(text) ? Parse(text).value : 0.0;
-}
-
-std::size_t PlainDecimal(std::string_view text, double& value) {
-  // Digits and power of ten are then exact in double precision, and one division rounds right.
-  constexpr std::size_t kMostDigits = 15;
-  const bool isNegative = !text.empty() && text[0] == '-';
-  std::size_t i = isNegative ? 1 : 0;
-  std::uint64_t digits = 0;
-  const std::size_t whole = TakeDigits(text, i, kMostDigits + 1, digits);
-  std::size_t behindPoint = 0;
-  if (i < text.size() && text[i] == '.') {
-    ++i;
-    behindPoint = TakeDigits(text, i, kMostDigits + 1, digits);
-  }
-  if (whole == 0 || whole > kMostDigits || behindPoint > kMostDigits - whole) return 0;
-  const double size = static_cast<double>(digits) / kPowersOfTen[behindPoint];
-  value = isNegative ? -size : size;
-  return i;
 }
 
 std::optional<double> WholeReal(std::string_view token) {

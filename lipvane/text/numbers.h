@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,11 +15,6 @@ int IntegerPrefix(std::string_view token);
 /// for "inf", "nan" and the rest of "0x1p3" after its 0). Beyond the range of double: infinity or
 /// 0.
 double RealPrefix(std::string_view token);
-
-/// How many bytes at a text's start are a decimal of at most fifteen digits, with or without sign
-/// and point ("-0.85"), and its value: what most numbers are, and quickly read. 0 when there is
-/// none or it goes on with a digit.
-std::size_t PlainDecimal(std::string_view text, double& value);
 
 /// The number that is the whole token, or nothing. Also knows "inf", "nan" and their spellings
 /// with "#" ("-1.#INF", "1.#QNAN").

@@ -65,7 +65,7 @@ TEST(TokenCursor, SkipsWhatNextWouldGive) {
                                     "a b", "a b ", "a  b c", "aa bb  ", "a b c d"};
   std::mt19937 random(3);
   for (unsigned i = 0; i < 3000; ++i) {
-    std::string& line = lines.emplace_back(random() % 80, 'x');
+    std::string& line = lines.emplace_back(random() % 200, 'x');
     // Doubled ones are rare in most.
     const unsigned rarity = 2 + i % 9;
     for (std::size_t place = i % 3; place < line.size(); place += 1 + random() % (2 * rarity))
@@ -85,21 +85,33 @@ TEST(TokenCursor, SkipsWhatNextWouldGive) {
 }
 
 TEST(TokenCursor, ReadsTheNumbersThatTokensBeginWith) {
-  const std::string line =
-      "-0.5 12 3. .5 1e-05 nan -1.#IND 0.123456789012345 0.1234567890123456 12345678901234567890 "
-      "+7 "
-      "-0 5x - -. 99999999999999.9 7";
-  for (const std::string& numbers :
-       {line, line + " ", line + "  8", std::string(" 1"), std::string()}) {
-    TokenCursor reading(numbers, " ");
-    TokenCursor stepping(numbers, " ");
-    for (int i = 0; i < 20; ++i) {
-      const double expected = text::RealPrefix(stepping.Next());
-      const double value = reading.NextReal();
-      EXPECT_EQ(value, expected) << i;
-      EXPECT_EQ(std::signbit(value), std::signbit(expected)) << i;
-      EXPECT_EQ(reading.Done(), stepping.Done()) << i;
+  const Tokens tokens = SplitTokens(
+      "-0.5 12 3. .5 1e-05 nan -1.#IND 0.123456789012345 0.85 -0.000123 12345678901234567890 +7 -0 "
+      "5x - -. \t8 99999999999999.9 1 0",
+      " ");
+  std::mt19937 random(8);
+  for (int i = 0; i < 5000; ++i) {
+    std::string line;
+    for (std::size_t count = random() % 40; count > 0; --count)
+      line.append(tokens[random() % tokens.size()]).append(random() % 60 != 0 ? " " : "  ");
+    if (random() % 2 == 0) line += "0.5";
+    // Of just this size, so that a look beyond shows.
+    const std::vector<char> bytes(line.begin(), line.end());
+    TokenCursor reading({bytes.data(), bytes.size()}, " ");
+    TokenCursor stepping(line, " ");
+    for (int round = 0; round < 6; ++round) {
+      const int skipped = static_cast<int>(random() % 12);
+      reading.Skip(skipped);
+      for (int s = 0; s < skipped; ++s)
+        stepping.Next();
+      for (const float value : reading.NextFloats<5>()) {
+        const auto expected = static_cast<float>(text::RealPrefix(stepping.Next()));
+        ASSERT_EQ(value, expected) << line;
+        ASSERT_EQ(std::signbit(value), std::signbit(expected)) << line;
+      }
+      ASSERT_EQ(reading.Done(), stepping.Done()) << line;
     }
+    ASSERT_EQ(reading.Next(), stepping.Next()) << line;
   }
 }
 

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <bitset>
 #include <cstddef>
+#include <cstdint>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace lipvane::text {
 namespace {
@@ -27,12 +29,33 @@ TEST(FindAny, AgreesWithALookAtEachByte) {
   }
 }
 
-TEST(ByteBlock, CountsBitsAndFindsTheLowest) {
-  for (unsigned bits = 1; bits <= 0xFFFFU; ++bits) {
-    const std::bitset<16> set(bits);
-    ASSERT_EQ(CountOf(bits), set.count());
-    ASSERT_TRUE(set[LowestOf(bits)]);
-    ASSERT_TRUE((set << (kBlock - LowestOf(bits))).none());
+TEST(PlacesOf, IsTheSameByteByByte) {
+  std::mt19937 random(5);
+  for (std::size_t size = 0; size < 200; ++size) {
+    std::vector<char> text(size);  // of just this size, so that a look beyond shows
+    for (char& c : text)
+      c = " \xA0x"[random() % 3];
+    for (std::size_t place = 0; place <= size; ++place) {
+      std::bitset<kWideBlock> expected;
+      for (std::size_t i = place; i < std::min(size, place + kWideBlock); ++i)
+        expected[i - place] = text[i] == ' ';
+      ASSERT_EQ(PlacesOf(' ', {text.data(), size}, place), expected.to_ullong())
+          << size << ' ' << place;
+    }
+  }
+}
+
+TEST(ByteBlock, CountsAndFindsBits) {
+  std::mt19937_64 random(3);
+  for (int round = 0; round < 10000; ++round) {
+    const std::uint64_t some = random() & random();
+    const std::bitset<kWideBlock> set(some | std::uint64_t{1} << random() % 64);
+    ASSERT_EQ(CountOf(set.to_ullong()), static_cast<int>(set.count()));
+    int number = 0;
+    for (std::size_t i = 0; i < kWideBlock; ++i) {
+      if (!set[i]) continue;
+      ASSERT_EQ(PlaceOfBit(set.to_ullong(), ++number), i);
+    }
   }
 }
 

@@ -59,31 +59,6 @@ TEST(RealPrefix, GoesToInfinityOrZeroOutOfRange) {
   EXPECT_EQ(RealPrefix("1" + zeros + "e-400"), 1.0);
 }
 
-TEST(PlainDecimal, IsWhatRealPrefixReads) {
-  std::mt19937_64 random(13);
-  std::size_t plain = 0;
-  for (int i = 0; i < 200000; ++i) {
-    std::string text = random() % 2 == 0 ? "-" : "";
-    for (std::uint64_t digit = random() % 18; digit > 0; --digit)
-      text += static_cast<char>('0' + random() % 10);
-    if (random() % 8 != 0) text.insert(text.size() - random() % (text.size() + 1), ".");
-    const std::string number = text;
-    if (random() % 2 == 0) text += " 12.5 -0.123456";
-    double value = 0.0;
-    const std::size_t length = PlainDecimal(text, value);
-    if (length == 0) continue;
-    ++plain;
-    ASSERT_EQ(length, number.size()) << text;
-    ASSERT_EQ(value, RealPrefix(number)) << text;
-    ASSERT_EQ(std::signbit(value), number[0] == '-') << text;
-  }
-  EXPECT_GT(plain, 100000U);
-  for (const char* none : {"", "-", ".5", "-.5", "x", "1234567890123456", "1.234567890123456"}) {
-    double value = 7.0;
-    EXPECT_EQ(PlainDecimal(none, value), 0U) << none;
-  }
-}
-
 TEST(WholeReal, WantsTheWholeToken) {
   EXPECT_EQ(WholeReal("-1.5e3"), -1500.0);
   EXPECT_EQ(WholeReal("+2"), 2.0);
