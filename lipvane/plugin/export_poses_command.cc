@@ -6,7 +6,6 @@
 #include "lipvane/engine/controller.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/plugin/pose_labels.h"
-#include "lipvane/scene/skeleton_capture.h"
 
 namespace lipvane::plugin {
 namespace {
@@ -78,8 +77,9 @@ host::Status ExportPosesCommand::DoIt(const host::Arguments& arguments) {
   if (!output_.Open(lbpFileName_, text::OutputFile::Mode::kText, reason)) {
     return host::StatusCode::kFailure;  // deliberate: without a message
   }
-  const bool stillOpen = WriteHeader();
-  WritePoses();
+  scene::SkeletonCapture skeleton(host_, boneNames_);
+  const bool stillOpen = WriteHeader(skeleton);
+  WritePoses(skeleton);
   const bool written = !stillOpen || output_.Commit(reason);
   host_.SetCurrentTime(0.0);
   if (!written) {
@@ -90,12 +90,12 @@ host::Status ExportPosesCommand::DoIt(const host::Arguments& arguments) {
   return {};
 }
 
-bool ExportPosesCommand::WriteHeader() {
+bool ExportPosesCommand::WriteHeader(scene::SkeletonCapture& skeleton) {
   LbpHeader header;
   header.mapping = mappingFlag_ ? &phonemeMapping_ : nullptr;
   header.boneCount = static_cast<int>(boneNames_.size());
   header.headBoneName = headBoneName_;
-  header.hierarchyComplete = scene::CaptureHierarchy(host_, boneNames_, header.hierarchy).ok();
+  header.hierarchyComplete = skeleton.AppendHierarchy(header.hierarchy).ok();
   const bool mapped = WriteLbpHeader(output_.Stream(), header);
   if (!mapped) {
     std::string reason;
@@ -106,14 +106,14 @@ bool ExportPosesCommand::WriteHeader() {
   return mapped;
 }
 
-void ExportPosesCommand::WritePoses() {
+void ExportPosesCommand::WritePoses(scene::SkeletonCapture& skeleton) {
   std::ostream& out = output_.Stream();
   WriteLbpPoseCount(out, numPoses_);
   for (int pose = 0; pose < numPoses_; ++pose) {
     WriteLbpPoseLabel(out, pose, mappingFlag_ ? PoseName(pose, phonemeMapping_) : PoseName(pose));
     host_.SetCurrentTime(kFramesPerPose * pose);
     std::vector<LbpBone> bones;
-    scene::CapturePose(host_, boneNames_, bones);  // what could not be read has been reported
+    skeleton.AppendPose(bones);  // what could not be read has been reported
     WritePoseBoneLines(out, bones);
     WriteLbpBlankLine(out);
   }

@@ -7,6 +7,7 @@
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/command.h"
 #include "lipvane/host/host.h"
+#include "lipvane/scene/skeleton_capture.h"
 #include "lipvane/text/file.h"
 
 namespace lipvane::plugin {
@@ -27,8 +28,8 @@ class ExportPosesCommand : public host::Command {
   /// Reads the speech targets from the mapping file, or says why it cannot.
   host::Status LoadMapping();
   /// False when a mapping weight could not be read; the file is closed then.
-  bool WriteHeader();
-  void WritePoses();
+  bool WriteHeader(scene::SkeletonCapture& skeleton);
+  void WritePoses(scene::SkeletonCapture& skeleton);
   void SayWhoseBonesTheyAre();
 
   host::Host& host_;

@@ -1,20 +1,9 @@
 #include "lipvane/scene/skeleton_capture.h"
 
-#include "lipvane/scene/dag_search.h"
+#include <utility>
 
 namespace lipvane::scene {
 namespace {
-
-host::Status VisitBones(host::Host& host, const std::vector<std::string>& boneNames,
-                        const DagSearch::Visitor& visit) {
-  if (boneNames.empty()) return {};
-  const DagSearch search(host, boneNames);
-  if (!search.status().ok()) return search.status();
-  for (const std::string& name : boneNames) {
-    search.ForEach(name, visit);
-  }
-  return {};
-}
 
 host::Status CaptureBone(host::Host& host, const host::DagPath& path, LbpBone& bone) {
   host::Node transform;
@@ -35,24 +24,35 @@ host::Status CaptureBone(host::Host& host, const host::DagPath& path, LbpBone& b
 
 }  // namespace
 
-host::Status CaptureHierarchy(host::Host& host, const std::vector<std::string>& boneNames,
-                              std::vector<LbpHierarchyLine>& hierarchy) {
-  return VisitBones(host, boneNames, [&](const host::DagPath&, const host::Node& node) {
-    hierarchy.push_back({host.NodeName(node), host.NodeName(host.ParentOf(node, 0))});
+SkeletonCapture::SkeletonCapture(host::Host& host, std::vector<std::string> boneNames)
+    : host_(host), boneNames_(std::move(boneNames)) {}
+
+host::Status SkeletonCapture::AppendHierarchy(std::vector<LbpHierarchyLine>& hierarchy) {
+  return ForEachBone([&](const host::DagPath&, const host::Node& node) {
+    hierarchy.push_back({host_.NodeName(node), host_.NodeName(host_.ParentOf(node, 0))});
   });
 }
 
-host::Status CapturePose(host::Host& host, const std::vector<std::string>& boneNames,
-                         std::vector<LbpBone>& bones) {
-  return VisitBones(host, boneNames, [&](const host::DagPath& path, const host::Node&) {
+host::Status SkeletonCapture::AppendPose(std::vector<LbpBone>& bones) {
+  return ForEachBone([&](const host::DagPath& path, const host::Node&) {
     LbpBone bone;
-    const host::Status status = CaptureBone(host, path, bone);
+    const host::Status status = CaptureBone(host_, path, bone);
     if (status.ok()) {
       bones.push_back(bone);
     } else {
-      host.PrintStatus(status, "MFnDagNode constructor");
+      host_.PrintStatus(status, "MFnDagNode constructor");
     }
   });
+}
+
+host::Status SkeletonCapture::ForEachBone(const DagSearch::Visitor& visit) {
+  if (boneNames_.empty()) return {};
+  if (!search_ || !search_->status().ok()) search_.emplace(host_, boneNames_);
+  if (!search_->status().ok()) return search_->status();
+  for (const std::string& name : boneNames_) {
+    search_->ForEach(name, visit);
+  }
+  return {};
 }
 
 }  // namespace lipvane::scene
