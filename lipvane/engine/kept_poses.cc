@@ -13,8 +13,8 @@ const std::vector<int>& KeptPoses::Blend(TBonePose& start, std::vector<TBonePose
                                          const std::vector<double>& weights, std::size_t bones,
                                          std::vector<TIndexedBone>& blended) {
   weights_.assign(poses.size(), 0.0F);
-  std::transform(weights.begin(), weights.begin() + std::min(weights.size(), poses.size()),
-                 weights_.begin(), [](double weight) { return static_cast<float>(weight); });
+  for (std::size_t i = 0; i < std::min(weights.size(), poses.size()); ++i)
+    weights_[i] = static_cast<float>(weights[i]);
   const bool areServed = std::all_of(weights_.begin(), weights_.end(), [](float weight) {
     return std::abs(weight) <= RelativePoses::kMostWeight;  // not what is no number
   });

@@ -46,7 +46,7 @@ struct Rotations {
 };
 
 /// One of a row, of which the last is no float.
-static float Number(const float* at) {
+static inline float Number(const float* at) {
   float number = 0.0F;
   std::memcpy(&number, at, sizeof number);
   return number;
@@ -73,11 +73,11 @@ struct Bones {
   }
 };
 
-static float* Row(TIndexedBone* bone) {
+static inline float* Row(TIndexedBone* bone) {
   return reinterpret_cast<float*>(bone);
 }
 
-static const float* Row(const TIndexedBone* bone) {
+static inline const float* Row(const TIndexedBone* bone) {
   return reinterpret_cast<const float*>(bone);
 }
 
@@ -163,8 +163,8 @@ std::size_t Blend(const RelativeBlend& blend, int* unsure) {
 /// _Blend in every lane. Lanes that it does not serve keep their sums; those that it does are
 /// returned.
 template <typename Lanes>
-static typename Lanes::Mask AddStep(const Bones<Lanes>& target, const Bones<Lanes>& base,
-                                    const Lanes& weight, Bones<Lanes>& sum) {
+typename Lanes::Mask AddStep(const Bones<Lanes>& target, const Bones<Lanes>& base,
+                             const Lanes& weight, Bones<Lanes>& sum) {
   const auto all = [](float value) { return Lanes::All(value); };
   const Rotations<Lanes>& neutral = base.rotation;
   Rotations<Lanes> pose = target.rotation;
