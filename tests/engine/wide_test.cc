@@ -62,7 +62,7 @@ TEST_F(WideTest, StepsAreThoseOfBlendBitForBit) {
   int done = 0;
   int left = 0;
   for (std::size_t count = 0; count < 300; ++count) {
-    const std::size_t bones = count % 70;
+    const std::size_t bones = 1 + count % 70;
     std::vector<TIndexedBone> targets;
     std::vector<TIndexedBone> bases;
     std::vector<TIndexedBone> from;
