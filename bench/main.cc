@@ -30,7 +30,7 @@ std::vector<Row> RowsNamed(const std::string& part) {
 
 void Print(const Row& row, const Spread& spread) {
   const char* const bound = row.ratio == Ratio::kTime ? "<=" : ">=";
-  std::printf("%-42s %7.3f  [%.3f .. %.3f]   must %s %g  aim %s %g\n", row.name.c_str(),
+  std::printf("%-48s %7.3f  [%.3f .. %.3f]   must %s %g  aim %s %g\n", row.name.c_str(),
               spread.median, spread.p10, spread.p90, bound, row.must, bound, row.aim);
   std::fflush(stdout);
 }
