@@ -16,6 +16,22 @@ constexpr int kDigits = 6;
 constexpr double kLeast = 1e-16;
 constexpr double kLargest = 1e21;
 
+/// The two digits of each number below a hundred.
+struct Pairs {
+  char of[100][2];
+};
+
+constexpr Pairs MakePairs() {
+  Pairs pairs{};
+  for (int i = 0; i < 100; ++i) {
+    pairs.of[i][0] = static_cast<char>('0' + i / 10);
+    pairs.of[i][1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}
+
+constexpr Pairs kPairs = MakePairs();
+
 /// A number of six digits and the power of ten of its first one.
 struct Decimal {
   std::uint32_t digits = 0;  ///< 0: not known
@@ -36,11 +52,9 @@ Decimal DecimalOf(double value) {
   const int binary = static_cast<int>(bits >> 52U) - 1022;
   Decimal decimal;
   decimal.exponent = binary * 1233 >> 12;  // binary * log10(2), rounded down
-  double scaled = Scaled(value, kDigits - 1 - decimal.exponent);
-  if (scaled < 1e5) {
-    --decimal.exponent;
-    scaled = Scaled(value, kDigits - 1 - decimal.exponent);
-  }
+  // Whether it is one too many changes from number to number: nothing branches on it.
+  decimal.exponent -= Scaled(value, kDigits - 1 - decimal.exponent) < 1e5 ? 1 : 0;
+  const double scaled = Scaled(value, kDigits - 1 - decimal.exponent);
   const auto whole = static_cast<std::uint32_t>(scaled);
   const double rest = scaled - whole;
   if (std::abs(rest - 0.5) < 1e-9) return {};
@@ -95,16 +109,15 @@ char* WriteSixDigits(char* out, double value) {
   }
   // Behind the digits there is room to copy six from any of them.
   char digits[2 * kDigits] = {};
-  std::uint32_t rest = decimal.digits;
-  for (int i = kDigits - 1; i >= 0; --i) {
-    digits[i] = static_cast<char>('0' + rest % 10);
-    rest /= 10;
-  }
+  std::memcpy(digits, kPairs.of[decimal.digits / 10000], 2);
+  std::memcpy(digits + 2, kPairs.of[decimal.digits / 100 % 100], 2);
+  std::memcpy(digits + 4, kPairs.of[decimal.digits % 100], 2);
   int count = kDigits;
   while (digits[count - 1] == '0')
     --count;
 
-  if (value < 0.0) *out++ = '-';
+  *out = '-';
+  out += value < 0.0 ? 1 : 0;
   if (decimal.exponent < -4 || decimal.exponent >= kDigits) {
     return WriteExponent(WriteFixed(out, digits, count, 1), decimal.exponent);
   }
