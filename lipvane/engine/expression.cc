@@ -21,6 +21,7 @@ void TExpressionInfo::Blend(TBonePose* reference, std::vector<double>& weights, 
       return;
     }
     const int bones = static_cast<int>(boneNames.size());
+    if (bones == 0) return;
     reference->GrowTo(bones);
     GetPose(0).GrowTo(bones);
     for (int i = 0; i < bones; ++i) {

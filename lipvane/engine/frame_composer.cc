@@ -52,11 +52,17 @@ void FrameComposer::AddExpression(TExpressionInfo& expression, const BoneRoutes:
 
 void FrameComposer::AddSpeech(TBonePoseInfo& rig, const BoneRoutes::Routes& routes,
                               StepBatch& steps) {
-  if (routes.routes.empty()) return;
-  Grown(rig.blendedBones, routes.boneCount - 1);
+  // Those of which the expressions leave nothing are not even made.
+  const auto isLeft = [&](const BoneRoutes::Route& route) {
+    return bones_[route.out].taken < 1.0F;
+  };
+  if (rig.blendedBones.size() < static_cast<std::size_t>(routes.boneCount)) {
+    for (const BoneRoutes::Route& route : routes.routes)
+      if (isLeft(route)) Grown(rig.blendedBones, static_cast<int>(route.position));
+  }
   for (const BoneRoutes::Route& route : routes.routes) {
     Progress& bone = bones_[route.out];
-    if (bone.taken < 1.0F) bone.Add(rig.blendedBones[route.position], 1.0F - bone.taken, steps);
+    if (isLeft(route)) bone.Add(rig.blendedBones[route.position], 1.0F - bone.taken, steps);
   }
   steps.Flush();
 }

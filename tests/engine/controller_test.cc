@@ -168,6 +168,26 @@ TEST_F(ControllerTest, BonesThatTheRigLacks) {
   EXPECT_TRUE(controller_.GetExpression("Squint")->blendedBones.empty());
 }
 
+TEST_F(ControllerTest, MakesTheBonesThatItReads) {
+  TBonePoseInfo& rig = *controller_.BonePoseInfo();
+  rig.boneIds = {1, 2, 1, 7, 2, 5, 6};  // the first of an identifier counts
+  AddExpression(Expression("Blink", {7, 9}, 6), 1.0);
+  TExpressionInfo& blink = *controller_.GetExpression(0);
+  blink.boneIds = {9, 6, 9, 8};
+  blink.weight = 1.0;
+  for (const int id : {7, 1, 6, 3}) {
+    TIndexedBone bone;
+    bone.boneIndex = id;
+    out_.AddBone(bone);
+  }
+  rig.blendedBones = {Bone(30)};
+  controller_.FinalBlend(out_);
+  EXPECT_EQ(rig.poses[0].BoneCount(), 7);
+  EXPECT_EQ(rig.blendedBones.size(), 4U);  // of the last one the expression leaves nothing
+  EXPECT_EQ(blink.blendedBones.size(), 2U);
+  EXPECT_EQ(X(1), 30);
+}
+
 TEST_F(ControllerTest, WithoutNeutralPoseNothingMoves) {
   controller_.BonePoseInfo()->poses.clear();
   out_.AddBone(Bone(77));

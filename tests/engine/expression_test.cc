@@ -41,6 +41,10 @@ TEST(ExpressionTest, SinglePoseReplacesTheReference) {
   empty.Blend(&reference, weights, true);
   EXPECT_EQ(empty.poses.size(), 1U);
   EXPECT_EQ(empty.blendedBones[0].translation, Vector3());
+
+  TExpressionInfo boneless = Expression(0, {});
+  boneless.Blend(&reference, weights, true);
+  EXPECT_TRUE(boneless.poses.empty());
 }
 
 TEST(ExpressionTest, TheReferenceMayBeItsOwnFirstPoseWhichGrowsOnTheWay) {
