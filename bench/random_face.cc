@@ -35,7 +35,9 @@ Quaternion RandomFace::Neutral() {
   if (turns_ == Turns::kNear) return rotation;
   // No rig stands so, but it is what the interpolation's last resort is for.
   const double kind = Uniform(0.0, 10.0);
-  return kind < 1.0 ? Quaternion(0, 0, 0, 0) : Scaled(rotation, kind < 2.0 ? 1e-3F : 1.0F);
+  if (kind < 1.0) return {0, 0, 0, 0};
+  if (kind < 2.0) return Scaled(rotation, 1e-3F);
+  return kind < 5.0 ? Scaled(rotation, static_cast<float>(Uniform(0.992, 1.008))) : rotation;
 }
 
 Quaternion RandomFace::Posed(const Quaternion& neutral) {

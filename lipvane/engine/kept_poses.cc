@@ -15,9 +15,12 @@ const std::vector<int>& KeptPoses::Blend(TBonePose& start, std::vector<TBonePose
   weights_.assign(poses.size(), 0.0F);
   for (std::size_t i = 0; i < std::min(weights.size(), poses.size()); ++i)
     weights_[i] = static_cast<float>(weights[i]);
-  const bool areServed = std::all_of(weights_.begin(), weights_.end(), [](float weight) {
+  const auto isServed = [](float weight) {
     return std::abs(weight) <= RelativePoses::kMostWeight;  // not what is no number
-  });
+  };
+  // A negative weight of the neutral pose leaves a -0 of its translations what it is.
+  const bool areServed = poses.size() <= RelativePoses::kMostPoses && !std::signbit(weights_[0]) &&
+                         std::all_of(weights_.begin(), weights_.end(), isServed);
   if (!areServed) {
     left_.resize(bones);
     std::iota(left_.begin(), left_.end(), 0);

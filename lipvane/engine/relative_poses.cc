@@ -43,6 +43,12 @@ float Cosine(const Quaternion& a, const Quaternion& b) {
   return a.w * b.w + a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
+/// At length 1, rounded as _Blend rounds it.
+Quaternion Unit(const Quaternion& q) {
+  const float scale = 1.0F / std::sqrt(Cosine(q, q));
+  return {q.w * scale, q.x * scale, q.y * scale, q.z * scale};
+}
+
 /// conjugate(a) * b / divisor.
 Quaternion Relative(const Quaternion& a, const Quaternion& b, double divisor) {
   const double w = double{a.w} * b.w + double{a.x} * b.x + double{a.y} * b.y + double{a.z} * b.z;
@@ -131,9 +137,8 @@ void RelativePoses::Prepare(std::size_t pose) {
                  std::abs(squared - 1.0) > kOddSquaredLength;
     Quaternion relative;
     if (cosine > kSameRotation) {
-      turn.factor = squared;
+      turn.isSame = true;
     } else {
-      turn.factor = std::sqrt(squared);
       relative = Relative(neutral, aligned, squared);
       if (!(cosine > kLinear)) {
         turn.angle = std::acos(cosine);
@@ -148,25 +153,29 @@ void RelativePoses::Prepare(std::size_t pose) {
 void RelativePoses::PrepareStarts() {
   oddBones_.clear();
   for (std::size_t bone = 0; bone < bones_; ++bone) {
-    double factor = 1.0;
+    const TIndexedBone& start = Taken(poses_)[bone];
+    const Quaternion& neutral = start.rotation;
+    // What a pose of weight 0 turns by: nothing, but for the rounding, which adds up over poses.
+    const Quaternion inverse = neutral.Inverse();
+    const Quaternion bySame = Quaternion::Multiply(inverse, neutral);
+    const Quaternion byOther = Quaternion::Multiply(inverse, Unit(neutral));
+    Quaternion rotation = neutral;
     bool isOdd = false;
     for (std::size_t pose = 0; pose < poses_; ++pose) {
       const Turn& turn = turns_[pose * bones_ + bone];
-      factor *= -turn.factor;
+      rotation *= turn.isSame ? bySame : byOther;
       isOdd = isOdd || turn.isOdd;
     }
     if (isOdd) oddBones_.push_back(static_cast<int>(bone));
-    const TIndexedBone& start = Taken(poses_)[bone];
-    const Quaternion& r = start.rotation;
     // A first difference of 0 makes -0 to 0.
     const float zero = 0.0F;
     SetBone(starts_[bone / kBlock].bones, bone % kBlock,
             {start.translation.x + zero, start.translation.y + zero, start.translation.z + zero},
-            {static_cast<float>(r.w * factor), static_cast<float>(r.x * factor),
-             static_cast<float>(r.y * factor), static_cast<float>(r.z * factor)});
+            rotation);
     // Nothing is near to what is no number: an odd bone is not unsure, too.
     starts_[bone / kBlock].squaredLength[bone % kBlock] =
-        isOdd ? std::numeric_limits<float>::quiet_NaN() : static_cast<float>(SquaredLength(r));
+        isOdd ? std::numeric_limits<float>::quiet_NaN()
+              : static_cast<float>(SquaredLength(neutral));
   }
 }
 

@@ -15,8 +15,9 @@ namespace lipvane {
 /// between N and the aligned pose P. With H = conjugate(N) * P / n^2, known before any weight is,
 /// that product is -n * Unit((1 - w) * identity + w * H); so a step needs one product instead of
 /// two, nothing is aligned or normalised twice, and a pose of weight 0 costs nothing: the factors
-/// -n of all poses are part of what a blend starts from. Where D is N itself, H is the identity and
-/// the factor is -n^2. What differs from the plain way (_Blend) is rounding alone.
+/// -n of all poses are part of what a blend starts from, which is what poses of weight 0 alone make
+/// of N step by step, to the bit. Where D is N itself, H is the identity and the factor is -n^2.
+/// What differs from the plain way (_Blend) is the rounding of the poses that have a weight.
 class RelativePoses {
  public:
   /// Of the first `bones` bones of each pose, of which every one has as many. What `before` has of
@@ -37,11 +38,13 @@ class RelativePoses {
 
   /// Far beyond what is animated; with more, rounding would differ by more than 5e-6.
   static constexpr float kMostWeight = 4.0F;
+  /// So do more poses: the rounding of each turns on what those with a weight have turned.
+  static constexpr std::size_t kMostPoses = 32;
 
  private:
   /// What a pose does to a bone beyond its relative rotation.
   struct Turn {
-    double factor = 1.0;  ///< n or n^2
+    bool isSame = false;  ///< D is N itself
     float angle = 0.0F;   ///< between N and P where D goes along the arc, and its sine; else 0
     float sine = 0.0F;
     bool isOdd = false;

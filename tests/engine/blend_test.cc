@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <tuple>
 
 #include "lipvane/engine/bone_pose.h"
@@ -66,6 +67,20 @@ TEST(BlendTest, WeightsGrowOnlyWhenThereAreSome) {
     info.Blend(weights);
     EXPECT_EQ(weights, grown);
     EXPECT_EQ(info.blendedBones[0].translation, Vector3(translation, 0, 0));
+  }
+}
+
+TEST(BlendTest, NegativeZeroStaysOnlyWhereAllThatIsAddedIsNegativeZero) {
+  TBonePoseInfo info;
+  info.AddBone("jaw");
+  for (int pose = 0; pose < 2; ++pose)
+    info.GetPose(pose).GetBone(0).translation = {-0.0F, -0.0F, -0.0F};
+  for (const double ofNeutral : {0.0, 1.0, -1.0}) {
+    std::vector<double> weights = {ofNeutral, -1.0};
+    info.Blend(weights);
+    const Vector3& t = info.blendedBones[0].translation;
+    for (const float number : {t.x, t.y, t.z})
+      EXPECT_EQ(std::signbit(number), ofNeutral < 0.0) << ofNeutral;
   }
 }
 
