@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "bench/played_face.h"
@@ -12,15 +14,17 @@
 namespace lipvane::bench {
 namespace {
 
-/// Rotations may differ by what a relative blend rounds otherwise. Translations are the same bits,
-/// and so is what is no number.
+/// Rotations may differ by what a relative blend rounds otherwise. Translations are the same bits.
+/// What is no number stands in the same places.
 testing::AssertionResult AreSame(const TIndexedBone& bone, const naive::Bone& expected) {
   const Vector3& t = bone.translation;
   const Quaternion& r = bone.rotation;
   const naive::Vec& et = expected.translation;
   const naive::Quat& er = expected.rotation;
   constexpr float kRounding = 5e-6F;
-  const auto isBit = [](float a, float b) { return std::memcmp(&a, &b, sizeof a) == 0; };
+  const auto isBit = [](float a, float b) {
+    return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
+  };
   const auto isNear = [&](float a, float b) { return isBit(a, b) || std::abs(a - b) <= kRounding; };
   if (isBit(t.x, et.x) && isBit(t.y, et.y) && isBit(t.z, et.z) && isNear(r.w, er.w) &&
       isNear(r.x, er.x) && isNear(r.y, er.y) && isNear(r.z, er.z)) {
@@ -55,13 +59,23 @@ TEST(NaiveTest, BlendIsTheSameOverRandomRigs) {
   for (unsigned seed = 0; seed < 60; ++seed) {
     RandomFace random(seed, seed % 4 == 0 ? Turns::kNear : Turns::kEvery);
     // Neither bones nor poses are always a multiple of what wide instructions take.
-    const int poses = 1 + static_cast<int>(seed % 21);
+    const int poses = 1 + static_cast<int>(seed % 10 == 9 ? seed * 2 : seed % 21);
     TBonePoseInfo rig = random.Rig(1 + static_cast<int>(seed * 7 % 70), poses);
+    const auto any = [&](std::size_t count) {
+      return static_cast<std::size_t>(random.Uniform(0.0, static_cast<double>(count)));
+    };
+    if (seed % 5 == 0) {
+      TBonePose& pose = rig.poses[any(rig.poses.size())];
+      TIndexedBone& bone = pose.GetBone(static_cast<int>(any(pose.Bones().size())));
+      (seed % 2 == 0 ? bone.translation.y : bone.rotation.x) = seed % 3 == 0 ? NAN : INFINITY;
+    }
     naive::Rig expected = NaiveRig(rig);
     for (int frame = 0; frame < 3; ++frame) {
       std::vector<double> weights(static_cast<std::size_t>(poses));
       for (double& weight : weights)
         weight = random.Uniform(0.0, 1.0) < 0.3 ? 0.0 : random.Uniform(-1.5, 2.0);
+      const std::vector<double> odd = {-1e9, 700.0, NAN, INFINITY};
+      if (random.Uniform(0.0, 1.0) < 0.3) weights[any(weights.size())] = odd[any(odd.size())];
       rig.Blend(weights);
       naive::Blend(expected, expected.poses[0], weights);
       for (std::size_t b = 0; b < expected.blended.size(); ++b) {
@@ -87,6 +101,7 @@ TEST(NaiveTest, FrameIsTheSameOverRandomFaces) {
     size.keys = 12;
     size.lowest = -0.3;
     size.highest = 1.2;
+    size.lowestOfExpressions = seed % 6 == 5 ? -30.0 : -0.3;
     PlayedFace face(seed, seed % 4 == 0 ? Turns::kNear : Turns::kEvery, size);
     // Got before the first blend: what is changed through it later counts from then on.
     TIndexedBone& changed = face.Rig().GetPose(1).GetBone(2);
@@ -103,6 +118,49 @@ TEST(NaiveTest, FrameIsTheSameOverRandomFaces) {
             << "seed " << seed << ", time " << time << ", bone " << b;
       }
     }
+  }
+}
+
+// Where a rounding of the blend alone would decide how the frame goes on.
+TEST(NaiveTest, FramesNearTheBoundsAreTheSame) {
+  constexpr int kBones = 4000;
+  constexpr std::pair<double, double> kBounds[] = {
+      {0.9999999, 2e-4}, {0.55, 1e-6}, {0.0, 1e-6}};  // cosines; how far half angles are from them
+  for (const auto& [cosine, width] : kBounds) {
+    RandomFace random(7, Turns::kNear);
+    TBonePoseInfo rig = random.Rig(kBones, 20);
+    TExpressionInfo expression = random.Expression("Blink", rig, 0, kBones, 1);
+    expression.weight = 0.5;
+    for (int b = 0; b < kBones; ++b) {
+      Quaternion& neutral = rig.GetPose(0).GetBone(b).rotation;
+      const double length = random.Uniform(0.999, 1.001);
+      const double half = std::acos(std::min(cosine / length, 1.0)) + random.Uniform(-width, width);
+      const auto sine = static_cast<float>(std::sin(half) / std::sqrt(3.0));
+      rig.GetPose(1).GetBone(b).rotation =
+          Quaternion::Multiply(neutral, {static_cast<float>(std::cos(half)), sine, sine, sine});
+      for (float* number : {&neutral.w, &neutral.x, &neutral.y, &neutral.z})
+        *number *= static_cast<float>(length);
+    }
+    naive::Face face;
+    face.rig = NaiveRig(rig);
+    face.outIds = rig.boneIds;
+    face.expressions.push_back({NaiveRig(expression), {{0, 0.5}, {1, 0.5}}});
+    face.weights.resize(rig.poses.size());
+    face.weights[1] = 1.0;
+    naive::Pose expected(kBones);
+    naive::PlayFrame(face, 0.0, expected);
+
+    TController controller;
+    controller.SetBonePoseInfo(rig);
+    controller.AddExpression(expression);
+    TBonePose out;
+    controller.InitializeBones(out);
+    std::vector<double> weights = face.weights;
+    controller.BonePoseInfo()->Blend(weights);
+    controller.GetExpression(0)->Blend(&rig.GetPose(0), weights, true);
+    controller.FinalBlend(out);
+    for (std::size_t b = 0; b < expected.size(); ++b)
+      ASSERT_TRUE(AreSame(out.Bones()[b], expected[b])) << cosine << ", bone " << b;
   }
 }
 

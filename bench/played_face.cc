@@ -38,15 +38,15 @@ naive::Track NaiveTrack(const TAnimationTrack& track) {
 
 PlayedFace::PlayedFace(unsigned seed, Turns turns, const FaceSize& size) {
   RandomFace random(seed, turns);
-  const auto track = [&](const std::string& name, bool isActive) {
-    return isActive ? random.Track(name, size.keys, size.lowest, size.highest)
+  const auto track = [&](const std::string& name, bool isActive, double lowest) {
+    return isActive ? random.Track(name, size.keys, lowest, size.highest)
                     : random.Track(name, size.keys, 0.0, 0.0);
   };
   TBonePoseInfo rig = random.Rig(size.bones, 1 + size.speechTargets + kExpressionPosesOfRig);
   controller_.SetBonePoseInfo(rig);
   naive_.rig = NaiveRig(rig);
   for (int t = 0; t < size.speechTargets; ++t) {
-    animation_.AddTrack(track("Target", t < size.activeTargets));
+    animation_.AddTrack(track("Target", t < size.activeTargets, size.lowest));
     naive_.tracks.push_back(NaiveTrack(*animation_.GetTrack(t)));
   }
   for (int e = 0; e < size.expressions; ++e) {
@@ -55,7 +55,8 @@ PlayedFace::PlayedFace(unsigned seed, Turns turns, const FaceSize& size) {
     TExpressionInfo expression = random.Expression(name, rig, e * size.expressionBones / 2,
                                                    size.expressionBones, size.expressionPoses);
     controller_.AddExpression(expression);
-    animation_.AddExpressionTrack(track(name, e < size.activeExpressions));
+    animation_.AddExpressionTrack(
+        track(name, e < size.activeExpressions, size.lowestOfExpressions));
     naive_.expressions.push_back(
         {NaiveRig(expression), NaiveTrack(*animation_.GetExpressionTrack(name))});
   }

@@ -25,6 +25,7 @@ struct FaceSize {
   int activeExpressions = 4;
   double lowest = 0.0;
   double highest = 0.5;
+  double lowestOfExpressions = 0.0;
 };
 
 /// A face that plays an animation, and the same one for the naive reference.

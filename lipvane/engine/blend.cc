@@ -68,6 +68,10 @@ void TBonePoseInfo::Blend(std::vector<double>& weights) {
   });
 }
 
+void TBonePoseInfo::BlendExactly(std::vector<double>& weights) {
+  Trail("TBonePoseInfo::Blend", [&] { BlendStepByStep(GetPose(0), weights); });
+}
+
 void TBonePoseInfo::BlendStepByStep(TBonePose& start, std::vector<double>& weights) {
   if (boneNames.empty()) return;
   GrowForBlend(start, weights);

@@ -8,6 +8,9 @@
 namespace lipvane {
 namespace {
 
+/// A frame that takes more than this of the rig's blend would show its rounding.
+constexpr double kMostShareOfBlend = 2.0;
+
 /// Identifiers in the order of first sight, each once.
 class UniqueIds {
  public:
@@ -121,9 +124,17 @@ bool TController::UpdateFacialAnim(TAnimation& animation, double time, std::vect
                                    TBonePose& out) {
   return Trail("TController::UpdateFacialAnim", [&] {
     const bool outside = animation.ValuesAtTime(time, values);
-    bonePoseInfo_.Blend(values);
+    double shareOfSpeech = 1.0;  // at most, of any bone
     for (TExpressionInfo& expression : expressions_) {
       expression.weight = animation.ExpressionValueAtTime(time, expression.name);
+      if (expression.weight < 0.0) shareOfSpeech -= expression.weight;
+    }
+    if (shareOfSpeech <= kMostShareOfBlend) {
+      bonePoseInfo_.Blend(values);
+    } else {
+      bonePoseInfo_.BlendExactly(values);
+    }
+    for (TExpressionInfo& expression : expressions_) {
       if (expression.weight == 0.0) {
         continue;
       }

@@ -10,13 +10,18 @@ TExpressionInfo::~TExpressionInfo() noexcept(!kDestructorsRaise) {
   Trail("TExpressionInfo::~TExpressionInfo", [] {});
 }
 
+// Every bit counts: a controller composes the result on another start than this one.
+
+void TExpressionInfo::Blend(std::vector<double>& weights) {
+  BlendExactly(weights);
+}
+
 void TExpressionInfo::Blend(TBonePose* reference, std::vector<double>& weights, bool singlePose) {
   Trail("TExpressionInfo::Blend", [&] {
     if (reference == nullptr) {
       return;
     }
     if (!singlePose) {
-      // Every bit counts: a controller composes the result on another start than this one.
       BlendStepByStep(*reference, weights);
       return;
     }

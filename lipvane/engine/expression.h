@@ -23,8 +23,8 @@ struct TExpressionInfo : TBonePoseInfo {
   TExpressionInfo& operator=(TExpressionInfo&&) noexcept = default;
   ~TExpressionInfo() noexcept(!kDestructorsRaise);
 
-  using TBonePoseInfo::Blend;
-
+  /// As TBonePoseInfo::Blend.
+  void Blend(std::vector<double>& weights);
   /// Fills blendedBones: the reference pose plus every pose's weighted difference from it, or, when
   /// `singlePose` is set, the first pose outright, whatever the weights. A reference pose that is
   /// too short grows; without one nothing happens. Weights are in pose order, grown as by

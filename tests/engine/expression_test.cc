@@ -47,6 +47,20 @@ TEST(ExpressionTest, SinglePoseReplacesTheReference) {
   EXPECT_TRUE(boneless.poses.empty());
 }
 
+TEST(ExpressionTest, BlendsBitForBitOnItsOwnFirstPose) {
+  std::vector<TBonePose> poses;
+  for (const float turn : {0.3F, 0.7F, 1.1F})
+    poses.push_back(Pose({turn, 0, 0}, Quaternion::FromAxisAngle(turn, turn, 1, 0.2F)));
+  TExpressionInfo expression = Expression(1, poses);
+  TExpressionInfo other = expression;
+  for (int i = 0; i < 50; ++i) {
+    Weights weights = {0, 0.013 * i, 0.5};
+    expression.Blend(weights);
+    other.Blend(&other.GetPose(0), weights, false);
+    EXPECT_EQ(expression.blendedBones[0].rotation, other.blendedBones[0].rotation) << i;
+  }
+}
+
 TEST(ExpressionTest, TheReferenceMayBeItsOwnFirstPoseWhichGrowsOnTheWay) {
   TExpressionInfo blended = Expression(3, {Pose({1, 0, 0}), Pose({5, 4, 0})});
   Weights weights = {1, 0.5};
