@@ -90,6 +90,8 @@ TEST_F(KeptPosesTest, WhateverChangesAPoseCounts) {
       {"a neutral bone", [&] { neutral = AnyBone(); }},
       {"an assigned pose, and its bone that was lent", [&] { pose = assigned; }},
       {"that bone", [&] { bone.rotation = AnyBone().rotation; }},
+      {"another pose of the rig over it", [&] { pose = rig_.poses[3]; }},
+      {"that bone", [&] { bone.rotation = AnyBone().rotation; }},
       {"a pose that came with its lent bone", [&] { rig_.poses[1] = std::move(other); }},
       {"that bone", [&] { ofOther = AnyBone(); }},
       {"exchanged poses", [&] { std::swap(rig_.poses[1], rig_.poses[3]); }},
@@ -117,6 +119,20 @@ TEST_F(KeptPosesTest, WhateverChangesAPoseCounts) {
     EXPECT_TRUE(Blended(rig_) == expected) << what << ", once more";
     EXPECT_FALSE(expected == before) << what << " changes nothing: it tests nothing";
     before = expected;
+  }
+}
+
+TEST_F(KeptPosesTest, CopiesThatGrowApartAreTold) {
+  Blended(rig_);
+  std::vector<TBonePose> copies(3, rig_.poses[1]);
+  copies[0].AddBone(AnyBone());
+  copies[1].AddBone(AnyBone());
+  copies[2].GrowTo(kBones + 1);
+  rig_.AddBone("more");
+  for (const TBonePose& copy : copies) {
+    rig_.poses[1] = copy;
+    TBonePoseInfo fresh = Fresh(rig_);
+    EXPECT_EQ(Blended(rig_), Blended(fresh));
   }
 }
 
