@@ -30,7 +30,7 @@ TEST(StatementScanner, EndsStatementsAtSemicolonsOutsideStringsAndComments) {
   EXPECT_EQ(Statements("a b; c\n\td;"), (Texts{"a b", "c\n\td"}));
   EXPECT_EQ(Statements("a \";//\"; b \"\\\";\";"), (Texts{"a \";//\"", "b \"\\\";\""}));
   EXPECT_EQ(Statements("// a;\nb // c;\n d;/* e; */f;"), (Texts{"b // c;\n d", "f"}));
-  EXPECT_EQ(Statements("a/b;"), Texts{"a/b"});
+  EXPECT_EQ(Statements("a/b;c/;d/\";\";"), (Texts{"a/b", "c/", "d/\";\""}));
   EXPECT_EQ(Statements("{ a; } ;; b;\n// end"), (Texts{"a", "b"}));
 }
 
@@ -79,7 +79,8 @@ TEST(StatementScanner, KnowsAllLineEndsAndTheByteOrderMark) {
 TEST(StatementScanner, SaysWhereTheTextBreaksOff) {
   for (const auto& [text, offset] :
        {std::pair{"a; b", 3}, std::pair{"a; b \"c", 5}, std::pair{"a \"b\nc\";", 2},
-        std::pair{"a; /* b;", 2}, std::pair{"a /*;", 2}, std::pair{"a \"b\\", 2}}) {
+        std::pair{"a \"b\rc\";", 2}, std::pair{"a; /* b;", 2}, std::pair{"a /*;", 2},
+        std::pair{"a \"b\\", 2}}) {
     try {
       Statements(text);
       ADD_FAILURE() << text;
