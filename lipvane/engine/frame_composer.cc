@@ -10,6 +10,12 @@ namespace lipvane {
 void FrameComposer::Compose(TBonePoseInfo& rig, std::vector<TExpressionInfo>& expressions,
                             TBonePose& out) {
   if (out.BoneCount() == 0) return;
+  if (&out == &rig.poses[0]) {  // which is read until the end, and may grow
+    TBonePose composed = out;
+    Compose(rig, expressions, composed);
+    out = composed;
+    return;
+  }
   routes_.Update(out, rig, expressions);
   // Deliberate: a bone that the rig lacks rests on no rotation at all, not on the identity.
   const TIndexedBone noBone({}, {0, 0, 0, 0}, 0);

@@ -175,7 +175,7 @@ TEST_F(ControllerTest, MakesTheBonesThatItReads) {
   TExpressionInfo& blink = *controller_.GetExpression(0);
   blink.boneIds = {9, 6, 9, 8};
   blink.weight = 1.0;
-  for (const int id : {7, 1, 6, 3}) {
+  for (const int id : {7, 6, 1, 3}) {
     TIndexedBone bone;
     bone.boneIndex = id;
     out_.AddBone(bone);
@@ -183,9 +183,22 @@ TEST_F(ControllerTest, MakesTheBonesThatItReads) {
   rig.blendedBones = {Bone(30)};
   controller_.FinalBlend(out_);
   EXPECT_EQ(rig.poses[0].BoneCount(), 7);
-  EXPECT_EQ(rig.blendedBones.size(), 4U);  // of the last one the expression leaves nothing
+  EXPECT_EQ(rig.blendedBones.size(), 4U);  // of bone 6 the expression leaves nothing
   EXPECT_EQ(blink.blendedBones.size(), 2U);
-  EXPECT_EQ(X(1), 30);
+  EXPECT_EQ(X(2), 30);
+}
+
+TEST_F(ControllerTest, ComposesOntoTheNeutralPoseItself) {
+  AddExpression(Expression("Blink", {2}, 120), 0.5);
+  Play();
+  TBonePose& neutral = controller_.BonePoseInfo()->GetPose(0);
+  neutral.GetBone(0).boneIndex = 1;
+  neutral.GetBone(1).boneIndex = 2;
+  controller_.BonePoseInfo()->boneIds = {3, 3, 1, 2};  // so that it grows meanwhile
+  controller_.BonePoseInfo()->blendedBones.resize(4, Bone(8));
+  controller_.FinalBlend(neutral);
+  EXPECT_EQ(neutral.GetBone(0).translation.x, 8);
+  EXPECT_EQ(neutral.GetBone(1).translation.x, 60 + 4);
 }
 
 TEST_F(ControllerTest, WithoutNeutralPoseNothingMoves) {
