@@ -20,7 +20,7 @@ class ContentStamp {
       : mark_(std::move(other.mark_)), isLent_(other.isLent_) {}
   /// References into the content that is replaced may lead to what replaces it: it stays lent.
   ContentStamp& operator=(const ContentStamp& other) {
-    mark_ = isLent_ ? nullptr : other.mark_;
+    if (this != &other) mark_ = isLent_ ? nullptr : other.mark_;
     return *this;
   }
   ContentStamp& operator=(ContentStamp&& other) noexcept {
