@@ -37,6 +37,7 @@ Quaternion RandomFace::Neutral() {
   const double kind = Uniform(0.0, 10.0);
   if (kind < 1.0) return {0, 0, 0, 0};
   if (kind < 2.0) return Scaled(rotation, 1e-3F);
+  if (kind < 3.0) return Scaled(rotation, static_cast<float>(Uniform(0.5, 1.5)));
   return kind < 5.0 ? Scaled(rotation, static_cast<float>(Uniform(0.992, 1.008))) : rotation;
 }
 
