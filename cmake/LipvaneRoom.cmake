@@ -35,6 +35,22 @@ function(lipvane_room name)
   set_property(GLOBAL APPEND PROPERTY LIPVANE_ROOMS ${name})
 endfunction()
 
+# A folder through which no more of the tree is seen than the folders that are named; the tree itself
+# where there are no links.
+function(lipvane_view out name)
+  cmake_path(GET CMAKE_CURRENT_FUNCTION_LIST_DIR PARENT_PATH tree)
+  set(view ${PROJECT_BINARY_DIR}/rooms/${name})
+  file(MAKE_DIRECTORY ${view})
+  foreach(folder IN LISTS ARGN)
+    file(CREATE_LINK ${tree}/${folder} ${view}/${folder} RESULT failed SYMBOLIC)
+    if(failed)
+      set(view ${tree})
+      break()
+    endif()
+  endforeach()
+  set(${out} ${view} PARENT_SCOPE)
+endfunction()
+
 # The target check_headers (not part of "all") compiles each header of each room alone, with no more
 # in sight than the room links.
 function(lipvane_header_check)

@@ -5,16 +5,7 @@ include(GoogleTest)
 
 # Tests reach each other as "tests/FOLDER/NAME.h", the command line's parts as "cli/NAME.h", and the
 # rooms only through what they link.
-cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH tree)
-set(LIPVANE_TEST_ROOT ${PROJECT_BINARY_DIR}/rooms/of_tests)
-file(MAKE_DIRECTORY ${LIPVANE_TEST_ROOT})
-foreach(folder tests cli)
-  file(CREATE_LINK ${tree}/${folder} ${LIPVANE_TEST_ROOT}/${folder} RESULT failed SYMBOLIC)
-  if(failed)
-    set(LIPVANE_TEST_ROOT ${tree})
-    break()
-  endif()
-endforeach()
+lipvane_view(LIPVANE_TEST_ROOT of_tests tests cli)
 
 function(lipvane_test name)
   cmake_parse_arguments(PARSE_ARGV 1 test "" "" "LINKS;SOURCES")
