@@ -1,11 +1,13 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
-#include "bench/playback.h"
 #include "bench/played_face.h"
 #include "bench/rows.h"
 
@@ -17,9 +19,36 @@ constexpr int kBones = 64;
 constexpr int kPoses = 20;
 constexpr int kSamples = 600;
 
+enum class Order { kInTime, kRandom };
+
+/// The moments of the frames, 60 a second, of a play of this length in milliseconds that is
+/// repeated without end.
+class Moments {
+ public:
+  Moments(double length, Order order) {
+    for (std::size_t i = 0; i < kCount; ++i)
+      times_.push_back(std::fmod(static_cast<double>(i) * 1000.0 / 60.0, length));
+    if (order == Order::kRandom) std::shuffle(times_.begin(), times_.end(), std::mt19937(1));
+  }
+
+  double Next() {
+    next_ = next_ + 1 < kCount ? next_ + 1 : 0;
+    return times_[next_];
+  }
+
+ private:
+  /// So many that a processor does not learn a random order by heart.
+  static constexpr std::size_t kCount = 60000;
+
+  std::vector<double> times_;
+  std::size_t next_ = 0;
+};
+
 Contenders Blends(std::size_t weightsSet) {
   TBonePoseInfo rig = RandomFace(kSeed, Turns::kNear).Rig(kBones, kPoses);
-  std::vector<double> weights = SomeWeights(kPoses, weightsSet);
+  std::vector<double> weights(kPoses, 0.0);
+  for (std::size_t i = 0; i < weightsSet; ++i)
+    weights[i] = 0.1 + 0.8 * static_cast<double>(i) / kPoses;
   const std::string name = "blend, weights set: " + std::to_string(weightsSet);
   return {{name,
            [rig, weights]() mutable {

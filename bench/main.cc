@@ -19,9 +19,9 @@ using Json = nlohmann::ordered_json;
 
 std::vector<Row> RowsNamed(const std::string& part) {
   std::vector<Row> rows;
-  for (const auto& room : {lipvane::bench::EngineRows(), lipvane::bench::FormatsRows(),
-                           lipvane::bench::ProgramRows()}) {
-    for (const Row& row : room) {
+  for (const auto& some : {lipvane::bench::EngineRows(), lipvane::bench::FormatsRows(),
+                           lipvane::bench::SceneRows(), lipvane::bench::ProgramRows()}) {
+    for (const Row& row : some) {
       if (row.name.find(part) != std::string::npos) rows.push_back(row);
     }
   }

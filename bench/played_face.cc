@@ -14,6 +14,13 @@ naive::Bone NaiveBone(const TIndexedBone& bone) {
   return {{t.x, t.y, t.z}, {r.w, r.x, r.y, r.z}};
 }
 
+naive::Track NaiveTrack(const TAnimationTrack& track) {
+  naive::Track result;
+  for (int k = 0; k < track.KeyCount(); ++k)
+    result.push_back({track.GetKey(k)->time, track.GetKey(k)->value});
+  return result;
+}
+
 }  // namespace
 
 naive::Rig NaiveRig(const TBonePoseInfo& rig) {
@@ -26,13 +33,6 @@ naive::Rig NaiveRig(const TBonePoseInfo& rig) {
     result.poses.push_back(bones);
   }
   result.blended.resize(result.ids.size());
-  return result;
-}
-
-naive::Track NaiveTrack(const TAnimationTrack& track) {
-  naive::Track result;
-  for (int k = 0; k < track.KeyCount(); ++k)
-    result.push_back({track.GetKey(k)->time, track.GetKey(k)->value});
   return result;
 }
 

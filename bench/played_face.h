@@ -8,9 +8,8 @@
 
 namespace lipvane::bench {
 
-/// The same values for the naive reference.
+/// The same rig for the naive reference.
 naive::Rig NaiveRig(const TBonePoseInfo& rig);
-naive::Track NaiveTrack(const TAnimationTrack& track);
 
 /// What a face consists of.
 struct FaceSize {

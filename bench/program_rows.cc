@@ -1,34 +1,16 @@
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
-#include <memory>
 #include <stdexcept>
 #include <string>
 
-#include "bench/mesh_scene.h"
-#include "bench/naive/line_feeds.h"
 #include "bench/rows.h"
-#include "lipvane/host/standalone/scene.h"
-#include "tests/support/temporary_folder.h"
 
 namespace lipvane::bench {
 namespace {
-
-constexpr std::size_t kSceneBytes = 100'000'000;
-
-Contenders Opening() {
-  const auto folder = std::make_shared<test::TemporaryFolder>();
-  const std::string name = folder->Path("meshes.ma");
-  WriteMeshScene(name, kSceneBytes);
-  return {{"open scene",
-           [folder, name] { benchmark::DoNotOptimize(standalone::Scene::Open(name).NodeCount()); }},
-          {"count line feeds",
-           [folder, name] { benchmark::DoNotOptimize(naive::CountLineFeeds(name)); }}};
-}
 
 /// Runs a program to its end, its output thrown away.
 void Run(std::string program, std::string argument) {
@@ -54,10 +36,7 @@ Contenders Starting() {
 }  // namespace
 
 std::vector<Row> ProgramRows() {
-  return {
-      {"scene of 100 MB, open to read and count", Ratio::kTime, 4.0, 2.0, Opening},
-      {"start of lipvane --version to /bin/true", Ratio::kTime, 5.0, 3.0, Starting},
-  };
+  return {{"start of lipvane --version to /bin/true", Ratio::kTime, 5.0, 3.0, Starting}};
 }
 
 }  // namespace lipvane::bench

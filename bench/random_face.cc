@@ -1,6 +1,5 @@
 #include "bench/random_face.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <utility>
@@ -88,14 +87,6 @@ TAnimationTrack RandomFace::Track(const std::string& name, int keys, double low,
     time += static_cast<int>(Uniform(20.0, 180.0));
   }
   return track;
-}
-
-std::vector<double> SomeWeights(std::size_t count, std::size_t set) {
-  std::vector<double> weights(count, 0.0);
-  for (std::size_t i = 0; i < std::min(set, count); ++i) {
-    weights[i] = 0.1 + 0.8 * static_cast<double>(i) / static_cast<double>(count);
-  }
-  return weights;
 }
 
 }  // namespace lipvane::bench

@@ -42,7 +42,4 @@ class RandomFace {
   Turns turns_;
 };
 
-/// `count` weights of which the first `set` are between 0.1 and 0.9 and the others 0.
-std::vector<double> SomeWeights(std::size_t count, std::size_t set);
-
 }  // namespace lipvane::bench

@@ -11,7 +11,9 @@ namespace lipvane::bench {
 std::vector<Row> EngineRows();
 /// Bone pose files.
 std::vector<Row> FormatsRows();
-/// Scenes, and the command line as a process.
+/// Scenes.
+std::vector<Row> SceneRows();
+/// The command line as a process.
 std::vector<Row> ProgramRows();
 
 }  // namespace lipvane::bench

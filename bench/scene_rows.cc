@@ -1,14 +1,24 @@
-#include "bench/mesh_scene.h"
+#include <benchmark/benchmark.h>
 
+#include <cstddef>
 #include <fstream>
+#include <memory>
 #include <ostream>
 #include <random>
 #include <sstream>
 #include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/naive/files.h"
+#include "bench/rows.h"
+#include "lipvane/host/standalone/scene.h"
+#include "tests/support/temporary_folder.h"
 
 namespace lipvane::bench {
 namespace {
 
+constexpr std::size_t kSceneBytes = 100'000'000;
 constexpr int kJoints = 100;
 constexpr int kElements = 5000;
 constexpr int kInStatement = 100;
@@ -51,16 +61,15 @@ void WriteJoint(std::ostream& out, int number) {
       << "\tsetAttr \".tan\" 18;\n\tsetAttr -s 3 \".ktv[0:2]\"  0 0 10 12.5 20 -3.25;\n";
 }
 
-}  // namespace
-
-void WriteMeshScene(const std::string& fileName, std::size_t bytes) {
+/// Writes a Maya ASCII scene: a chain of keyed joints, and for the rest meshes.
+void WriteScene(const std::string& fileName) {
   const std::string mesh = MeshStatements();
   std::ofstream out(fileName, std::ios::binary);
   out << "//Maya ASCII 2019 scene\nrequires maya \"2019\";\n"
          "currentUnit -l centimeter -a degree -t film;\n";
   for (int joint = 0; joint < kJoints; ++joint)
     WriteJoint(out, joint);
-  for (int i = 0; out && static_cast<std::size_t>(out.tellp()) < bytes; ++i) {
+  for (int i = 0; out && static_cast<std::size_t>(out.tellp()) < kSceneBytes; ++i) {
     out << "createNode transform -n \"mesh" << i << "\";\n"
         << "createNode mesh -n \"meshShape" << i << "\" -p \"mesh" << i << "\";\n"
         << mesh;
@@ -70,6 +79,22 @@ void WriteMeshScene(const std::string& fileName, std::size_t bytes) {
   out << "// End of scene\n";
   out.close();
   if (!out) throw std::runtime_error(fileName + ": the scene could not be written");
+}
+
+Contenders Opening() {
+  const auto folder = std::make_shared<test::TemporaryFolder>();
+  const std::string name = folder->Path("meshes.ma");
+  WriteScene(name);
+  return {{"open scene",
+           [folder, name] { benchmark::DoNotOptimize(standalone::Scene::Open(name).NodeCount()); }},
+          {"count line feeds",
+           [folder, name] { benchmark::DoNotOptimize(naive::CountLineFeeds(name)); }}};
+}
+
+}  // namespace
+
+std::vector<Row> SceneRows() {
+  return {{"scene of 100 MB, open to read and count", Ratio::kTime, 4.0, 2.0, Opening}};
 }
 
 }  // namespace lipvane::bench

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,5 +19,8 @@ void ReadBoneLines(std::string_view section, std::vector<float>& numbers);
 /// into a buffer that has the room. Returns the length.
 std::size_t WritePoses(const std::vector<std::vector<BoneNumbers>>& poses,
                        std::vector<char>& buffer);
+
+/// Reads a file piece by piece with fread and counts its line feeds; 0 when it cannot be read.
+std::size_t CountLineFeeds(const std::string& fileName);
 
 }  // namespace lipvane::bench::naive
