@@ -82,15 +82,17 @@ struct PlainLanes {
   /// no float.
   template <typename Row>
   static void LoadRows(const Row& row, PlainLanes* columns) {
-    for (std::size_t i = 0; i < kCount; ++i)
+    for (std::size_t i = 0; i < kCount; ++i) {
       for (std::size_t c = 0; c < kRow; ++c)
         std::memcpy(&columns[c].v[i], row(i) + c, sizeof(float));
+    }
   }
   template <typename Row>
   static void StoreRows(const PlainLanes* columns, const Row& row) {
-    for (std::size_t i = 0; i < kCount; ++i)
+    for (std::size_t i = 0; i < kCount; ++i) {
       for (std::size_t c = 0; c < kRow; ++c)
         std::memcpy(row(i) + c, &columns[c].v[i], sizeof(float));
+    }
   }
 };
 
