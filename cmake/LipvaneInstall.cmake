@@ -18,7 +18,6 @@ set(internal_headers
     formats/expected_lines.h
     formats/file_content.h
     formats/layout.h
-    text/byte_block.h
     text/byte_search.h
     text/file.h
     text/large_pages.h

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "lipvane/text/byte_block.h"
+#include "lipvane/text/byte_search.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/short_decimal.h"
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "lipvane/text/byte_block.h"
+#include "lipvane/text/byte_search.h"
 #include "lipvane/text/powers_of_ten.h"
 
 #if defined(__SSE2__) || defined(_M_X64)

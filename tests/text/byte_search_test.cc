@@ -45,7 +45,7 @@ TEST(PlacesOf, IsTheSameByteByByte) {
   }
 }
 
-TEST(ByteBlock, CountsAndFindsBits) {
+TEST(PlacesAsBits, AreCountedAndFound) {
   std::mt19937_64 random(3);
   for (int round = 0; round < 10000; ++round) {
     const std::uint64_t some = random() & random();
