@@ -34,15 +34,15 @@ class TBonePose {
   /// Makes room for so many bones.
   void Reserve(int count) { bones_.reserve(static_cast<std::size_t>(count)); }
   /// Bone `i`. A pose that is too short grows with default bones; a negative position is
-  /// std::out_of_range. Valid until the pose grows. Who only reads does better with Bones: blends
-  /// look every time at a pose of which somebody may change a bone.
+  /// std::out_of_range. Valid until the pose grows. To read, Bones is better: once a bone is given
+  /// out, every blend looks through the pose for what may have been changed.
   TIndexedBone& GetBone(int i);
   int BoneCount() const { return static_cast<int>(bones_.size()); }
   /// All of them, to be read.
   const std::vector<TIndexedBone>& Bones() const { return bones_; }
   /// Adds default bones, as GetBone would, until there are as many.
   void GrowTo(int bones);
-  /// For who keeps something that he made of the bones.
+  /// Two that are equal and not null are of equal bones. Null once GetBone has given one out.
   const ContentStamp::Mark& Mark() { return stamp_.Current(); }
 
  private:
@@ -97,22 +97,23 @@ struct TBonePoseInfo {
   /// Fills blendedBones: the neutral pose plus every pose's difference from it times the pose's
   /// weight. Weights are in pose order, not clamped and not normalised. Missing poses, bones and
   /// weights are made, by the same rules as those of the getters; an empty `weights` means 0 for
-  /// all and stays empty.
+  /// all and stays empty. Translations have the bits that steps of _Blend in the order of the poses
+  /// give; rotations differ by rounding, over twenty poses by less than 5e-6 a component.
   void Blend(std::vector<double>& weights);
   /// The same by _Blend alone, which takes longer. Blend differs from it by rounding, up to 5e-6 a
   /// component of a rotation: too much for who amplifies it.
   void BlendExactly(std::vector<double>& weights);
 
  protected:
-  /// Fills blendedBones from any start, which may be one of the poses.
+  /// The same from any start, which may be one of the poses; by steps of _Blend, to the bit.
   void BlendStepByStep(TBonePose& start, std::vector<double>& weights);
   /// Sets the transform of blended bone `i`; its boneIndex stays.
   void StoreBlended(int i, const Vector3& translation, const Quaternion& rotation);
 
  private:
-  /// Makes what a blend misses.
+  /// Makes the bones and weights that a blend lacks.
   void GrowForBlend(TBonePose& start, std::vector<double>& weights);
-  /// Blends some bones step by step, one pose after the other.
+  /// Blends some bones by steps of _Blend, one pose after the other.
   void AddPoses(const std::vector<int>& bones, const TBonePose& start,
                 const std::vector<double>& weights);
 

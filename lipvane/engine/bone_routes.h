@@ -22,9 +22,10 @@ class BoneRoutes {
   struct Routes {
     std::vector<int> ids;  ///< of the rig or the expression, as they were looked up
     std::vector<Route> routes;
-    int boneCount = 0;  ///< how many bones it takes to hold all positions
+    int boneCount = 0;  ///< how many bones a pose needs to have one at every position
   };
 
+  /// Looks up anew when any identifier is another than before. To be called before those below.
   void Update(const TBonePose& out, const TBonePoseInfo& rig,
               const std::vector<TExpressionInfo>& expressions);
 

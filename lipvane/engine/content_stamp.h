@@ -5,13 +5,14 @@
 
 namespace lipvane {
 
-/// Tells whether a content is still what it was without a look at it. Its owner says when it
-/// changes the content itself (Changed) and when it gives out a reference through which others may
-/// (Lent), after which it can never tell again. Copies of the content are the same content; a
-/// content that is moved takes its references along.
+/// Tells whether a content is still what it was without a look at it: whoever made something of it
+/// keeps its mark and compares. The owner of the content says when it changes it itself (Changed)
+/// and when it gives out a reference through which others may (Lent), after which it can never tell
+/// again. Copies of the content are the same content; a content that is moved takes its references
+/// along.
 class ContentStamp {
  public:
-  /// Of one content only, for as long as someone holds it. Null: cannot tell.
+  /// Of one content only: while someone holds it, no other has the same. Null: cannot tell.
   using Mark = std::shared_ptr<const char>;
 
   ContentStamp() = default;
@@ -35,6 +36,7 @@ class ContentStamp {
     mark_ = nullptr;
     isLent_ = true;
   }
+  /// The mark of the content as it is, made when first asked for.
   const Mark& Current() {
     if (mark_ == nullptr && !isLent_) mark_ = std::make_shared<const char>();
     return mark_;

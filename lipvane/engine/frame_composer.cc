@@ -19,6 +19,7 @@ void FrameComposer::Compose(TBonePoseInfo& rig, std::vector<TExpressionInfo>& ex
   routes_.Update(out, rig, expressions);
   // Deliberate: a bone that the rig lacks rests on no rotation at all, not on the identity.
   const TIndexedBone noBone({}, {0, 0, 0, 0}, 0);
+  // One loan of the output for all of its bones, which lie in a row.
   bones_.assign(out.Bones().size(), {&noBone, &out.GetBone(0)});
   for (std::size_t i = 0; i < bones_.size(); ++i)
     bones_[i].out += i;

@@ -1,12 +1,14 @@
 #pragma once
 
+/// The bounds by which a step of a blend chooses how to interpolate. No functions here: they would
+/// be compiled with whatever instructions the files in wide/ are built for.
 namespace lipvane {
 
-// Between rotations of this cosine and more there is nothing to interpolate,
+/// Above this cosine two rotations are the same: nothing is interpolated.
 inline constexpr float kSameRotation = 0.99999988079071044921875F;
-// from here on it goes along the chord, else along the arc,
+/// Above this cosine it goes along the chord, else along the arc.
 inline constexpr float kLinear = 0.55F;
-// and a result of a smaller squared length has no direction.
+/// A sum of a smaller squared length has no direction.
 inline constexpr float kShortestSquared = 1e-5F;
 
 }  // namespace lipvane

@@ -10,9 +10,10 @@ class RelativePoses;
 class TBonePose;
 struct TIndexedBone;
 
-/// What a rig keeps from one blend for the next: its poses in the form that blends fastest. It is
-/// compared with the poses before each use, number for number, and made anew where they differ, so
-/// that it never answers for poses that were. Copies share it; it is never changed once made.
+/// What a rig keeps from one blend for the next: its poses in the form that blends fastest
+/// (RelativePoses). Before each use it is held against the poses, by their marks or else number for
+/// number, and made anew where they differ, so that it never answers for poses that were. Copies
+/// share it; it is never changed once made.
 class KeptPoses {
  public:
   /// Fills the transforms of the first `bones` of `blended` with the start pose plus every pose's

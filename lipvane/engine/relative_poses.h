@@ -30,9 +30,11 @@ class RelativePoses {
   bool AreOf(TBonePose& start, std::vector<TBonePose>& poses, std::size_t bones) const;
 
   /// Fills the transforms of `blended`, a bone each. The weights are one a pose and none exceeds
-  /// kMostWeight either way. `left` gets the bones that it does not serve: odd ones (a neutral
-  /// rotation far from unit length, a pose without rotation, numbers that are not finite), and
-  /// those that rounding might take across a bound when a controller composes them.
+  /// kMostWeight either way. `left` gets the bones whose result does not hold, which are to be
+  /// blended step by step: the odd ones (a neutral rotation far from unit length, a pose that
+  /// cannot be brought into its hemisphere, numbers that are not finite), known before any weight
+  /// is, and the unsure ones, whose result is so near to a bound of interpolation.h that rounding
+  /// might take a controller across it.
   void Blend(const std::vector<float>& weights, std::vector<TIndexedBone>& blended,
              std::vector<int>& left) const;
 
@@ -50,11 +52,17 @@ class RelativePoses {
     bool isOdd = false;
   };
 
+  // The start is what comes after the last pose.
+  /// Whether `from` still is what was taken of this pose.
   bool IsTaken(TBonePose& from, std::size_t pose) const;
+  /// Copies the bones and the mark of a pose.
   void Take(TBonePose& from, std::size_t pose);
   const TIndexedBone* Taken(std::size_t pose) const { return taken_.data() + pose * bones_; }
+  /// Fills the cells and turns of a pose from what was taken.
   void Prepare(std::size_t pose);
+  /// Fills the starts, which hold the factors of all poses, and finds the odd bones.
   void PrepareStarts();
+  /// The shares of a pose that goes along the arc for some bones.
   std::vector<wide::ShareBlock> Shares(std::size_t pose, float weight) const;
 
   std::size_t bones_;
@@ -64,7 +72,7 @@ class RelativePoses {
   std::vector<wide::StartBlock> starts_;
   std::vector<wide::BoneBlock> cells_;  // all poses of each block of bones
   std::vector<Turn> turns_;             // all bones of each pose
-  std::vector<char> hasArcs_;           // each pose
+  std::vector<char> hasArcs_;           // each pose: whether a bone of it goes along the arc
   std::vector<int> oddBones_;
 };
 

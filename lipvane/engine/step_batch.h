@@ -7,12 +7,12 @@
 
 namespace lipvane {
 
-/// Gathers steps of different bones, to be done several at a time, each as _Blend does it. What
-/// they lead to stays where it is until then.
+/// Gathers steps of different bones and does them several at a time, each bit for bit as _Blend
+/// does it. What a step points to must stay where it is until then.
 class StepBatch {
  public:
   void Add(const wide::Step& step);
-  /// Does all that were added. To be called before the first second step of a bone, and at the end.
+  /// Does all that were added. To be called before a bone gets its next step, and at the end.
   void Flush();
 
  private:

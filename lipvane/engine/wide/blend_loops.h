@@ -5,8 +5,7 @@
 /// The inner loops of blending, for several bones at once: the engine's one place for wide
 /// instructions. The loops are written once (loops_on.h) on "lanes", a few floats side by side, and
 /// built for each kind of lanes that a processor may have (lanes_*.h). No product and sum are fused
-/// and every operation is an IEEE one, so that a lane gets the same bits whatever its neighbours
-/// and its number.
+/// and every operation is an IEEE one, so that a bone gets the same bits on all lanes.
 ///
 /// A bone goes in and out as a row of eight numbers, as TIndexedBone lies in memory: translation x,
 /// y, z, rotation w, x, y, z and the index, which stays.
@@ -27,10 +26,10 @@ struct alignas(32) BoneBlock {
   float rw[kBlock], rx[kBlock], ry[kBlock], rz[kBlock];
 };
 
-/// What eight bones start from, and the squared lengths of their neutral rotations, no numbers
-/// where unsureness is of no interest.
+/// What eight bones start from.
 struct StartBlock {
   BoneBlock bones;
+  /// Of the neutral rotations. Not a number for bones that are never to be told unsure.
   float squaredLength[kBlock];
 };
 
@@ -64,12 +63,13 @@ struct Step {
 /// The loops for one kind of lanes.
 struct BlendLoops {
   const char* name;
-  /// Bones whose rotation came so near to one where composing decides otherwise that rounding might
-  /// decide are put into `unsure`, which has room for all, and their number is returned.
+  /// Bones are unsure when the result is so near to a bound of interpolation.h that rounding might
+  /// take a controller, which composes it on the neutral rotation, across. Their positions are put
+  /// into `unsure`, which has room for all, and their number is returned.
   std::size_t (*blend)(const RelativeBlend& blend, int* unsure);
-  /// Does the steps, none of which leads to what another begins with, bit for bit as _Blend does
-  /// each. Those that leave the chord between ordinary rotations are not done: their positions are
-  /// put into `left`, which has room for all, and their number is returned.
+  /// Does the steps, none of which leads to what another names, bit for bit as _Blend does each.
+  /// Those along an arc and those with odd rotations are not done: `to` gets `from` alone, their
+  /// positions are put into `left`, which has room for all, and their number is returned.
   std::size_t (*addSteps)(const Step* steps, std::size_t count, std::size_t* left);
 };
 

@@ -7,8 +7,9 @@
 #include "lipvane/engine/interpolation.h"
 #include "lipvane/engine/wide/blend_loops.h"
 
-/// The loops, on whatever kind of lanes. What is no template is static: each file that is built for
-/// other instructions has its own.
+/// The loops, on whatever kind of lanes: `Lanes` is one of those in lanes_*.h, kCount floats of
+/// which operators act on each. What is no template is static: each file that is built for other
+/// instructions has its own.
 namespace lipvane::wide {
 
 /// A rotation in every lane; the formulas of Quaternion, term by term in the same order.
@@ -93,7 +94,9 @@ Bones<Lanes> LoadBlock(const BoneBlock& block, std::size_t first) {
 
 /// Where the way from a neutral rotation to one that is `turn` away from it is so near to a bound
 /// (the other hemisphere, arc to chord, chord to nothing at all) that another rounding of the turn
-/// may take it across, and that makes more than a rounding's difference.
+/// may take it across, and that makes more than a rounding's difference. The cosine between the two
+/// is |neutral| * turn.w / |turn|; it is compared squared and times |turn|^2, without a root and a
+/// division.
 template <typename Lanes>
 typename Lanes::Mask IsUnsure(const Rotations<Lanes>& turn, const Lanes& neutralSquared) {
   const auto all = [](float value) { return Lanes::All(value); };
@@ -101,19 +104,23 @@ typename Lanes::Mask IsUnsure(const Rotations<Lanes>& turn, const Lanes& neutral
   constexpr float kNear = 5e-6F;
   constexpr float kNearSame = 6e-7F;
   constexpr float kNothing = 2e-6F;
-  const Lanes cosine = turn.w * turn.w;  // these three squared and times the turn's length
-  const Lanes sine = turn.x * turn.x + turn.y * turn.y + turn.z * turn.z;
-  const Lanes length = cosine + sine;
-  const Lanes decisive = neutralSquared * cosine;
-  const auto isNear = [&](float bound, float distance) {
-    return (all((bound - distance) * (bound - distance)) * length < decisive) &
-           (decisive < all((bound + distance) * (bound + distance)) * length);
+  const Lanes scalarSquared = turn.w * turn.w;
+  const Lanes vectorSquared = turn.x * turn.x + turn.y * turn.y + turn.z * turn.z;
+  const Lanes turnSquared = scalarSquared + vectorSquared;
+  const Lanes cosineSquared = neutralSquared * scalarSquared;  // times turnSquared
+  const auto isBelow = [&](float bound) {
+    return cosineSquared < all(bound * bound) * turnSquared;
   };
-  return (isNear(kSameRotation, kNearSame) & (all(kNothing * kNothing) * length < sine)) |
-         isNear(kLinear, kNear) | (decisive < all(kNear * kNear) * length);
+  const auto isNear = [&](float bound, float distance) {
+    return (all((bound - distance) * (bound - distance)) * turnSquared < cosineSquared) &
+           isBelow(bound + distance);
+  };
+  const auto isTurned = all(kNothing * kNothing) * turnSquared < vectorSquared;
+  return (isNear(kSameRotation, kNearSame) & isTurned) | isNear(kLinear, kNear) | isBelow(kNear);
 }
 
-/// Blends the bones of one block from lane `first` on, and tells which are unsure.
+/// Blends as many bones of one block as there are lanes, from the `first` on, and tells which are
+/// unsure.
 template <typename Lanes>
 typename Lanes::Mask BlendBlock(const RelativeBlend& blend, std::size_t block, std::size_t first,
                                 Bones<Lanes>& sum) {
