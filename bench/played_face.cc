@@ -6,7 +6,9 @@
 namespace lipvane::bench {
 namespace {
 
-constexpr int kExpressionPosesOfRig = 4;
+constexpr int kSpeechTargets = 15;
+constexpr int kExpressions = 4;
+constexpr int kExpressionBones = 12;
 
 naive::Bone NaiveBone(const TIndexedBone& bone) {
   const Vector3& t = bone.translation;
@@ -42,18 +44,18 @@ PlayedFace::PlayedFace(unsigned seed, Turns turns, const FaceSize& size) {
     return isActive ? random.Track(name, size.keys, lowest, size.highest)
                     : random.Track(name, size.keys, 0.0, 0.0);
   };
-  TBonePoseInfo rig = random.Rig(size.bones, 1 + size.speechTargets + kExpressionPosesOfRig);
+  TBonePoseInfo rig = random.Rig(size.bones, 1 + kSpeechTargets + kExpressions);
   controller_.SetBonePoseInfo(rig);
   naive_.rig = NaiveRig(rig);
-  for (int t = 0; t < size.speechTargets; ++t) {
+  for (int t = 0; t < kSpeechTargets; ++t) {
     animation_.AddTrack(track("Target", t < size.activeTargets, size.lowest));
     naive_.tracks.push_back(NaiveTrack(*animation_.GetTrack(t)));
   }
-  for (int e = 0; e < size.expressions; ++e) {
+  for (int e = 0; e < kExpressions; ++e) {
     const std::string name = "Expression" + std::to_string(e);
     // Neighbours share half of their bones.
-    TExpressionInfo expression = random.Expression(name, rig, e * size.expressionBones / 2,
-                                                   size.expressionBones, size.expressionPoses);
+    TExpressionInfo expression = random.Expression(name, rig, e * kExpressionBones / 2,
+                                                   kExpressionBones, size.expressionPoses);
     controller_.AddExpression(expression);
     animation_.AddExpressionTrack(
         track(name, e < size.activeExpressions, size.lowestOfExpressions));

@@ -14,12 +14,9 @@ naive::Rig NaiveRig(const TBonePoseInfo& rig);
 /// What a face consists of.
 struct FaceSize {
   int bones = 64;
-  int speechTargets = 15;  ///< the rig has a pose for each, the neutral one and four more
-  int expressions = 4;
-  int expressionBones = 12;
   int expressionPoses = 1;
   int keys = 100;
-  // Of how many the weights are not 0 all the time.
+  // How many have a weight that is not 0 all the time.
   int activeTargets = 15;
   int activeExpressions = 4;
   double lowest = 0.0;
@@ -27,7 +24,8 @@ struct FaceSize {
   double lowestOfExpressions = 0.0;
 };
 
-/// A face that plays an animation, and the same one for the naive reference.
+/// A face of 15 speech targets and 4 expressions, for each of which the rig has a pose beside the
+/// neutral one, that plays an animation; and the same one for the naive reference.
 class PlayedFace {
  public:
   PlayedFace(unsigned seed, Turns turns, const FaceSize& size);
