@@ -41,6 +41,7 @@ void FrameComposer::Compose(TBonePoseInfo& rig, std::vector<TExpressionInfo>& ex
       AddExpression(expressions[i], routes_.IntoExpression(i), steps);
   }
   AddSpeech(rig, rigRoutes, steps);
+  bones_.clear();  // what they point to may go
 }
 
 void FrameComposer::AddExpression(TExpressionInfo& expression, const BoneRoutes::Routes& routes,

@@ -75,22 +75,22 @@ RelativePoses::RelativePoses(TBonePose& start, std::vector<TBonePose>& poses, st
                              const RelativePoses* before)
     : bones_(bones), poses_(poses.size()) {
   const bool isRelated = before != nullptr && before->bones_ == bones_ &&
-                         before->poses_ == poses_ && before->IsTaken(start, poses_);
+                         before->poses_ == poses_ && before->IsUnchanged(start, poses_);
   if (isRelated) {
     *this = *before;
   } else {
     const std::size_t blocks = (bones_ + kBlock - 1) / kBlock;
-    taken_.resize((poses_ + 1) * bones_);
+    copies_.resize((poses_ + 1) * bones_);
     marks_.resize(poses_ + 1);
     starts_.resize(blocks);
-    cells_.resize(blocks * poses_);
+    poseBlocks_.resize(blocks * poses_);
     turns_.resize(poses_ * bones_);
     hasArcs_.resize(poses_);
-    Take(start, poses_);
+    Copy(start, poses_);
   }
   for (std::size_t pose = 0; pose < poses_; ++pose) {
-    if (isRelated && IsTaken(poses[pose], pose)) continue;
-    Take(poses[pose], pose);
+    if (isRelated && IsUnchanged(poses[pose], pose)) continue;
+    Copy(poses[pose], pose);
     Prepare(pose);
   }
   PrepareStarts();
@@ -100,27 +100,27 @@ bool RelativePoses::AreOf(TBonePose& start, std::vector<TBonePose>& poses,
                           std::size_t bones) const {
   if (bones != bones_ || poses.size() != poses_) return false;
   for (std::size_t pose = 0; pose < poses_; ++pose) {
-    if (!IsTaken(poses[pose], pose)) return false;
+    if (!IsUnchanged(poses[pose], pose)) return false;
   }
-  return IsTaken(start, poses_);
+  return IsUnchanged(start, poses_);
 }
 
-bool RelativePoses::IsTaken(TBonePose& from, std::size_t pose) const {
+bool RelativePoses::IsUnchanged(TBonePose& from, std::size_t pose) const {
   const ContentStamp::Mark& mark = from.Mark();
   if (mark != nullptr) return mark == marks_[pose];
-  return AreEqual(Taken(pose), from.Bones().data(), bones_);
+  return AreEqual(CopyOf(pose), from.Bones().data(), bones_);
 }
 
-void RelativePoses::Take(TBonePose& from, std::size_t pose) {
+void RelativePoses::Copy(TBonePose& from, std::size_t pose) {
   marks_[pose] = from.Mark();
-  std::copy_n(from.Bones().data(), bones_, taken_.data() + pose * bones_);
+  std::copy_n(from.Bones().data(), bones_, copies_.data() + pose * bones_);
 }
 
 void RelativePoses::Prepare(std::size_t pose) {
   hasArcs_[pose] = 0;
   for (std::size_t bone = 0; bone < bones_; ++bone) {
-    const TIndexedBone& from = Taken(poses_)[bone];
-    const TIndexedBone& to = Taken(pose)[bone];
+    const TIndexedBone& from = CopyOf(poses_)[bone];
+    const TIndexedBone& to = CopyOf(pose)[bone];
     const Quaternion& neutral = from.rotation;
     const double squared = SquaredLength(neutral);
     const Vector3 moved(to.translation.x - from.translation.x,
@@ -146,14 +146,14 @@ void RelativePoses::Prepare(std::size_t pose) {
         hasArcs_[pose] = 1;
       }
     }
-    SetBone(cells_[bone / kBlock * poses_ + pose], bone % kBlock, moved, relative);
+    SetBone(poseBlocks_[bone / kBlock * poses_ + pose], bone % kBlock, moved, relative);
   }
 }
 
 void RelativePoses::PrepareStarts() {
   oddBones_.clear();
   for (std::size_t bone = 0; bone < bones_; ++bone) {
-    const TIndexedBone& start = Taken(poses_)[bone];
+    const TIndexedBone& start = CopyOf(poses_)[bone];
     const Quaternion& neutral = start.rotation;
     // What a pose of weight 0 turns by: nothing, but for the rounding, which adds up over poses.
     const Quaternion inverse = neutral.Inverse();
@@ -207,7 +207,7 @@ void RelativePoses::Blend(const std::vector<float>& weights, std::vector<TIndexe
   }
   left.resize(bones_);
   left.resize(
-      wide::BestLoops().blend({starts_.data(), cells_.data(), poses_, weights.data(),
+      wide::BestLoops().blend({starts_.data(), poseBlocks_.data(), poses_, weights.data(),
                                shares.empty() ? nullptr : shares.data(), blended.data(), bones_},
                               left.data()));
   left.insert(left.end(), oddBones_.begin(), oddBones_.end());

@@ -53,12 +53,12 @@ class RelativePoses {
   };
 
   // The start is what comes after the last pose.
-  /// Whether `from` still is what was taken of this pose.
-  bool IsTaken(TBonePose& from, std::size_t pose) const;
+  /// Whether `from` still is what was copied of this pose.
+  bool IsUnchanged(TBonePose& from, std::size_t pose) const;
   /// Copies the bones and the mark of a pose.
-  void Take(TBonePose& from, std::size_t pose);
-  const TIndexedBone* Taken(std::size_t pose) const { return taken_.data() + pose * bones_; }
-  /// Fills the cells and turns of a pose from what was taken.
+  void Copy(TBonePose& from, std::size_t pose);
+  const TIndexedBone* CopyOf(std::size_t pose) const { return copies_.data() + pose * bones_; }
+  /// Fills the blocks and turns of a pose from its copy.
   void Prepare(std::size_t pose);
   /// Fills the starts, which hold the factors of all poses, and finds the odd bones.
   void PrepareStarts();
@@ -67,12 +67,12 @@ class RelativePoses {
 
   std::size_t bones_;
   std::size_t poses_;
-  std::vector<TIndexedBone> taken_;        // all bones of each pose, then of the start
+  std::vector<TIndexedBone> copies_;       // all bones of each pose, then of the start
   std::vector<ContentStamp::Mark> marks_;  // each pose, then the start
   std::vector<wide::StartBlock> starts_;
-  std::vector<wide::BoneBlock> cells_;  // all poses of each block of bones
-  std::vector<Turn> turns_;             // all bones of each pose
-  std::vector<char> hasArcs_;           // each pose: whether a bone of it goes along the arc
+  std::vector<wide::BoneBlock> poseBlocks_;  // all poses of each block of bones
+  std::vector<Turn> turns_;                  // all bones of each pose
+  std::vector<char> hasArcs_;                // each pose: whether a bone of it goes along the arc
   std::vector<int> oddBones_;
 };
 
