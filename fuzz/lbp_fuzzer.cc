@@ -1,24 +1,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "fuzz/expect.h"
 #include "lipvane/check/lbp_check.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/engine/exception.h"
 #include "lipvane/formats/lbp.h"
-#include "lipvane/formats/lbp_hierarchy.h"
 #include "lipvane/formats/phonemes.h"
 
 namespace {
-
-void Expect(bool held) {
-  if (!held) std::abort();
-}
 
 /// Whether the checker calls it an error.
 bool IsFaulty(std::string_view text) {
@@ -48,22 +42,12 @@ void ReadPoses(std::string_view text) {
   }
 }
 
-void ReadHierarchy(std::string_view text) {
-  std::map<int, std::string> nameByNumber;
-  std::map<std::string, int> numberByName;
-  std::map<std::string, std::string> parentByName;
-  if (!lipvane::ReadLbpHierarchyText(text, nameByNumber, numberByName, parentByName)) {
-    Expect(nameByNumber.empty() && numberByName.empty() && parentByName.empty());
-  }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text(data, data + size);
   try {
     ReadPoses(text);
-    ReadHierarchy(text);
   } catch (const lipvane::TamskException&) {
     // The engine may refuse what the file asks of it.
   }

@@ -1,21 +1,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "fuzz/expect.h"
 #include "lipvane/check/ltf_check.h"
 #include "lipvane/engine/animation.h"
 #include "lipvane/engine/exception.h"
 #include "lipvane/formats/ltf.h"
 
 namespace {
-
-void Expect(bool held) {
-  if (!held) std::abort();
-}
 
 /// Whether the checker calls it an error.
 bool IsFaulty(std::string_view text) {

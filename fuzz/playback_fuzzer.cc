@@ -3,11 +3,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "fuzz/expect.h"
 #include "lipvane/engine/controller.h"
 
 namespace {
@@ -104,9 +104,9 @@ TController Fresh(TController& face) {
 }
 
 void ExpectSame(const TBonePose& a, const TBonePose& b) {
-  if (a.Bones().size() != b.Bones().size()) std::abort();
+  Expect(a.Bones().size() == b.Bones().size());
   for (std::size_t i = 0; i < a.Bones().size(); ++i)
-    if (std::memcmp(&a.Bones()[i], &b.Bones()[i], sizeof(TIndexedBone)) != 0) std::abort();
+    Expect(std::memcmp(&a.Bones()[i], &b.Bones()[i], sizeof(TIndexedBone)) == 0);
 }
 
 void Change(Source& source, TController& face, TBonePose& out) {
@@ -172,11 +172,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TBonePose expected = out;
     std::vector<double> expectedWeights = weights;
     const bool isOutside = face.UpdateFacialAnim(animation, time, weights, out);
-    if (fresh.UpdateFacialAnim(animation, time, expectedWeights, expected) != isOutside)
-      std::abort();
+    Expect(fresh.UpdateFacialAnim(animation, time, expectedWeights, expected) == isOutside);
     ExpectSame(out, expected);
     for (std::size_t i = 0; i < weights.size(); ++i)
-      if (std::memcmp(&weights[i], &expectedWeights.at(i), sizeof weights[i]) != 0) std::abort();
+      Expect(std::memcmp(&weights[i], &expectedWeights.at(i), sizeof weights[i]) == 0);
     Change(source, face, out);
   }
   return 0;

@@ -1,9 +1,9 @@
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <sstream>
 #include <string>
 
+#include "fuzz/expect.h"
 #include "lipvane/host/standalone/scene.h"
 
 using lipvane::standalone::Channel;
@@ -11,10 +11,6 @@ using lipvane::standalone::Scene;
 using lipvane::standalone::SceneError;
 
 namespace {
-
-void Expect(bool held) {
-  if (!held) std::abort();
-}
 
 std::string Written(const Scene& scene) {
   std::ostringstream out;
@@ -48,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
       Visit(scene, text);
     } catch (const SceneError&) {
-      std::abort();  // only reading may refuse
+      Expect(false);  // only reading may refuse
     }
   } catch (const SceneError& error) {
     Expect(std::string(error.what()).rfind("fuzz.ma", 0) == 0);
