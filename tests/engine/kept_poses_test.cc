@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <functional>
 #include <random>
 #include <string>
@@ -11,10 +10,12 @@
 #include <vector>
 
 #include "lipvane/engine/controller.h"
+#include "tests/engine/bone_bytes.h"
 
 namespace lipvane {
 namespace {
 
+using test::Bytes;
 using Weights = std::vector<double>;
 
 constexpr int kBones = 11;
@@ -56,12 +57,6 @@ class KeptPosesTest : public testing::Test {
         fresh.poses.back().AddBone(bone);
     }
     return fresh;
-  }
-
-  static std::string Bytes(const std::vector<TIndexedBone>& bones) {
-    std::string bytes(bones.size() * sizeof(TIndexedBone), '\0');
-    std::memcpy(bytes.data(), bones.data(), bytes.size());
-    return bytes;
   }
 
   static std::string Blended(TBonePoseInfo& rig) {

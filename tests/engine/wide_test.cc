@@ -3,30 +3,25 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
+#include <cstddef>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "lipvane/engine/bone_pose.h"
-#include "lipvane/engine/relative_poses.h"
 #include "lipvane/engine/wide/blend_loops.h"
+#include "tests/engine/bone_bytes.h"
 
 namespace lipvane {
 namespace {
 
+using test::Bytes;
 using wide::BlendLoops;
 
 std::vector<const BlendLoops*> AllLoops() {
   std::vector<const BlendLoops*> all = {&wide::PlainLoops(), &wide::BaselineLoops()};
   if (wide::AvxLoops() != nullptr) all.push_back(wide::AvxLoops());
   return all;
-}
-
-std::string Bytes(const std::vector<TIndexedBone>& bones) {
-  std::string bytes(bones.size() * sizeof(TIndexedBone), '\0');
-  std::memcpy(bytes.data(), bones.data(), bytes.size());
-  return bytes;
 }
 
 class WideTest : public testing::Test {

@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
 #include <limits>
-#include <random>
 #include <string>
 
 #include "tests/support/comma_locale.h"
