@@ -3,6 +3,7 @@
 #include <iostream>
 #include <string>
 
+#include "cli/interruption.h"
 #include "cli/messages.h"
 #include "cli/subcommands.h"
 
@@ -45,6 +46,7 @@ int Main(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  lipvane::cli::CleanUpWhenInterrupted();
   try {
     return Main(argc, argv);
   } catch (const std::exception& error) {

@@ -22,6 +22,7 @@ set(internal_headers
     text/file.h
     text/large_pages.h
     text/numbers.h
+    text/pending_file.h
     text/portable_real_conversion.h
     text/powers_of_ten.h
     text/printable.h

@@ -110,18 +110,22 @@ bool FollowLinks(fs::path& path, bool& throughDescriptor, std::string& reason) {
   return true;
 }
 
-/// Makes an empty file of a new name beside `target`; an empty path with a reason when it cannot.
-fs::path MakeTemporary(const fs::path& target, std::string& reason) {
+/// Makes an empty file of a new name beside `target`. False with a reason when it cannot.
+bool MakeTemporary(const fs::path& target, std::optional<PendingFile>& pending,
+                   std::string& reason) {
   const std::string name = target.filename().string().substr(0, kLongestNameInTemporary);
   const std::string stem = "." + name + ".lipvane-" + std::to_string(ProcessId()) + "-";
   for (int i = 0; i < kMostTemporaries; ++i) {
-    fs::path path = target.parent_path() / (stem + std::to_string(i) + ".tmp");
+    const fs::path path = target.parent_path() / (stem + std::to_string(i) + ".tmp");
+    // Pending before it is there: a signal between the two finds nothing to remove.
+    pending.emplace(path.string(), target.string());
     errno = 0;
-    if (FileHandle(std::fopen(path.string().c_str(), "wbx"))) return path;
+    if (FileHandle(std::fopen(path.string().c_str(), "wbx"))) return true;
     if (errno != EEXIST) break;
   }
   reason = LastError();
-  return {};
+  pending.reset();
+  return false;
 }
 
 }  // namespace
@@ -196,18 +200,15 @@ bool OutputFile::Open(const std::string& fileName, Mode mode, std::string& reaso
     reason = LastError();
     return false;
   }
-  const fs::path temporary = MakeTemporary(target, reason);
-  if (temporary.empty()) return false;
-  target_ = target.string();
-  temporary_ = temporary.string();
+  if (!MakeTemporary(target, pending_, reason)) return false;
   errno = 0;
-  stream_.open(temporary_, std::ios::out | std::ios::trunc | kind);
+  stream_.open(pending_->Temporary(), std::ios::out | std::ios::trunc | kind);
   if (!stream_) {
     reason = LastError();
     Discard();
     return false;
   }
-  if (exists) fs::permissions(temporary, status.permissions(), error);
+  if (exists) fs::permissions(pending_->Temporary(), status.permissions(), error);
   if (exists && error) {
     reason = error.message();
     Discard();
@@ -230,13 +231,13 @@ bool OutputFile::Commit(std::string& reason) {
     return false;
   }
   std::error_code error;
-  if (!temporary_.empty()) fs::rename(temporary_, target_, error);
+  if (pending_) fs::rename(pending_->Temporary(), pending_->Target(), error);
   if (error) {
     reason = error.message();
     Discard();
     return false;
   }
-  temporary_.clear();
+  pending_.reset();
   return true;
 }
 
@@ -245,10 +246,10 @@ void OutputFile::Discard() {
   stream_.clear();
   // Numbers are ours to format; the process's locale has no say in them.
   stream_.imbue(std::locale::classic());
-  if (temporary_.empty()) return;
-  std::error_code ignored;
-  fs::remove(temporary_, ignored);
-  temporary_.clear();
+  if (!pending_) return;
+  // Not by a path, which would want memory, and there may be none.
+  static_cast<void>(std::remove(pending_->Temporary().c_str()));
+  pending_.reset();
 }
 
 }  // namespace lipvane::text

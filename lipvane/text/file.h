@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <fstream>
+#include <optional>
 #include <ostream>
 #include <string>
+
+#include "lipvane/text/pending_file.h"
 
 namespace lipvane::text {
 
@@ -40,8 +43,7 @@ class OutputFile {
 
  private:
   std::ofstream stream_;
-  std::string target_;
-  std::string temporary_;  ///< empty when the target is written directly
+  std::optional<PendingFile> pending_;  ///< none when the target is written directly
 };
 
 }  // namespace lipvane::text

@@ -152,9 +152,7 @@ TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
   const std::string notScene = folder_.Make("not.ma", "hello");
   const Refusals cases = {
       {{notScene, lbp_, ltf_}, notScene + ": not a Maya ASCII scene"},
-      {{"none.ma", lbp_, ltf_}, "none.ma: No such file or directory"},
       {{scene_, ltf_, ltf_}, ltf_ + ":1: the version is 0, not 2"},
-      {{scene_, lbp_, "none.ltf"}, "none.ltf: No such file or directory"},
       {{scene_, lbp_, vast},
        vast + ": its length of 2147483647 makes more than 1000000 frames at 30 a second and 1000 "
               "ticks a second"}};

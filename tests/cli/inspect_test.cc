@@ -73,7 +73,6 @@ TEST_F(InspectTest, PrintsAnAnimationFileForProgramsAndForPeople) {
 
 TEST_F(InspectTest, RefusesWithAPlaceAndAReason) {
   const std::vector<std::pair<std::string, std::string>> cases = {
-      {folder_.Path("missing.lbp"), ": No such file or directory"},
       {folder_.Make("cut.lbp", "2\n1\nEat\nIy 0.5\n"),
        ":4: the file ends where a phoneme's row of weights is expected"},
       {folder_.Make("new.ltf", "LTF\n1.5\n"), ":2: the version is \"1.5\", not 1.0"},

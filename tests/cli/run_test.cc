@@ -130,7 +130,6 @@ TEST_F(RunTest, ACommandOfAFileThatFailsIsNamedByItsPlace) {
 
 TEST_F(RunTest, FilesThatCannotBeUsedAreNamed) {
   const Refusals cases = {
-      {{"-f", "/no/such.mel"}, "/no/such.mel: No such file or directory"},
       {{"-e", Export(), "-o", "/no/such/o.ma"}, "/no/such/o.ma: there is no folder /no/such"},
       {{"-e", Export(), "--report", "/no/such/r"}, "/no/such/r: there is no folder /no/such"}};
   for (const auto& [arguments, error] : cases) {

@@ -178,7 +178,6 @@ TEST_F(SpeakTest, SaysWhatIsLeftOutOrCannotBeSpoken) {
   const std::string grid = folder_.Make("a.TextGrid", kLongTextGrid);
   ExpectFailure({"speak", bad, lbp_},
                 bad + ":2: \"B\" starts at 0.5 s, before the label on line 1 ends at 1 s");
-  ExpectFailure({"speak", "none", lbp_}, "none: No such file or directory");
   ExpectFailure({"speak", table, text}, text + ":1: the version is 0, not 2");
   ExpectFailure({"speak", table, lbp_, "--shapes", text},
                 text + ":1: \"hello\" has 0 weights; the face has 15 speech targets");

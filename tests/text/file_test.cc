@@ -119,9 +119,11 @@ TEST_F(OutputFileTest, RefusesWhatCannotBeWritten) {
   EXPECT_EQ(Entries(), 1);
 }
 
-TEST_F(OutputFileTest, RefusesAReadOnlyFile) {
+TEST_F(OutputFileTest, RefusesAReadOnlyFileOrFolder) {
   const std::string path = folder_.Make("fixed", "old");
   fs::permissions(path, fs::perms::owner_read);
+  const fs::perms readable = fs::perms::owner_read | fs::perms::owner_exec;
+  fs::permissions(folder_.Path(), readable | fs::perms::others_read | fs::perms::others_exec);
 #ifdef __unix__
   // Root may write everything, so it is nobody for a moment.
   constexpr uid_t kNobody = 65534;
@@ -129,10 +131,13 @@ TEST_F(OutputFileTest, RefusesAReadOnlyFile) {
   ASSERT_EQ(seteuid(user == 0 ? kNobody : user), 0);
 #endif
   const std::string reason = Write(path);
+  const std::string reasonInFolder = Write(folder_.Path("new"));
 #ifdef __unix__
   ASSERT_EQ(seteuid(user), 0);
 #endif
+  fs::permissions(folder_.Path(), fs::perms::owner_all);
   EXPECT_EQ(reason, "Permission denied");
+  EXPECT_EQ(reasonInFolder, "Permission denied");
 }
 
 TEST_F(OutputFileTest, TellsOfAFullDisk) {
