@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace lipvane::test {
+
+/// Who reads bytes from outside, by the name of its folder in fuzz/seeds.
+struct Reader {
+  std::string name;
+  /// Reads a file's bytes and tells the outcome: "yes" with a digest of everything that was read,
+  /// numbers bit for bit, or "no LINE REASON" (line 0: the file as a whole). An answer that breaks
+  /// the reader's word, such as a refusal that leaves something behind, is std::logic_error. What
+  /// readers throw otherwise, std::bad_alloc before all, passes through.
+  std::function<std::string(const std::string& bytes)> answer;
+};
+
+const std::vector<Reader>& Readers();
+
+}  // namespace lipvane::test
