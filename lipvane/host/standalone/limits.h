@@ -19,7 +19,8 @@ inline constexpr std::uint64_t kMaxIndex = (std::uint64_t{1} << 28) - 1;
 /// Nodes that the value of one channel may come through; connections may form a ring.
 inline constexpr int kMaxDriverSteps = 256;
 
-/// Nodes looked at in all to find out which one a name means that many share.
+/// Nodes and names looked at in all to find out which one a name means that many share, and which
+/// name is free.
 inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 24;
 
 /// Further edges gone through in all to rename nodes that have several parents.
@@ -27,6 +28,14 @@ inline constexpr std::size_t kMaxEdgesRenamed = std::size_t{1} << 24;
 
 /// Paths of one name compared for its shortest unique form; with more the full path is given.
 inline constexpr std::size_t kMaxRivals = 1000;
+
+/// Bytes of a path or a name in a message; of a longer one a part is shown. Messages may be many,
+/// and the path or the name as long as the file.
+inline constexpr std::size_t kMaxShownPath = 1000;
+
+/// Bytes of all paths in one file that is written: n nodes one below the other have paths of n * n
+/// / 2 names.
+inline constexpr std::size_t kMaxPathBytes = std::size_t{1} << 28;
 
 /// Reading notes kept; what follows is only counted.
 inline constexpr std::size_t kMaxNotes = 100;

@@ -16,6 +16,7 @@
 #include "lipvane/host/standalone/ma_statements.h"
 #include "lipvane/host/standalone/ma_tokens.h"
 #include "lipvane/host/standalone/scene.h"
+#include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/text/byte_search.h"
 #include "lipvane/text/numbers.h"
 
@@ -62,6 +63,9 @@ class Reader {
       data_.notes.push_back(name_ + ": " + std::to_string(notesLeftOut_) + " more were left out");
     }
     data_.SortValues();
+    // The last rate that the file says is that of all curves.
+    for (auto& [item, curve] : data_.curves)
+      curve.curve.framesPerSecond = data_.framesPerSecond;
     return std::move(data_);
   }
 
@@ -181,7 +185,6 @@ class Reader {
     if (info.nodeClass == NodeClass::kCurve) {
       CurveRecord& curve = data_.curves[current_];
       curve.declarationEnd = statement_.end;
-      curve.curve.framesPerSecond = data_.framesPerSecond;
       if (info.curveKind == 'A') curve.valueFactor = data_.radiansPerUnit;
       if (info.curveKind == 'L') curve.valueFactor = data_.centimetresPerUnit;
     }
@@ -303,8 +306,8 @@ class Reader {
     const TypeInfo& type = data_.TypeOf(plug.item);
     if (type.nodeClass == NodeClass::kOther && !type.isTransform) return;
     const char* const attribute = TransformAttributeName(plug.code);
-    Note("a value of \"" + data_.NameOf(plug.item) + (*attribute != '\0' ? "." : "") + attribute +
-         "\" is not understood and is passed over");
+    Note("a value of \"" + ShownName(data_.NameOf(plug.item)) + (*attribute != '\0' ? "." : "") +
+         attribute + "\" is not understood and is passed over");
   }
 
   void SetCurveAttribute(ItemId item, std::string_view attribute, TokenReader& reader) {
@@ -319,7 +322,8 @@ class Reader {
         record.keyStatements.push_back({statement_.begin, statement_.end});
       } else {
         record.hasUnreadKeys = true;
-        Note("keys of \"" + data_.NameOf(item) + "\" are not understood and are passed over");
+        Note("keys of \"" + ShownName(data_.NameOf(item)) +
+             "\" are not understood and are passed over");
       }
       return;
     }
@@ -485,8 +489,6 @@ class Reader {
       if (const auto rate = FramesPerSecondOf(unit->text)) {
         data_.timeUnit = unit->text;
         data_.framesPerSecond = *rate;
-        for (auto& [item, curve] : data_.curves)
-          curve.curve.framesPerSecond = *rate;
       } else {
         NoteUnit("time", unit->text);
       }

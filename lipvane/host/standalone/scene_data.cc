@@ -166,7 +166,9 @@ DagPlace SceneData::FindPlace(std::string_view path, bool* isAmbiguous) const {
   DagPlace found;
   for (ItemId item = FirstOfName(path.substr(0, bar)); item != kNoItem;
        item = items[item].nextOfName) {
-    if (++nameSearch_ > kMaxNameSearch) throw std::length_error("too many nodes share their names");
+    // What lies below is looked for once more; a long name takes as long as many short ones.
+    constexpr std::size_t kBytesOfAStep = 256;
+    CountNameSearch(1 + below.size() / kBytesOfAStep);
     const DagPlace match = descend({item, items[item].edge}, below);
     if (match.item == kNoItem || match.item == found.item) continue;
     if (found.item != kNoItem) {
@@ -224,15 +226,24 @@ std::string SceneData::FreeName(ItemId parent, std::string_view name) {
     base.remove_suffix(1);
   std::uint64_t suffix = 0;
   std::from_chars(name.data() + base.size(), name.data() + name.size(), suffix);
+  // As of one that does not fit at all: behind the last number every search would begin anew.
+  constexpr std::uint64_t kMaxSuffix = std::uint64_t{1} << 62;
+  if (suffix > kMaxSuffix) suffix = 0;
   // Where the last search under this parent ended, so that many nodes of one name stay cheap.
   std::uint64_t& last = lastSuffix_[std::to_string(parent) + "|" + std::string(base)];
   suffix = std::max(suffix, last);
-  std::string candidate;
-  do {
+  std::string candidate = std::string(base) + std::to_string(++suffix);
+  while (IsTaken(parent, candidate)) {
+    CountNameSearch(1);
     candidate = std::string(base) + std::to_string(++suffix);
-  } while (IsTaken(parent, candidate));
+  }
   last = suffix;
   return candidate;
+}
+
+void SceneData::CountNameSearch(std::size_t steps) const {
+  nameSearch_ += steps;
+  if (nameSearch_ > kMaxNameSearch) throw std::length_error("too many nodes share their names");
 }
 
 std::string SceneData::FreeNameFor(ItemId item, std::string_view name) {

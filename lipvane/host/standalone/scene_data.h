@@ -162,6 +162,7 @@ class SceneData {
  private:
   bool IsTaken(ItemId parent, std::string_view name) const;
   std::string FreeName(ItemId parent, std::string_view name);
+  void CountNameSearch(std::size_t steps) const;
   void LinkName(ItemId item);
   void UnlinkName(ItemId item);
   /// The name, or the next one that is free under all parents of the node.
