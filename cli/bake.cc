@@ -1,7 +1,6 @@
 #include "cli/bake.h"
 
 #include <cstddef>
-#include <ostream>
 #include <set>
 #include <vector>
 
@@ -124,7 +123,7 @@ int Bake(const BakeOptions& options) {
   progress.Erase();
   baking.WarnOfSkipped();
   WarnOfOtherKeys(*scene, playback.BoneNames(), frames);
-  return WriteOutput(options.output, [&](std::ostream& out) { scene->Write(out); }) ? 0 : 1;
+  return SaveScene(*scene, options.output) ? 0 : 1;
 }
 
 }  // namespace lipvane::cli

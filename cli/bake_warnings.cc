@@ -71,7 +71,7 @@ void WarnOfOtherKeys(const Scene& scene, const std::vector<std::string>& boneNam
       const auto channel = static_cast<Channel>(i);
       const standalone::CurveKey* other = OtherKey(scene, found->second, channel, frames);
       if (other == nullptr || count++ > 0) continue;
-      first = scene.FullPath(scene.FirstPath(found->second));
+      first = scene.ShownPath(scene.FirstPath(found->second));
       first.append(".").append(standalone::ChannelName(channel)).append(" at frame ");
       first += text::ExactReal(other->time);
     }

@@ -54,8 +54,10 @@ bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
     return Print(asJson ? SceneReport(scene) : text::Printable(SceneSummary(fileName, scene)));
   } catch (const standalone::SceneError& error) {
     PrintError(error.what());
-    return false;
+  } catch (const ReportError& error) {
+    PrintError(fileName + ": " + error.what());
   }
+  return false;
 }
 
 bool InspectText(const std::string& fileName, std::string text, bool asJson) {

@@ -7,6 +7,7 @@
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/lbp_hierarchy.h"
 #include "lipvane/formats/ltf.h"
+#include "lipvane/host/standalone/limits.h"
 
 namespace lipvane::cli {
 namespace {
@@ -69,7 +70,30 @@ Json CommandJson(const CommandRecord& command) {
           {"messages", std::move(messages)}};
 }
 
-Json CurvesJson(const Scene& scene) {
+/// Names paths while they are not too many and too long: nodes one below the other have paths that
+/// grow with the square of their number.
+class Paths {
+ public:
+  explicit Paths(const Scene& scene) : scene_(scene) {}
+
+  std::string Full(PathId path) { return Counted(scene_.FullPath(path)); }
+  std::string Shortest(PathId path) { return Counted(scene_.ShortestName(path)); }
+
+ private:
+  std::string Counted(std::string path) {
+    bytes_ += path.size();
+    if (bytes_ > standalone::kMaxPathBytes) {
+      throw ReportError("the paths of the nodes to be named make more than " +
+                        std::to_string(standalone::kMaxPathBytes) + " bytes");
+    }
+    return path;
+  }
+
+  const Scene& scene_;
+  std::size_t bytes_ = 0;
+};
+
+Json CurvesJson(const Scene& scene, Paths& paths) {
   Json curves = Json::array();
   for (const Scene::DrivenChannel& driven : scene.DrivenChannels()) {
     const bool isLength = driven.channel <= Channel::kTranslateZ;
@@ -78,7 +102,7 @@ Json CurvesJson(const Scene& scene) {
     for (const standalone::CurveKey& key : driven.curve->keys) {
       keys.push_back(Json::array({key.time, key.value / unit}));
     }
-    curves.push_back({{"node", scene.FullPath(scene.FirstPath(driven.node))},
+    curves.push_back({{"node", paths.Full(scene.FirstPath(driven.node))},
                       {"attribute", standalone::ChannelName(driven.channel)},
                       {"keys", std::move(keys)}});
   }
@@ -120,29 +144,31 @@ Json TracksJson(const std::vector<TAnimationTrack>& tracks) {
 
 std::string RunReport(const std::vector<CommandRecord>& commands, const Scene& scene,
                       const standalone::StandaloneHost& host) {
+  Paths paths(scene);
   Json report = {{"commands", Json::array()}, {"selection", Json::array()}};
   for (const CommandRecord& command : commands) {
     report["commands"].push_back(CommandJson(command));
   }
   for (const PathId path : host.Selection()) {
-    report["selection"].push_back(scene.ShortestName(path));
+    report["selection"].push_back(paths.Shortest(path));
   }
   report["currentTime"] = host.CurrentTime();
-  report["curves"] = CurvesJson(scene);
+  report["curves"] = CurvesJson(scene, paths);
   return Document(report);
 }
 
 std::string SceneReport(const Scene& scene) {
+  Paths paths(scene);
   Json nodes = Json::array();
   for (PathId path = 0; path < scene.PathCount(); ++path) {
     const standalone::NodeId node = scene.NodeOf(path);
     if (!scene.IsInFile(node)) continue;
-    nodes.push_back({{"path", scene.FullPath(path)}, {"type", scene.Type(node)}});
+    nodes.push_back({{"path", paths.Full(path)}, {"type", scene.Type(node)}});
   }
   return Document({{"format", "ma"},
                    {"timeUnit", scene.TimeUnit()},
                    {"nodes", std::move(nodes)},
-                   {"curves", CurvesJson(scene)}});
+                   {"curves", CurvesJson(scene, paths)}});
 }
 
 std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,18 @@ struct CommandRecord {
   standalone::CommandOutcome outcome;
 };
 
+/// Of a report that would be of no use to anybody; says why.
+class ReportError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 /// A run: its commands, and the selection, time and curves that it left.
 std::string RunReport(const std::vector<CommandRecord>& commands, const standalone::Scene& scene,
                       const standalone::StandaloneHost& host);
 
-/// All that is read of a scene.
+/// All that is read of a scene. Throws ReportError, as RunReport does, when the paths that it would
+/// name are longer than kMaxPathBytes in all.
 std::string SceneReport(const standalone::Scene& scene);
 
 /// All that is read of a bone pose file, whose text this is.

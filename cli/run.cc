@@ -98,11 +98,16 @@ int Run(const RunOptions& options) {
 
   progress.Erase();
   if (ok && !options.output.empty()) {
-    ok = WriteOutput(options.output, [&](std::ostream& out) { scene->Write(out); });
+    ok = SaveScene(*scene, options.output);
   }
   if (!options.report.empty()) {
-    const std::string report = RunReport(records, *scene, interpreter.GetHost());
-    ok = WriteOutput(options.report, [&](std::ostream& out) { out << report; }) && ok;
+    try {
+      const std::string report = RunReport(records, *scene, interpreter.GetHost());
+      ok = WriteOutput(options.report, [&](std::ostream& out) { out << report; }) && ok;
+    } catch (const ReportError& error) {
+      PrintError(options.report + ": " + error.what());
+      ok = false;
+    }
   }
   return ok ? 0 : 1;
 }

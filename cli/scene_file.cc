@@ -1,8 +1,10 @@
 #include "cli/scene_file.h"
 
 #include <cstddef>
+#include <ostream>
 
 #include "cli/messages.h"
+#include "cli/output.h"
 
 namespace lipvane::cli {
 
@@ -28,6 +30,15 @@ std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress
 std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress) {
   std::string unused;
   return OpenScene(fileName, progress, unused);
+}
+
+bool SaveScene(const standalone::Scene& scene, const std::string& fileName) {
+  try {
+    return WriteOutput(fileName, [&](std::ostream& out) { scene.Write(out); });
+  } catch (const standalone::SceneError& error) {
+    PrintError(fileName + ": " + error.what());
+    return false;
+  }
 }
 
 }  // namespace lipvane::cli

@@ -14,4 +14,7 @@ std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress
 std::optional<standalone::Scene> OpenScene(const std::string& fileName, Progress& progress,
                                            std::string& problem);
 
+/// Writes a scene whole or not at all. False, after saying so, when it could not be written.
+bool SaveScene(const standalone::Scene& scene, const std::string& fileName);
+
 }  // namespace lipvane::cli

@@ -8,6 +8,7 @@
 
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/ltf.h"
+#include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::cli {
@@ -119,8 +120,11 @@ std::string NotEvaluated(const Scene& scene) {
     if (kind != NodeKind::kTransform && kind != NodeKind::kJoint) continue;
     const auto add = [&](const std::string& attribute, const std::string& driver) {
       list.Add([&] {
-        std::string line = scene.FullPath(scene.FirstPath(node));
-        line.append(".").append(attribute).append(" is driven by ").append(driver);
+        std::string line = scene.ShownPath(scene.FirstPath(node));
+        line.append(".")
+            .append(attribute)
+            .append(" is driven by ")
+            .append(standalone::ShownName(driver));
         return line;
       });
     };

@@ -8,6 +8,7 @@
 
 #include "lipvane/check/lbp_sections.h"
 #include "lipvane/formats/lbp.h"
+#include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
@@ -19,6 +20,7 @@ using standalone::NodeId;
 using standalone::PathId;
 using standalone::Refusal;
 using standalone::Scene;
+using standalone::ShownName;
 using text::Quoted;  // in full: long names of rigs often differ at their ends alone
 
 /// Keys go to these; scale gets none.
@@ -57,7 +59,7 @@ class SceneCheck {
   void CheckBone(const NamedBone& named);
   void CheckRotation(std::size_t line, NodeId joint);
   void CheckChannel(std::size_t line, NodeId joint, Channel channel);
-  std::string PathOf(NodeId node) const { return Quoted(scene_.FullPath(scene_.FirstPath(node))); }
+  std::string PathOf(NodeId node) const { return Quoted(scene_.ShownPath(scene_.FirstPath(node))); }
 
   const Scene& scene_;
   std::string sceneName_;
@@ -105,7 +107,7 @@ void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
   const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime(), keepDriver);
   const std::string subject = "joint " + PathOf(joint) + " in " + sceneName_ + " has a rotate ";
   const auto isDriven = [&](const std::string& driver) {
-    return " that " + Quoted(driver) +
+    return " that " + Quoted(ShownName(driver)) +
            " drives, which is not evaluated here: keys may not give the pose back";
   };
   if (!orderDriver.empty()) {
@@ -127,12 +129,13 @@ void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
 
 void SceneCheck::CheckChannel(std::size_t line, NodeId joint, Channel channel) {
   const std::string path =
-      Quoted(scene_.FullPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
+      Quoted(scene_.ShownPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
       sceneName_;
   const auto add = [&](const Rule& rule, const std::string& text) {
     recorder_.Add(line, rule, path + text);
   };
-  const std::string driven = " is driven by " + Quoted(scene_.DriverName(joint, channel));
+  const std::string driven =
+      " is driven by " + Quoted(ShownName(scene_.DriverName(joint, channel)));
   switch (scene_.RefusalOf(joint, channel)) {
     case Refusal::kLocked:
       return add(rule::kChannelLocked, " is locked: it gets no curve and no keys");

@@ -1,7 +1,9 @@
 #include "lipvane/host/standalone/hierarchy.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <stdexcept>
+#include <tuple>
 
 namespace lipvane::standalone {
 namespace {
@@ -113,13 +115,17 @@ Hierarchy MakeHierarchy(SceneData& data) {
   return result;
 }
 
-std::string FullPathOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
-  std::vector<const std::string*> names;
+namespace {
+
+const std::string& NameAt(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
+  return data.items[hierarchy.nodes[hierarchy.paths[path].node].item].name;
+}
+
+/// The names, given from the last to the first, each behind a bar.
+std::string Joined(const std::vector<const std::string*>& names) {
   std::size_t length = 0;
-  for (std::size_t at = path; at != 0; at = hierarchy.paths[at].parent) {
-    names.push_back(&data.items[hierarchy.nodes[hierarchy.paths[at].node].item].name);
-    length += names.back()->size() + 1;
-  }
+  for (const std::string* const name : names)
+    length += name->size() + 1;
   std::string result;
   result.reserve(length);
   for (auto name = names.rbegin(); name != names.rend(); ++name)
@@ -127,14 +133,90 @@ std::string FullPathOf(const SceneData& data, const Hierarchy& hierarchy, std::s
   return result;
 }
 
-std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
-  const auto nameAt = [&](std::size_t at) -> const std::string& {
-    return data.items[hierarchy.nodes[hierarchy.paths[at].node].item].name;
+}  // namespace
+
+std::string FullPathOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
+  std::vector<const std::string*> names;
+  for (std::size_t at = path; at != 0; at = hierarchy.paths[at].parent)
+    names.push_back(&NameAt(data, hierarchy, at));
+  return Joined(names);
+}
+
+std::string ShownPathOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
+  std::vector<const std::string*> names;
+  std::size_t length = 0;
+  for (std::size_t at = path; at != 0; at = hierarchy.paths[at].parent) {
+    const std::string& name = NameAt(data, hierarchy, at);
+    length += name.size() + 1;
+    if (length > kMaxShownPath && at != path) return "..." + Joined(names);
+    names.push_back(&name);
+  }
+  return Joined(names);
+}
+
+namespace {
+
+/// What a full path goes on with below its parent's: a name, or a name and the bar before those
+/// below it.
+struct Branch {
+  std::uint32_t path;
+  const std::string* name;
+  bool hasBar;
+
+  std::size_t Size() const { return name->size() + (hasBar ? 1 : 0); }
+};
+
+bool IsBefore(const Branch& a, const Branch& b) {
+  const std::size_t common = std::min(a.name->size(), b.name->size());
+  if (const int order = a.name->compare(0, common, *b.name, 0, common)) return order < 0;
+  const auto next = [&](const Branch& branch) {
+    if (branch.name->size() > common)
+      return static_cast<int>(static_cast<unsigned char>((*branch.name)[common]));
+    return branch.hasBar ? int{'|'} : -1;
   };
-  if (path == 0) return nameAt(0);
+  return std::tuple(next(a), a.Size(), a.path) < std::tuple(next(b), b.Size(), b.path);
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> PathRanks(const SceneData& data, const Hierarchy& hierarchy) {
+  const std::size_t count = hierarchy.paths.size();
+  std::vector<std::uint32_t> firstChild(count, kUnnumbered);
+  std::vector<std::uint32_t> nextSibling(count, kUnnumbered);
+  for (std::size_t path = count; path-- > 1;) {
+    nextSibling[path] = firstChild[hierarchy.paths[path].parent];
+    firstChild[hierarchy.paths[path].parent] = static_cast<std::uint32_t>(path);
+  }
+  std::vector<std::uint32_t> ranks(count);
+  std::uint32_t next = 0;
+  std::vector<Branch> ahead{{0, &NameAt(data, hierarchy, 0), true}};
+  ranks[0] = next++;
+  while (!ahead.empty()) {
+    const Branch branch = ahead.back();
+    ahead.pop_back();
+    if (!branch.hasBar) {
+      ranks[branch.path] = next++;
+      continue;
+    }
+    const auto begin = static_cast<std::ptrdiff_t>(ahead.size());
+    for (std::uint32_t child = firstChild[branch.path]; child != kUnnumbered;
+         child = nextSibling[child]) {
+      const std::string& name = NameAt(data, hierarchy, child);
+      ahead.push_back({child, &name, false});
+      if (firstChild[child] != kUnnumbered) ahead.push_back({child, &name, true});
+    }
+    // The first one goes on top.
+    std::sort(ahead.begin() + begin, ahead.end(),
+              [](const Branch& a, const Branch& b) { return IsBefore(b, a); });
+  }
+  return ranks;
+}
+
+std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, std::size_t path) {
+  if (path == 0) return NameAt(data, hierarchy, 0);
   // Places in other paths that all names so far agree with; they move up with this one.
   std::vector<std::uint32_t> rivals;
-  for (ItemId item = data.FirstOfName(nameAt(path)); item != kNoItem;
+  for (ItemId item = data.FirstOfName(NameAt(data, hierarchy, path)); item != kNoItem;
        item = data.items[item].nextOfName) {
     if (data.items[item].node == kUnnumbered) continue;
     std::uint32_t at = hierarchy.nodes[data.items[item].node].firstPath;
@@ -144,22 +226,22 @@ std::string ShortestNameOf(const SceneData& data, const Hierarchy& hierarchy, st
       at = hierarchy.paths[at].nextOfNode;
     } while (at != 0);
   }
-  std::string result = nameAt(path);
+  std::vector<const std::string*> names{&NameAt(data, hierarchy, path)};
   std::size_t at = path;
   while (!rivals.empty()) {
     at = hierarchy.paths[at].parent;
     // At the top only the leading '|' tells it from paths that go on.
-    if (at == 0) return "|" + result;
-    const std::string& name = nameAt(at);
+    if (at == 0) return Joined(names);
+    const std::string& name = NameAt(data, hierarchy, at);
     std::vector<std::uint32_t> left;
     for (const std::uint32_t rival : rivals) {
       const std::uint32_t above = hierarchy.paths[rival].parent;
-      if (above != 0 && nameAt(above) == name) left.push_back(above);
+      if (above != 0 && NameAt(data, hierarchy, above) == name) left.push_back(above);
     }
     rivals = std::move(left);
-    result.insert(0, 1, '|').insert(0, name);
+    names.push_back(&name);
   }
-  return result;
+  return Joined(names).substr(1);
 }
 
 }  // namespace lipvane::standalone

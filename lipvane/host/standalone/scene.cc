@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <stdexcept>
-#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -97,19 +97,16 @@ struct Scene::Impl {
            HasChannels(data.items[plug.item].node);
   }
 
-  /// By node path, then channel order.
-  std::vector<DrivenChannel> Sorted(const std::vector<DrivenChannel>& channels) const {
-    std::vector<std::tuple<std::string, Channel, const DrivenChannel*>> rows;
-    for (const DrivenChannel& channel : channels) {
-      const PathId path = hierarchy.nodes[channel.node].firstPath;
-      rows.emplace_back(FullPathOf(data, hierarchy, path), channel.channel, &channel);
-    }
-    std::sort(rows.begin(), rows.end());
-    std::vector<DrivenChannel> result;
-    result.reserve(rows.size());
-    for (const auto& row : rows)
-      result.push_back(*std::get<2>(row));
-    return result;
+  /// Sorts by node path, then channel order.
+  std::vector<DrivenChannel> Sorted(std::vector<DrivenChannel> channels) {
+    if (channels.size() < 2) return channels;
+    if (pathRanks.empty()) pathRanks = PathRanks(data, hierarchy);
+    const auto place = [&](const DrivenChannel& channel) {
+      return std::pair(pathRanks[hierarchy.nodes[channel.node].firstPath], channel.channel);
+    };
+    std::sort(channels.begin(), channels.end(),
+              [&](const DrivenChannel& a, const DrivenChannel& b) { return place(a) < place(b); });
+    return channels;
   }
 
   /// The channels that each curve drives. A curve that is attached later drives one alone, and need
@@ -130,7 +127,13 @@ struct Scene::Impl {
   Drivers drivers;
   std::unordered_map<Plug, Converted, PlugHash> conversions;
   std::unordered_multimap<ItemId, Plug> channelsByCurve;  // made when first needed
-  std::vector<NewCurve> newCurves;
+  std::vector<std::uint32_t> pathRanks;                   // likewise
+  struct AddedCurve {
+    ItemId curve;
+    NodeId node;
+    Channel channel;
+  };
+  std::vector<AddedCurve> addedCurves;
 };
 
 Scene::Scene(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
@@ -205,6 +208,9 @@ PathId Scene::ParentPath(PathId path) const {
 std::string Scene::FullPath(PathId path) const {
   return FullPathOf(impl_->data, impl_->hierarchy, path);
 }
+std::string Scene::ShownPath(PathId path) const {
+  return ShownPathOf(impl_->data, impl_->hierarchy, path);
+}
 std::string Scene::ShortestName(PathId path) const {
   return ShortestNameOf(impl_->data, impl_->hierarchy, path);
 }
@@ -269,9 +275,10 @@ Driver Scene::DriverOf(NodeId node, Channel channel) const {
   return impl_->SourceOf(node, channel).driver;
 }
 
-std::string Scene::DriverName(NodeId node, Channel channel) const {
+const std::string& Scene::DriverName(NodeId node, Channel channel) const {
+  static const std::string none;
   const Drivers::Source source = impl_->SourceOf(node, channel);
-  return source.item == kNoItem ? std::string() : impl_->data.NameOf(source.item);
+  return source.item == kNoItem ? none : impl_->data.NameOf(source.item);
 }
 
 bool Scene::IsLocked(NodeId node, Channel channel) const {
@@ -319,8 +326,7 @@ bool Scene::AttachCurve(NodeId node, Channel channel) {
   if (unit == Unit::kLength) record.valueFactor = data.centimetresPerUnit;
   if (unit == Unit::kAngle) record.valueFactor = data.radiansPerUnit;
   data.connections[plug] = {item, plug::kOutput};
-  impl_->newCurves.push_back(
-      {item, ShortestName(FirstPath(node)) + "." + ChannelShortName(channel)});
+  impl_->addedCurves.push_back({item, node, channel});
   impl_->drivers.ForgetPlan(plug.item);
   return true;
 }
@@ -367,7 +373,20 @@ std::vector<Scene::DrivenChannel> Scene::SharersOf(NodeId node, Channel channel)
 }
 
 void Scene::Write(std::ostream& out) const {
-  WriteScene(impl_->data, impl_->newCurves, out);
+  std::vector<NewCurve> newCurves;
+  std::size_t pathBytes = 0;
+  for (const auto& [item, node, channel] : impl_->addedCurves) {
+    // Without keys the host would evaluate it to zero.
+    if (impl_->data.curves[item].curve.keys.empty()) continue;
+    std::string plug = ShortestName(FirstPath(node)) + "." + ChannelShortName(channel);
+    pathBytes += plug.size();
+    if (pathBytes > kMaxPathBytes) {
+      throw SceneError("the paths that the new curves need make more than " +
+                       std::to_string(kMaxPathBytes) + " bytes");
+    }
+    newCurves.push_back({item, std::move(plug)});
+  }
+  WriteScene(impl_->data, newCurves, out);
 }
 
 }  // namespace lipvane::standalone

@@ -100,6 +100,8 @@ class Scene {
   NodeId NodeOf(PathId path) const;
   PathId ParentPath(PathId path) const;     ///< 0 for the world's own
   std::string FullPath(PathId path) const;  ///< "|head|jaw"; empty for the world
+  /// The same for messages: of a very long path the end, behind "...".
+  std::string ShownPath(PathId path) const;
   std::string ShortestName(
       PathId path) const;  ///< "jaw", or as much of the path as makes it unique
 
@@ -121,7 +123,8 @@ class Scene {
 
   // Channels and their curves.
   Driver DriverOf(NodeId node, Channel channel) const;
-  std::string DriverName(NodeId node, Channel channel) const;  ///< the node at the other end, or ""
+  const std::string& DriverName(NodeId node,
+                                Channel channel) const;  ///< the node at the other end, or ""
   bool IsLocked(NodeId node, Channel channel) const;
   /// The curve that drives the channel, or null. Its values are the channel's, also when the file
   /// has a conversion between. Good until a key is set.
@@ -145,7 +148,8 @@ class Scene {
   std::vector<DrivenChannel> SharersOf(NodeId node, Channel channel) const;
 
   /// The scene as a file: the bytes that were read, with the curves that were changed or added
-  /// since.
+  /// since. Throws SceneError, with nothing written, when the paths that new curves need are too
+  /// long.
   void Write(std::ostream& out) const;
 
  private:

@@ -75,8 +75,6 @@ std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves
   std::string connections;
   for (const NewCurve& added : newCurves) {
     const CurveRecord& record = data.curves.at(added.curve);
-    // Without keys the host would evaluate it to zero.
-    if (record.curve.keys.empty()) continue;
     const std::string& name = data.items[added.curve].name;
     nodes += "createNode " + data.TypeOf(added.curve).name + " -n " + style.Quote(name) + ";";
     (nodes += lineEnd) += "\tsetAttr \".tan\" 18;";

@@ -8,7 +8,7 @@
 
 namespace lipvane::standalone {
 
-/// A curve that the file does not have, and the attribute that it drives.
+/// A curve with keys that the file does not have, and the attribute that it drives.
 struct NewCurve {
   ItemId curve;
   std::string plug;  ///< "|head|jaw.rx"

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/host/standalone/words.h"
 
 namespace lipvane::standalone {
@@ -227,7 +228,7 @@ host::Status StandaloneHost::LocalMatrix(const host::Node& transform, host::Matr
   }
   matrix = standalone::LocalMatrix(values);
   if (!IsFinite(matrix)) {
-    WarnOnce(scene_.FullPath(scene_.FirstPath(*id)) +
+    WarnOnce(scene_.ShownPath(scene_.FirstPath(*id)) +
              " has a local matrix that is not finite: so is what is made from it");
   }
   return {};
@@ -309,20 +310,21 @@ void StandaloneHost::WarnOnce(const std::string& text) {
 
 void StandaloneHost::WarnNotEvaluated(NodeId node, const std::string& attribute,
                                       const std::string& driver) {
-  WarnOnce(AttributePath(node, attribute) + " is driven by " + driver +
+  WarnOnce(AttributePath(node, attribute) + " is driven by " + ShownName(driver) +
            ", which is not evaluated: its value in the file is used");
 }
 
 void StandaloneHost::WarnShared(NodeId node, Channel channel) {
   // Said of one of the channels it is said of all.
-  const std::string curve = scene_.DriverName(node, channel);
+  const std::string& curve = scene_.DriverName(node, channel);
   if (!keyedCurves_.insert(curve).second) return;
   const auto sharers = scene_.SharersOf(node, channel);
   if (sharers.empty()) return;
   const Scene::DrivenChannel& other = sharers.front();
   const std::size_t more = sharers.size() - 1;
-  DisplayWarning(AttributePath(node, ChannelName(channel)) + " shares its curve " + curve +
-                 " with " + AttributePath(other.node, ChannelName(other.channel)) +
+  DisplayWarning(AttributePath(node, ChannelName(channel)) + " shares its curve " +
+                 ShownName(curve) + " with " +
+                 AttributePath(other.node, ChannelName(other.channel)) +
                  (more > 0 ? " and " + std::to_string(more) + " more" : "") +
                  ": keys set on one show on " + (more > 0 ? "all" : "both"));
 }
@@ -330,7 +332,7 @@ void StandaloneHost::WarnShared(NodeId node, Channel channel) {
 bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
   if (scene_.AttachCurve(node, channel)) return true;
   const std::string path = AttributePath(node, ChannelName(channel));
-  const std::string driver = " is driven by " + scene_.DriverName(node, channel);
+  const std::string driver = " is driven by " + ShownName(scene_.DriverName(node, channel));
   switch (scene_.RefusalOf(node, channel)) {
     case Refusal::kLocked:
       WarnOnce(path + " is locked: it gets no curve and no keys");
@@ -352,7 +354,7 @@ bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
 }
 
 std::string StandaloneHost::AttributePath(NodeId node, const std::string& attribute) const {
-  return scene_.FullPath(scene_.FirstPath(node)) + "." + attribute;
+  return scene_.ShownPath(scene_.FirstPath(node)) + "." + attribute;
 }
 
 }  // namespace lipvane::standalone
