@@ -115,17 +115,29 @@ Json BoneJson(const TIndexedBone& bone) {
           {"rotation", RotationJson(bone.rotation)}};
 }
 
+const std::string& AsItIs(const std::string& name) {
+  return name;
+}
+
+/// Appends without a look for members of the same name, which would take longer with each: a table
+/// has none.
+template <typename Table, typename NameOf = const std::string& (*)(const std::string&)>
+Json ObjectOf(const Table& table, const NameOf& nameOf = AsItIs) {
+  Json object = Json::object();
+  for (const auto& [key, value] : table)
+    object.get_ref<Json::object_t&>().Json::object_t::Container::emplace_back(nameOf(key), value);
+  return object;
+}
+
 Json HierarchyJson(const std::string& text) {
   std::map<int, std::string> nameByNumber;
   std::map<std::string, int> numberByName;
   std::map<std::string, std::string> parentByName;
   ReadLbpHierarchyText(text, nameByNumber, numberByName, parentByName);
-  Json names = Json::object();
-  for (const auto& [number, name] : nameByNumber)
-    names[std::to_string(number)] = name;
-  return {{"nameByNumber", std::move(names)},
-          {"numberByName", numberByName},
-          {"parentByName", parentByName}};
+  return {
+      {"nameByNumber", ObjectOf(nameByNumber, [](int number) { return std::to_string(number); })},
+      {"numberByName", ObjectOf(numberByName)},
+      {"parentByName", ObjectOf(parentByName)}};
 }
 
 Json TracksJson(const std::vector<TAnimationTrack>& tracks) {
