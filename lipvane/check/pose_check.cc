@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lipvane/check/bone_line_check.h"
@@ -37,7 +38,11 @@ class PoseCheck {
         bones_(bones),
         targets_(targets),
         recorder_(recorder),
-        lines_(sections.boneLines) {}
+        lines_(sections.boneLines) {
+    if (Size(sections.hierarchy) != bones) return;
+    for (const DataLine& line : sections.hierarchy)
+      names_.push_back(BoneName(line.text));
+  }
 
   bool Run() {
     if (sections_.poseCount.number == 0) {
@@ -81,13 +86,17 @@ class PoseCheck {
 
   /// Of a count that is missing no more is said than that: the lines tell it.
   long long Whole() const { return bones_ > 0 ? Size() / bones_ : 0; }
-  long long Size() const { return static_cast<long long>(lines_.size()); }
+  long long Size() const { return Size(lines_); }
+  static long long Size(const std::vector<DataLine>& lines) {
+    return static_cast<long long>(lines.size());
+  }
 
   const LbpSections& sections_;
   long long bones_;
   long long targets_;
   Recorder& recorder_;
   std::vector<DataLine> lines_;
+  std::vector<std::string_view> names_;      // of the bones, when as many are named
   std::map<std::size_t, Repeated> lengths_;  // by bone
   bool isRefusalExplained_ = false;
 };
@@ -166,13 +175,10 @@ void PoseCheck::CheckLines(long long poses) {
 }
 
 void PoseCheck::CheckLine(const DataLine& line, std::size_t pose, std::size_t bone, bool isNamed) {
-  const std::vector<DataLine>& hierarchy = sections_.hierarchy;
   BoneLinePlace place;
   place.pose = pose;
   place.number = bone + 1;
-  if (isNamed && static_cast<long long>(hierarchy.size()) == bones_) {
-    place.bone = BoneName(hierarchy[bone].text);
-  }
+  if (isNamed && !names_.empty()) place.bone = names_[bone];
   if (const auto problem = CheckBoneLine(line, place, recorder_)) {
     lengths_[bone].Add(line.number, *problem);
   }
