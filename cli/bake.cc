@@ -22,7 +22,7 @@ namespace {
 using standalone::Message;
 
 /// Keys are held in memory: this many take some ten gigabytes.
-constexpr std::size_t kMaxKeys = std::size_t{1} << 26;
+constexpr std::size_t kMaxBakedKeys = std::size_t{1} << 26;
 
 class Baking {
  public:
@@ -73,9 +73,9 @@ class Baking {
 
 bool KeysFit(std::size_t frames, std::size_t joints) {
   const std::size_t keys = frames * joints * scene::kPosedChannelCount;
-  if (keys <= kMaxKeys) return true;
+  if (keys <= kMaxBakedKeys) return true;
   PrintError(std::to_string(frames) + " frames on " + std::to_string(joints) + " joints make " +
-             std::to_string(keys) + " keys, more than the " + std::to_string(kMaxKeys) +
+             std::to_string(keys) + " keys, more than the " + std::to_string(kMaxBakedKeys) +
              " that a scene may be given at once");
   return false;
 }
