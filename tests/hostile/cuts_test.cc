@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "tests/hostile/readers.h"
-#include "tests/support/allocation_count.h"
+#include "tests/support/allocations.h"
 #include "tests/support/lbp_text.h"
 #include "tests/support/temporary_folder.h"
 

@@ -30,7 +30,7 @@
 #include "lipvane/speech/speech_tracks.h"
 #include "lipvane/speech/timing.h"
 #include "tests/hostile/readers.h"
-#include "tests/support/allocation_count.h"
+#include "tests/support/allocations.h"
 #include "tests/support/lbp_text.h"
 #include "tests/support/temporary_folder.h"
 

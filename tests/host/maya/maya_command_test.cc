@@ -8,7 +8,11 @@
 #include <new>
 #include <stdexcept>
 
+#include "lipvane/plugin/facial_anim_command.h"
 #include "tests/maya_standin/standin.h"
+#include "tests/support/allocations.h"
+#include "tests/support/lbp_text.h"
+#include "tests/support/temporary_folder.h"
 
 namespace lipvane::maya {
 namespace {
@@ -93,6 +97,38 @@ TEST_F(MayaCommandTest, TheHostIsThereBeforeTheCommandAndAfterIt) {
 
 TEST_F(MayaCommandTest, ACommandThereIsNoMemoryForIsNull) {
   EXPECT_EQ(MayaCommand<WithoutMemory>::Create(), nullptr);
+}
+
+// Whatever there is no memory for: nothing is thrown into the host, and the user hears of it.
+TEST(MayaCommandWithoutMemory, EndsInAStatus) {
+  const test::TemporaryFolder folder;
+  MArgList arguments;
+  arguments.addArg("-import");
+  arguments.addArg("-lbp");
+  arguments.addArg(
+      folder.Make("given.lbp", test::LbpText({"a_joint_of_long_name"}, {{{}}})).c_str());
+  test::ForEachAllocation([&](test::Shortage& shortage) {
+    test::NodeDescription joint;
+    joint.path = "|a_joint_of_long_name";
+    test::RecordingHost host({joint});
+    test::RecordingStandinScene scene(host);
+    const test::Standin standin(scene);
+    MStatus::MStatusCode status = MStatus::kInsufficientMemory;
+    MPxCommand* command = nullptr;
+    EXPECT_TRUE(shortage.Do([&] {
+      MayaCommand<plugin::FacialAnimCommand>::NewSyntax();
+      command = static_cast<MPxCommand*>(MayaCommand<plugin::FacialAnimCommand>::Create());
+      if (command != nullptr) status = command->doIt(arguments).statusCode();
+    }));
+    delete command;
+    // Where even the message is too much the status has to tell.
+    EXPECT_TRUE(status == MStatus::kInsufficientMemory || host.curves.size() == 9 ||
+                (!host.shown.empty() && host.shown[0].kind == "error"));
+    const std::unique_ptr<MPxCommand> next(
+        static_cast<MPxCommand*>(MayaCommand<plugin::FacialAnimCommand>::Create()));
+    EXPECT_EQ(next->doIt(arguments).statusCode(), MStatus::kSuccess);
+    EXPECT_EQ(host.curves.size(), 9u);
+  });
 }
 
 }  // namespace

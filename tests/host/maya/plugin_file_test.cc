@@ -10,7 +10,7 @@
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/plugin/registration.h"
 #include "tests/maya_standin/embedded_maya.h"
-#include "tests/support/allocation_count.h"
+#include "tests/support/allocations.h"
 #include "tests/support/comma_locale.h"
 #include "tests/support/embedded_scene.h"
 #include "tests/support/lbp_text.h"
