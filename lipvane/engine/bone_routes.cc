@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace lipvane {
 namespace {
@@ -26,13 +27,17 @@ BoneRoutes::Routes Found(const std::vector<int>& ids, const std::vector<int>& ou
 void BoneRoutes::Update(const TBonePose& out, const TBonePoseInfo& rig,
                         const std::vector<TExpressionInfo>& expressions) {
   if (AreOf(out, rig, expressions)) return;
-  outIds_.clear();
+  // All is made before any of it is kept: half of it would look like the whole.
+  std::vector<int> outIds;
   for (const TIndexedBone& bone : out.Bones())
-    outIds_.push_back(bone.boneIndex);
-  rig_ = Found(rig.boneIds, outIds_);
-  expressions_.clear();
+    outIds.push_back(bone.boneIndex);
+  Routes intoRig = Found(rig.boneIds, outIds);
+  std::vector<Routes> intoExpressions;
   for (const TExpressionInfo& expression : expressions)
-    expressions_.push_back(Found(expression.boneIds, outIds_));
+    intoExpressions.push_back(Found(expression.boneIds, outIds));
+  outIds_ = std::move(outIds);
+  rig_ = std::move(intoRig);
+  expressions_ = std::move(intoExpressions);
 }
 
 bool BoneRoutes::AreOf(const TBonePose& out, const TBonePoseInfo& rig,
