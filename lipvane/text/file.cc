@@ -120,11 +120,11 @@ bool MakeTemporary(const fs::path& target, std::optional<PendingFile>& pending,
     // Pending before it is there: a signal between the two finds nothing to remove.
     pending.emplace(path.string(), target.string());
     errno = 0;
-    if (FileHandle(std::fopen(path.string().c_str(), "wbx"))) return true;
+    if (FileHandle(std::fopen(pending->Temporary().c_str(), "wbx"))) return true;
+    pending.reset();  // it is somebody else's, if anybody's
     if (errno != EEXIST) break;
   }
   reason = LastError();
-  pending.reset();
   return false;
 }
 
