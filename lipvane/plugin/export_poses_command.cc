@@ -1,7 +1,8 @@
 #include "lipvane/plugin/export_poses_command.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <new>
-#include <sstream>
 
 #include "lipvane/engine/controller.h"
 #include "lipvane/formats/lbp.h"
@@ -15,9 +16,10 @@ constexpr double kFramesPerPose = 10.0;
 // The words between blanks; two blanks in a row hold no word, as where the host splits.
 std::vector<std::string> Words(const std::string& text) {
   std::vector<std::string> words;
-  std::istringstream in(text);
-  for (std::string word; std::getline(in, word, ' ');) {
-    if (!word.empty()) words.push_back(word);
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = std::min(text.find(' ', begin), text.size());
+    if (end > begin) words.push_back(text.substr(begin, end - begin));
+    begin = end + 1;
   }
   return words;
 }
