@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "lipvane/host/standalone/curve_keys.h"
 
@@ -137,9 +138,9 @@ Drivers::Value Drivers::Blend(Plug output, double frame, int& stepsLeft) {
 }
 
 const Drivers::Plan& Drivers::PlanOf(ItemId item) {
-  const auto [place, isNew] = plans_.try_emplace(item);
-  Plan& plan = place->second;
-  if (!isNew) return plan;
+  const auto known = plans_.find(item);
+  if (known != plans_.end()) return known->second;
+  Plan plan;
   plan.values.isJoint = data_.TypeOf(item).isJoint;
   for (PlugCode code = 0; code < plug::kTransformCount; ++code) {
     const Plug plug{item, code};
@@ -150,12 +151,11 @@ const Drivers::Plan& Drivers::PlanOf(ItemId item) {
     if (source.driver == Driver::kCurve) curve = &Load(data_.curves[source.item]);
     plan.inputs.push_back({code, curve, source.factor});
   }
-  return plan;
+  return plans_.emplace(item, std::move(plan)).first->second;
 }
 
 CurveRecord& Drivers::Load(CurveRecord& record) {
   if (record.isLoaded) return record;
-  record.isLoaded = true;
   KeyTable table;
   const std::string_view text = data_.text;
   for (const Span& span : record.keyStatements) {
@@ -163,6 +163,7 @@ CurveRecord& Drivers::Load(CurveRecord& record) {
   }
   SortKeys(table);
   record.curve.keys = MakeKeys(table, record.valueFactor, record.tangent);
+  record.isLoaded = true;
   return record;
 }
 

@@ -113,11 +113,13 @@ struct Scene::Impl {
   /// not be among them.
   const std::unordered_multimap<ItemId, Plug>& ChannelsByCurve() {
     if (channelsByCurve.empty()) {
+      std::unordered_multimap<ItemId, Plug> found;
       for (const auto& [destination, source] : data.connections) {
         if (!IsChannel(destination)) continue;
-        const Drivers::Source found = drivers.Find(destination);
-        if (found.driver == Driver::kCurve) channelsByCurve.emplace(found.item, destination);
+        const Drivers::Source behind = drivers.Find(destination);
+        if (behind.driver == Driver::kCurve) found.emplace(behind.item, destination);
       }
+      channelsByCurve = std::move(found);
     }
     return channelsByCurve;
   }
@@ -325,8 +327,8 @@ bool Scene::AttachCurve(NodeId node, Channel channel) {
   record.curve.framesPerSecond = data.framesPerSecond;
   if (unit == Unit::kLength) record.valueFactor = data.centimetresPerUnit;
   if (unit == Unit::kAngle) record.valueFactor = data.radiansPerUnit;
-  data.connections[plug] = {item, plug::kOutput};
   impl_->addedCurves.push_back({item, node, channel});
+  data.connections[plug] = {item, plug::kOutput};  // last: what is connected is also written
   impl_->drivers.ForgetPlan(plug.item);
   return true;
 }

@@ -64,10 +64,14 @@ SceneData::SceneData() {
 }
 
 std::uint32_t SceneData::InternType(std::string_view name) {
-  const auto [place, isNew] =
-      typeByName_.try_emplace(std::string(name), static_cast<std::uint32_t>(types.size()));
-  if (isNew) types.push_back(MakeType(name));
-  return place->second;
+  std::string key(name);
+  const auto known = typeByName_.find(key);
+  if (known != typeByName_.end()) return known->second;
+  // First the type: a name that leads to none would be worse than a type without a name.
+  const auto type = static_cast<std::uint32_t>(types.size());
+  types.push_back(MakeType(name));
+  typeByName_.emplace(std::move(key), type);
+  return type;
 }
 
 ItemId SceneData::AddItem(std::string_view name, std::uint32_t type, ItemId parent) {

@@ -139,9 +139,10 @@ std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
     return found;
   }
   if (pathsByName_.empty()) {
-    for (PathId path = 0; path < scene_.PathCount(); ++path) {
-      pathsByName_[scene_.Name(scene_.NodeOf(path))].push_back(path);
-    }
+    std::unordered_map<std::string_view, std::vector<PathId>> paths;
+    for (PathId path = 0; path < scene_.PathCount(); ++path)
+      paths[scene_.Name(scene_.NodeOf(path))].push_back(path);
+    pathsByName_ = std::move(paths);
   }
   const auto candidates = pathsByName_.find(pattern.ShortName());
   if (candidates == pathsByName_.end()) return found;
@@ -154,6 +155,8 @@ std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
 void StandaloneHost::Select(const std::vector<PathId>& paths, host::ListAdjustment adjustment) {
   if (adjustment == host::ListAdjustment::kReplaceList) ClearSelection();
   for (const PathId path : paths) {
+    // Room first, so that nothing can be in one list alone.
+    if (selection_.size() == selection_.capacity()) selection_.reserve(2 * selection_.size() + 1);
     if (selected_.insert(path).second) selection_.push_back(path);
   }
 }
