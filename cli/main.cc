@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <new>
 #include <string>
 
 #include "cli/interruption.h"
@@ -49,6 +50,8 @@ int main(int argc, char** argv) {
   lipvane::cli::CleanUpWhenInterrupted();
   try {
     return Main(argc, argv);
+  } catch (const std::bad_alloc&) {
+    lipvane::cli::PrintError("not enough memory");
   } catch (const std::exception& error) {
     lipvane::cli::PrintError(error.what());
   } catch (...) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "lipvane/host/standalone/own_commands.h"
@@ -109,6 +110,8 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
   // Whatever escapes a command is its failure and not the end of the program.
   try {
     return entry->second.run(arguments, objects);
+  } catch (const std::bad_alloc&) {
+    host_.DisplayError(words[0] + ": not enough memory");
   } catch (const std::exception& error) {
     host_.DisplayError(words[0] + ": " + error.what());
   } catch (...) {
