@@ -19,13 +19,13 @@ Json Plain(double number) {
 }
 
 Json BonesJson(Playback& playback) {
-  Json bones = Json::array();
+  Json bones = Json::List();
   for (int i = 0; i < playback.Pose().BoneCount(); ++i) {
     const TIndexedBone& bone = playback.Pose().GetBone(i);
-    bones.push_back({{"id", bone.boneIndex},
-                     {"name", playback.BoneNames()[static_cast<std::size_t>(i)]},
-                     {"translation", VectorJson(bone.translation)},
-                     {"rotation", RotationJson(bone.rotation)}});
+    bones.Push(Json::Object({{"id", bone.boneIndex},
+                             {"name", playback.BoneNames()[static_cast<std::size_t>(i)]},
+                             {"translation", VectorJson(bone.translation)},
+                             {"rotation", RotationJson(bone.rotation)}}));
   }
   return bones;
 }
@@ -34,18 +34,19 @@ Json BonesJson(Playback& playback) {
 class JsonFrameWriter : public FrameWriter {
  public:
   void Begin(std::ostream& out, Playback& playback, double ticksPerSecond) override {
-    out << "{\n  \"ticksPerSecond\": " << OneLine(Plain(ticksPerSecond))
-        << ",\n  \"speechTargets\": " << OneLine(playback.Mapping().speechTargets)
-        << ",\n  \"expressions\": " << OneLine(playback.ExpressionNames()) << ",\n  \"frames\": [";
+    out << "{\n  \"ticksPerSecond\": " << Plain(ticksPerSecond).Text()
+        << ",\n  \"speechTargets\": " << Json(playback.Mapping().speechTargets).Text()
+        << ",\n  \"expressions\": " << Json(playback.ExpressionNames()).Text()
+        << ",\n  \"frames\": [";
   }
 
   void WriteFrame(std::ostream& out, Playback& playback) override {
-    const Json frame = {{"time", playback.Time()},
-                        {"inside", playback.IsInside()},
-                        {"weights", playback.Weights()},
-                        {"expressionWeights", playback.ExpressionWeights()},
-                        {"bones", BonesJson(playback)}};
-    out << (isFirst_ ? "\n    " : ",\n    ") << OneLine(frame);
+    const Json frame = Json::Object({{"time", playback.Time()},
+                                     {"inside", playback.IsInside()},
+                                     {"weights", playback.Weights()},
+                                     {"expressionWeights", playback.ExpressionWeights()},
+                                     {"bones", BonesJson(playback)}});
+    out << (isFirst_ ? "\n    " : ",\n    ") << frame.Text();
     isFirst_ = false;
   }
 

@@ -2,6 +2,9 @@
 
 #include <cstddef>
 #include <map>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "cli/json.h"
 #include "lipvane/formats/lbp.h"
@@ -16,22 +19,25 @@ using standalone::Channel;
 using standalone::Message;
 using standalone::PathId;
 using standalone::Scene;
+using Elements = std::vector<std::string_view>;
 
 /// One member a line, and one element a line where a member is a list of lists or objects: long
 /// lists stay readable, and a comparison of two reports shows what changed.
-std::string Document(const Json& object) {
+std::string Document(Json::Members members) {
   std::string text = "{\n";
-  std::size_t membersLeft = object.size();
-  for (const auto& [name, value] : object.items()) {
-    text += "  " + OneLine(name) + ": ";
-    if (value.is_array() && !value.empty() && value.front().is_structured()) {
+  std::size_t membersLeft = members.size();
+  for (const auto& [name, value] : members) {
+    text += "  " + Json(name).Text() + ": ";
+    const auto elements = value.Text()[0] == '[' ? value.Elements() : Elements();
+    if (!elements.empty() && (elements[0][0] == '[' || elements[0][0] == '{')) {
       text += "[\n";
-      for (std::size_t i = 0; i < value.size(); ++i) {
-        text += "    " + OneLine(value[i]) + (i + 1 < value.size() ? ",\n" : "\n");
+      for (std::size_t i = 0; i < elements.size(); ++i) {
+        text += "    ";
+        (text += elements[i]) += i + 1 < elements.size() ? ",\n" : "\n";
       }
       text += "  ]";
     } else {
-      text += OneLine(value);
+      text += value.Text();
     }
     text += --membersLeft > 0 ? ",\n" : "\n";
   }
@@ -53,21 +59,21 @@ const char* KindName(Message::Kind kind) {
 }
 
 Json MessageJson(const Message& message) {
-  Json json = {{"kind", KindName(message.kind)}};
-  if (message.kind == Message::Kind::kDiagnostic) json["label"] = message.label;
-  if (message.kind == Message::Kind::kBox) json["title"] = message.title;
-  json["text"] = message.text;
+  Json json = Json::Object({{"kind", KindName(message.kind)}});
+  if (message.kind == Message::Kind::kDiagnostic) json.Set("label", message.label);
+  if (message.kind == Message::Kind::kBox) json.Set("title", message.title);
+  json.Set("text", message.text);
   return json;
 }
 
 Json CommandJson(const CommandRecord& command) {
-  Json messages = Json::array();
+  Json messages = Json::List();
   for (const Message& message : command.outcome.messages) {
-    messages.push_back(MessageJson(message));
+    messages.Push(MessageJson(message));
   }
-  return {{"line", command.line},
-          {"status", command.outcome.status.ok() ? "success" : "failure"},
-          {"messages", std::move(messages)}};
+  return Json::Object({{"line", command.line},
+                       {"status", command.outcome.status.ok() ? "success" : "failure"},
+                       {"messages", std::move(messages)}});
 }
 
 /// Names paths while they are not too many and too long: nodes one below the other have paths that
@@ -94,39 +100,25 @@ class Paths {
 };
 
 Json CurvesJson(const Scene& scene, Paths& paths) {
-  Json curves = Json::array();
+  Json curves = Json::List();
   for (const Scene::DrivenChannel& driven : scene.DrivenChannels()) {
     const bool isLength = driven.channel <= Channel::kTranslateZ;
     const double unit = isLength ? scene.CentimetresPerUnit() : 1.0;
-    Json keys = Json::array();
+    Json keys = Json::List();
     for (const standalone::CurveKey& key : driven.curve->keys) {
-      keys.push_back(Json::array({key.time, key.value / unit}));
+      keys.Push(Json::List({key.time, key.value / unit}));
     }
-    curves.push_back({{"node", paths.Full(scene.FirstPath(driven.node))},
-                      {"attribute", standalone::ChannelName(driven.channel)},
-                      {"keys", std::move(keys)}});
+    curves.Push(Json::Object({{"node", paths.Full(scene.FirstPath(driven.node))},
+                              {"attribute", standalone::ChannelName(driven.channel)},
+                              {"keys", std::move(keys)}}));
   }
   return curves;
 }
 
 Json BoneJson(const TIndexedBone& bone) {
-  return {{"index", bone.boneIndex},
-          {"translation", VectorJson(bone.translation)},
-          {"rotation", RotationJson(bone.rotation)}};
-}
-
-const std::string& AsItIs(const std::string& name) {
-  return name;
-}
-
-/// Appends without a look for members of the same name, which would take longer with each: a table
-/// has none.
-template <typename Table, typename NameOf = const std::string& (*)(const std::string&)>
-Json ObjectOf(const Table& table, const NameOf& nameOf = AsItIs) {
-  Json object = Json::object();
-  for (const auto& [key, value] : table)
-    object.get_ref<Json::object_t&>().Json::object_t::Container::emplace_back(nameOf(key), value);
-  return object;
+  return Json::Object({{"index", bone.boneIndex},
+                       {"translation", VectorJson(bone.translation)},
+                       {"rotation", RotationJson(bone.rotation)}});
 }
 
 Json HierarchyJson(const std::string& text) {
@@ -134,20 +126,22 @@ Json HierarchyJson(const std::string& text) {
   std::map<std::string, int> numberByName;
   std::map<std::string, std::string> parentByName;
   ReadLbpHierarchyText(text, nameByNumber, numberByName, parentByName);
-  return {
-      {"nameByNumber", ObjectOf(nameByNumber, [](int number) { return std::to_string(number); })},
-      {"numberByName", ObjectOf(numberByName)},
-      {"parentByName", ObjectOf(parentByName)}};
+  Json names = Json::Object();
+  for (const auto& [number, name] : nameByNumber)
+    names.Set(std::to_string(number), name);
+  return Json::Object({{"nameByNumber", std::move(names)},
+                       {"numberByName", numberByName},
+                       {"parentByName", parentByName}});
 }
 
 Json TracksJson(const std::vector<TAnimationTrack>& tracks) {
-  Json json = Json::array();
+  Json json = Json::List();
   for (const TAnimationTrack& track : tracks) {
-    Json keys = Json::array();
+    Json keys = Json::List();
     for (int i = 0; i < track.KeyCount(); ++i) {
-      keys.push_back(Json::array({track.GetKey(i)->time, track.GetKey(i)->value}));
+      keys.Push(Json::List({track.GetKey(i)->time, track.GetKey(i)->value}));
     }
-    json.push_back({{"name", track.name}, {"keys", std::move(keys)}});
+    json.Push(Json::Object({{"name", track.name}, {"keys", std::move(keys)}}));
   }
   return json;
 }
@@ -157,25 +151,25 @@ Json TracksJson(const std::vector<TAnimationTrack>& tracks) {
 std::string RunReport(const std::vector<CommandRecord>& commands, const Scene& scene,
                       const standalone::StandaloneHost& host) {
   Paths paths(scene);
-  Json report = {{"commands", Json::array()}, {"selection", Json::array()}};
-  for (const CommandRecord& command : commands) {
-    report["commands"].push_back(CommandJson(command));
-  }
-  for (const PathId path : host.Selection()) {
-    report["selection"].push_back(paths.Shortest(path));
-  }
-  report["currentTime"] = host.CurrentTime();
-  report["curves"] = CurvesJson(scene, paths);
-  return Document(report);
+  Json lines = Json::List();
+  for (const CommandRecord& command : commands)
+    lines.Push(CommandJson(command));
+  Json selection = Json::List();
+  for (const PathId path : host.Selection())
+    selection.Push(paths.Shortest(path));
+  return Document({{"commands", std::move(lines)},
+                   {"selection", std::move(selection)},
+                   {"currentTime", host.CurrentTime()},
+                   {"curves", CurvesJson(scene, paths)}});
 }
 
 std::string SceneReport(const Scene& scene) {
   Paths paths(scene);
-  Json nodes = Json::array();
+  Json nodes = Json::List();
   for (PathId path = 0; path < scene.PathCount(); ++path) {
     const standalone::NodeId node = scene.NodeOf(path);
     if (!scene.IsInFile(node)) continue;
-    nodes.push_back({{"path", paths.Full(path)}, {"type", scene.Type(node)}});
+    nodes.Push(Json::Object({{"path", paths.Full(path)}, {"type", scene.Type(node)}}));
   }
   return Document({{"format", "ma"},
                    {"timeUnit", scene.TimeUnit()},
@@ -185,16 +179,16 @@ std::string SceneReport(const Scene& scene) {
 
 std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
                       const PhonemeMapping& mapping) {
-  Json phonemes = Json::array();
+  Json phonemes = Json::List();
   for (std::size_t i = 0; i < mapping.phonemes.size(); ++i) {
-    phonemes.push_back({{"name", mapping.phonemes[i]}, {"weights", mapping.weights[i]}});
+    phonemes.Push(Json::Object({{"name", mapping.phonemes[i]}, {"weights", mapping.weights[i]}}));
   }
-  Json poses = Json::array();
+  Json poses = Json::List();
   for (TBonePose& pose : poseInfo.poses) {
-    Json bones = Json::array();
+    Json bones = Json::List();
     for (int i = 0; i < pose.BoneCount(); ++i)
-      bones.push_back(BoneJson(pose.GetBone(i)));
-    poses.push_back(std::move(bones));
+      bones.Push(BoneJson(pose.GetBone(i)));
+    poses.Push(std::move(bones));
   }
   return Document({{"format", "lbp"},
                    {"version", LBP_FORMAT_VERSION},
@@ -214,15 +208,15 @@ std::string LtfReport(const TAnimation& animation) {
 }
 
 std::string CheckReport(const std::vector<check::Finding>& findings) {
-  Json list = Json::array();
+  Json list = Json::List();
   std::map<check::Severity, std::size_t> counts;
   for (const check::Finding& finding : findings) {
     ++counts[finding.rule.severity];
-    list.push_back({{"file", finding.file},
-                    {"line", finding.line},
-                    {"severity", check::SeverityName(finding.rule.severity)},
-                    {"rule", finding.rule.id},
-                    {"text", finding.text}});
+    list.Push(Json::Object({{"file", finding.file},
+                            {"line", finding.line},
+                            {"severity", check::SeverityName(finding.rule.severity)},
+                            {"rule", std::string(finding.rule.id)},
+                            {"text", finding.text}}));
   }
   return Document({{"findings", std::move(list)},
                    {"errors", counts[check::Severity::kError]},
