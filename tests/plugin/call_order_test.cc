@@ -148,5 +148,55 @@ TEST_F(CallOrder, ExportSurvivesTheFailureOfAnyCall) {
   }
 }
 
+// One call fails, or all from it on: the command goes on with what is left, nothing is made up, and
+// an export has all its poses.
+TEST_F(CallOrder, EveryModeSurvivesTheFailureOfAnyCallAndOfAllLaterOnes) {
+  const std::string lbp = Lbp({"nobody", "jaw", "head", "jaw"}, 2);
+  test::SceneDescription scene = TwoJoints();
+  scene.emplace_back().path = "|head|driven";
+  scene.back().drivers = {{"rotateX", "aim"}};
+  const Calls exported = {"-bl", "jaw nobody driven", "-hb", "head", "-np", "3", "-lbp"};
+  const std::vector<Calls> modes = {
+      {"-import", "-lbp", lbp},
+      {"-select", "-lbp", lbp},
+      {"-morph", "-exp", "Blink_Left", "-ltf", "line.ltf"},
+      exported + Calls{File("out.lbp")},
+      exported + Calls{File("out.lbp"), "-map", lbp},
+  };
+  for (const Calls& mode : modes) {
+    const bool isExport = mode[0] == "-bl";
+    const auto run = [&](RecordingHost& host) {
+      const auto create = isExport ? &ExportPosesCommand::Create : &FacialAnimCommand::Create;
+      EXPECT_TRUE(create(host)->DoIt(Words(mode)).ok());
+      return isExport ? folder_.Content("out.lbp") : std::string();
+    };
+    RecordingHost whole(scene);
+    whole.curves["|head.rotateX"][77] = 7;  // a curve that is there already
+    const auto before = whole.curves;
+    run(whole);
+    for (std::size_t n = 0; n < 2 * whole.CallsThatCanFail(); ++n) {
+      SCOPED_TRACE(testing::PrintToString(mode) + " " + std::to_string(n));
+      RecordingHost host(scene);
+      host.curves = before;
+      n % 2 == 0 ? host.FailCall(n / 2) : host.FailFrom(n / 2);
+      const std::string text = run(host);
+      for (const auto& [channel, keys] : host.curves) {
+        const auto& expected = whole.curves.at(channel);
+        EXPECT_TRUE(std::includes(expected.begin(), expected.end(), keys.begin(), keys.end(),
+                                  [](const auto& a, const auto& b) { return a.first < b.first; }))
+            << channel;
+      }
+      EXPECT_EQ(host.curves.at("|head.rotateX").at(77), 7);
+      EXPECT_TRUE(n != 1 || host.curves == before);  // nothing works at all
+      // The last bone decides between all of them and none.
+      EXPECT_LE(host.selection.size(), 2u);
+      for (int pose = 0; isExport && pose < 3; ++pose)
+        EXPECT_NE(text.find("\n// Bone Pose " + std::to_string(pose) + ": "), std::string::npos);
+      for (const test::Shown& shown : host.shown)
+        EXPECT_NE(shown.kind, "error") << shown.text;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace lipvane::plugin

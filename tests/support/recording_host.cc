@@ -118,7 +118,8 @@ RecordingHost::RecordingHost(const SceneDescription& scene) {
 
 bool RecordingHost::Note(const std::string& call) {
   calls_.push_back(call);
-  return canFail_++ == failing_;
+  const std::size_t number = canFail_++;
+  return failing_ && (number == *failing_ || (failsAllLater_ && number > *failing_));
 }
 
 const NodeDescription* RecordingHost::Describe(const host::Node& node) const {
@@ -182,18 +183,18 @@ std::string RecordingHost::NodeName(const host::Node& node) {
 }
 
 host::Node RecordingHost::ParentOf(const host::Node& node, unsigned index) {
-  NoteHarmless("ParentOf");
-  const NodeDescription* described = Describe(node);
   host::Node parent;
+  if (Note("ParentOf")) return parent;
+  const NodeDescription* described = Describe(node);
   if (described == nullptr || described->path.empty() || index != 0) return parent;
   parent.object = PlaceOf(ParentPathOf(*described));
   return parent;
 }
 
 host::Attribute RecordingHost::FindAttribute(const host::Node& node, const std::string& name) {
-  NoteHarmless("FindAttribute " + name);
-  const NodeDescription* described = Describe(node);
   host::Attribute attribute;
+  if (Note("FindAttribute " + name)) return attribute;
+  const NodeDescription* described = Describe(node);
   if (described != nullptr && (described->type == "joint" || described->type == "transform") &&
       IsChannel(name)) {
     attribute.object = name;

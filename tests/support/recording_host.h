@@ -30,6 +30,11 @@ class RecordingHost : public host::Host {
 
   /// Lets call `n` (from 0, counted over all calls that can fail) fail instead of doing its work.
   void FailCall(std::size_t n) { failing_ = n; }
+  /// Lets call `n` and all later ones fail.
+  void FailFrom(std::size_t n) {
+    failing_ = n;
+    failsAllLater_ = true;
+  }
 
   const std::vector<std::string>& Calls() const { return calls_; }
   /// "" for the world and the null node.
@@ -86,6 +91,7 @@ class RecordingHost : public host::Host {
   std::vector<std::string> calls_;
   std::size_t canFail_ = 0;
   std::optional<std::size_t> failing_;
+  bool failsAllLater_ = false;
 };
 
 /// The words of a command line as a command gets them.
