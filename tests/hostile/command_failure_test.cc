@@ -148,6 +148,21 @@ TEST_F(CommandFailure, InTheEmbeddedHostIsSaidAndTheNextRunIsWhole) {
   }
 }
 
+TEST(SceneFailure, LeavesNoHalfAnswerToWhoSharesACurve) {
+  ForEachAllocation([](Shortage& shortage) {
+    const Scene scene = MakeScene();
+    const auto sharers = [&] {
+      std::size_t count = 0;
+      for (standalone::NodeId node = 0; node < scene.NodeCount(); ++node)
+        count += scene.SharersOf(node, standalone::Channel::kTranslateX).size() +
+                 scene.SharersOf(node, standalone::Channel::kTranslateY).size();
+      return count;
+    };
+    shortage.Do(sharers);
+    EXPECT_EQ(sharers(), 2u);
+  });
+}
+
 // A host of plain values: what it throws itself goes through the commands as well.
 TEST_F(CommandFailure, InAnyHostComesOutAndTheNextRunIsWhole) {
   for (const Texts& line : Lines()) {
