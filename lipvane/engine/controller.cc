@@ -57,6 +57,7 @@ TExpressionInfo* TController::GetExpression(int i) {
   return Trail("TController::GetExpression", [&] { return ElementOrNull(expressions_, i); });
 }
 
+// cppcheck-suppress passedByValue ; the name may be that of the very expression that goes
 void TController::DeleteExpression(std::string expressionName) {
   Trail("TController::DeleteExpression", [&] {
     const TExpressionInfo* found = FindNamed(expressions_, expressionName);

@@ -53,8 +53,7 @@ float Single(double value) {
 }  // namespace
 
 Quaternion Quaternion::FromAxisAngle(float angle, float ax, float ay, float az) {
-  const double length =
-      std::sqrt(double{ax} * double{ax} + double{ay} * double{ay} + double{az} * double{az});
+  const double length = std::sqrt(double{ax} * ax + double{ay} * ay + double{az} * az);
   if (length <= kShortestAxis) {
     return {};
   }
@@ -73,8 +72,8 @@ Quaternion Quaternion::Multiply(const Quaternion& a, const Quaternion& b) {
 }
 
 Quaternion Quaternion::Slerp(const Quaternion& q1, const Quaternion& q2, float t) {
-  double cosine = double{q1.w} * double{q2.w} + double{q1.x} * double{q2.x} +
-                  double{q1.y} * double{q2.y} + double{q1.z} * double{q2.z};
+  double cosine =
+      double{q1.w} * q2.w + double{q1.x} * q2.x + double{q1.y} * q2.y + double{q1.z} * q2.z;
   const bool opposite = cosine < 0;
   if (opposite) {
     cosine = -cosine;
@@ -129,8 +128,7 @@ Quaternion Quaternion::Inverse() const {
 }
 
 void Quaternion::Exp() {
-  const double angle =
-      std::sqrt(double{x} * double{x} + double{y} * double{y} + double{z} * double{z});
+  const double angle = std::sqrt(double{x} * x + double{y} * y + double{z} * z);
   const double scale = angle > kSmallRotation ? std::sin(angle) / angle : 1.0;
   *this = {Single(std::cos(angle)), Single(x * scale), Single(y * scale), Single(z * scale)};
 }

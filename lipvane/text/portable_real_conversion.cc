@@ -194,8 +194,9 @@ int Print(char* text, std::size_t size, double value, RealFormat format, int pre
 }
 
 std::string PrintedText(double value, RealFormat format, int precision) {
-  const auto length = static_cast<std::size_t>(Print(nullptr, 0, value, format, precision));
-  std::string text(length + 1, '\0');  // snprintf ends it with a NUL
+  std::string text;  // too short, which makes snprintf say what it takes
+  const auto length = static_cast<std::size_t>(Print(text.data(), 0, value, format, precision));
+  text.resize(length + 1);  // snprintf ends it with a NUL
   Print(text.data(), text.size(), value, format, precision);
   text.pop_back();
   // The locale's decimal separator may have several bytes.
