@@ -43,9 +43,9 @@ Quaternion Interpolated(const Quaternion& neutral, const Quaternion& pose, float
 
 }  // namespace
 
-void _Blend(const Vector3& poseT, Quaternion& poseR,  // NOLINT(bugprone-reserved-identifier)
-            const Vector3& neutralT, const Quaternion& neutralR, const Quaternion& neutralInverse,
-            Vector3& accT, Quaternion& accR, float weight) {
+void _Blend(const Vector3& poseT, Quaternion& poseR, const Vector3& neutralT,
+            const Quaternion& neutralR, const Quaternion& neutralInverse, Vector3& accT,
+            Quaternion& accR, float weight) {
   Trail("_Blend", [&] {
     accT.x += (poseT.x - neutralT.x) * weight;
     accT.y += (poseT.y - neutralT.y) * weight;

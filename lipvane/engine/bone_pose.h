@@ -123,8 +123,8 @@ struct TBonePoseInfo {
 /// One pose's contribution to one bone: adds `weight` times its difference from the neutral pose to
 /// the accumulator. `neutralInverse` is neutralR.Inverse(); poseR is a working copy and is aligned
 /// with neutralR and normalised in place.
-void _Blend(const Vector3& poseT, Quaternion& poseR,  // NOLINT(bugprone-reserved-identifier)
-            const Vector3& neutralT, const Quaternion& neutralR, const Quaternion& neutralInverse,
-            Vector3& accT, Quaternion& accR, float weight);
+void _Blend(const Vector3& poseT, Quaternion& poseR, const Vector3& neutralT,
+            const Quaternion& neutralR, const Quaternion& neutralInverse, Vector3& accT,
+            Quaternion& accR, float weight);
 
 }  // namespace lipvane

@@ -16,8 +16,7 @@ enum class StatusCode {
 class Status {
  public:
   Status() = default;
-  Status(StatusCode code)
-      : code_(code) {}  // NOLINT(google-explicit-constructor): reads as the host's
+  Status(StatusCode code) : code_(code) {}  // not explicit: reads as the host's
 
   bool ok() const { return code_ == StatusCode::kSuccess; }
   StatusCode code() const { return code_; }

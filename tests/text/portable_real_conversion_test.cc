@@ -103,7 +103,7 @@ TEST_P(PortableRealConversion, AgreesOnHardTexts) {
 }
 
 TEST_P(PortableRealConversion, AgreesOnRandomNumbers) {
-  std::mt19937_64 random(20);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same ones every time
+  std::mt19937_64 random(20);  // the same ones every time
   for (int i = 0; i < 20'000 && !HasFailure(); ++i) {
     const std::uint64_t bits = random();
     double value = 0.0;
