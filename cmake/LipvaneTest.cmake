@@ -13,7 +13,8 @@ function(lipvane_test name)
   target_link_libraries(${name}_test PRIVATE ${test_LINKS} lipvane_warnings GTest::gtest_main)
   target_include_directories(${name}_test PRIVATE ${LIPVANE_TEST_ROOT})
   if(NOT MSVC)  # to optimise tests as hard as what they test takes longer than to run them
-    target_compile_options(${name}_test PRIVATE $<$<CONFIG:Release>:-O1>)
+    target_compile_options(${name}_test PRIVATE $<$<CONFIG:Release>:-O1>
+                                                $<$<BOOL:${LIPVANE_SANITIZE}>:-O0>)
   endif()
   set_target_properties(${name}_test PROPERTIES
                         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
