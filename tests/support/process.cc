@@ -22,7 +22,9 @@ std::string Quoted(const std::string& word) {
 ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& arguments) {
   // Files rather than pipes: nothing has to be read while the program runs.
   const TemporaryFolder folder;
-  std::string line = Quoted(program);
+  // What scripts/memcheck runs the program under.
+  const char* const runner = std::getenv("LIPVANE_RUN_UNDER");
+  std::string line = (runner != nullptr ? Quoted(runner) : "") + Quoted(program);
   for (const std::string& argument : arguments)
     line += Quoted(argument);
   line += "</dev/null >" + Quoted(folder.Path("out")) + "2>" + Quoted(folder.Path("err"));
