@@ -230,7 +230,7 @@ std::vector<Case> ReaderCases() {
       {"hierarchy", "OneBone", 2000, [](int n) { return Lbp(n, "b", false, 0); }},
       {"ltf", "Tracks", 5000, [](int n) { return Ltf(n, "Eat", 2); }},
       {"ltf", "Keys", 20000, [](int n) { return Ltf(1, "Eat", n); }},
-      {"ltf", "LongName", 500000, [](int n) { return Ltf(1, std::string(n, 'x'), 1); }},
+      {"ltf", "LongName", 500000, [](int n) { return Ltf(1, Times(n, "x"), 1); }},
       {"ltf", "Slashes", 300000, times("LTF\n1\n1\na", "/ ", "\n0\n0\n")},
 
       {"mel", "Commands", 10000, times("", "select -cl;\n")},
@@ -365,11 +365,10 @@ std::vector<Case> WorkCases() {
       {"Check_Bones", 2000, checked, [](int n) { return Lbp(n, "b", true); }},
       {"Check_OneBone", 2000, checked, [](int n) { return Lbp(n, "b", false); }},
       {"Check_LongBone", 3000, checked,
-       [](int n) { return Lbp(1, std::string(100 * n, 'x'), false, n) + Times(n, "x\n"); }},
+       [](int n) { return Lbp(1, Times(100 * n, "x"), false, n) + Times(n, "x\n"); }},
       {"Check_Tracks", 2000, checked, [](int n) { return Ltf(n, "Eat", 2); }},
       {"Check_Keys", 10000, checked, [](int n) { return Ltf(1, "Eat", n); }},
-      {"Check_LongTrack", 5000, checked,
-       [](int n) { return Ltf(1, std::string(100 * n, 'x'), n); }},
+      {"Check_LongTrack", 5000, checked, [](int n) { return Ltf(1, Times(100 * n, "x"), n); }},
       {"Report_Lbp", 2000,
        [](const std::string& text) {
          TBonePoseInfo info;
