@@ -39,11 +39,17 @@ TEST_F(LongPathsTest, NeitherAReportNorASceneOfManyCurves) {
       folder_.Make("face.lbp", LbpText(bones, {std::vector<BoneLine>(bones.size())}));
   const std::string out = folder_.Path("out.ma");
   const std::string report = folder_.Path("report.json");
-  ExpectFailure({"run", scene, "-e", "facialAnim -import -lbp \"" + lbp + "\"", "-o", out,
-                 "--report", report},
-                out +
-                    ": the paths that the new curves need make more than 268435456 bytes\nError: " +
-                    report + ": the paths of the nodes to be named make more than 268435456 bytes");
+  const ProcessResult result =
+      Lipvane({"run", scene, "-e", "facialAnim -import -lbp \"" + lbp + "\"", "-o", out, "--report",
+               report});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(Has(result.err, "Error: " + out +
+                                  ": the paths that the new curves need make more "
+                                  "than 268435456 bytes\nError: " +
+                                  report +
+                                  ": the paths of the nodes to be named make more than 268435456 "
+                                  "bytes\n"))
+      << result.err;
   EXPECT_FALSE(folder_.Has("out.ma") || folder_.Has("report.json"));
 }
 
