@@ -14,9 +14,9 @@ const std::string kJaw =
 const std::string kLip = "l\xE4p\xFF";       // an ä in Latin-1, and a byte of no text
 const std::string kLipInJson = "l\xEF\xBF\xBDp\xEF\xBF\xBD";
 
-class TextTest : public CliTest {
+class EncodingTest : public CliTest {
  protected:
-  TextTest() {
+  EncodingTest() {
     std::filesystem::create_directory(kFolder);
     folder_.Make(kScene, Content("2"));
   }
@@ -29,7 +29,7 @@ class TextTest : public CliTest {
   static const inline std::string kScene = kFolder + "/" + kJaw + ".ma";
 };
 
-TEST_F(TextTest, BytesOfNamesAndPathsPassThrough) {
+TEST_F(EncodingTest, BytesOfNamesAndPathsPassThrough) {
   const std::string lbp = kFolder + "/\xFF.lbp";
   const ProcessResult exported = Lipvane(
       {"run", kScene, "-e",
@@ -60,7 +60,7 @@ TEST_F(TextTest, BytesOfNamesAndPathsPassThrough) {
   EXPECT_TRUE(Has(folder_.Content("a.csv"), "," + kLip + ".qz\n"));
 }
 
-TEST_F(TextTest, JsonIsAlwaysValid) {
+TEST_F(EncodingTest, JsonIsAlwaysValid) {
   const std::string lbp =
       folder_.Make(kFolder + "/\xFF\xFE.lbp", LbpText({kJaw, kLip, "\x80\x01"}, {{{}, {}, {}}}));
   const std::string ltf =
