@@ -21,9 +21,6 @@ namespace {
 
 using standalone::Message;
 
-/// Keys are held in memory: this many take some ten gigabytes.
-constexpr std::size_t kMaxBakedKeys = std::size_t{1} << 26;
-
 class Baking {
  public:
   Baking(Playback& playback, standalone::StandaloneHost& host) : playback_(playback), host_(host) {

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
 namespace lipvane::cli {
+
+/// Keys of one bake. They are held in memory: this many take some ten gigabytes.
+inline constexpr std::size_t kMaxBakedKeys = std::size_t{1} << 26;
 
 struct BakeOptions {
   std::string scene;
