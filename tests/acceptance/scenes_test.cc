@@ -13,7 +13,6 @@
 #include <filesystem>
 #include <iterator>
 #include <map>
-#include <sstream>
 
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
@@ -29,6 +28,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+using test::Written;
+
 std::vector<std::string> SceneFiles() {
   std::vector<std::string> files;
   const auto addFolder = [&](const std::string& folder) {
@@ -41,12 +42,6 @@ std::vector<std::string> SceneFiles() {
   if (const char* more = std::getenv("LIPVANE_SCENES")) addFolder(more);
   std::sort(files.begin(), files.end());
   return files;
-}
-
-std::string Written(const Scene& scene) {
-  std::ostringstream out;
-  scene.Write(out);
-  return out.str();
 }
 
 Imath::M44d Local(const TransformValues& values) {

@@ -35,15 +35,8 @@ const std::vector<Arguments> kJobs = {
     {"inspect", "line.ltf", "--json"},
     {"check", "face.lbp", "line.ltf", "--scene", "face.ma"}};
 
-std::string Quoted(const std::string& word) {
-  return "'" + word + "'";
-}
-
 std::string CommandLine(const Arguments& job) {
-  std::string line = Quoted(LIPVANE_BINARY);
-  for (const std::string& argument : job)
-    line += " " + Quoted(argument);
-  return line;
+  return test::CommandLine(LIPVANE_BINARY, job);
 }
 
 class FaultsTest : public CliTest {
@@ -58,17 +51,11 @@ class FaultsTest : public CliTest {
     folder_.Make("out", kOld);
     folder_.Make("out.csv", kOld);
     fs::create_directory("folder");
-    names_ = Names();
+    names_ = folder_.Names();
   }
 
-  static std::set<std::string> Names() {
-    std::set<std::string> names;
-    for (const auto& entry : fs::directory_iterator("."))
-      names.insert(entry.path().filename().string());
-    return names;
-  }
   void ExpectNothingChanged(const std::string& what) const {
-    EXPECT_EQ(Names(), names_) << what;
+    EXPECT_EQ(folder_.Names(), names_) << what;
     EXPECT_EQ(folder_.Content("out"), kOld) << what;
     EXPECT_EQ(folder_.Content("out.csv"), kOld) << what;
   }
@@ -115,7 +102,7 @@ TEST_F(FaultsTest, AnInputMayBeAPipe) {
       if (!IsRead(job[i])) continue;
       fs::rename(job[i], "held");
       ASSERT_EQ(mkfifo(job[i].c_str(), 0600), 0);
-      std::thread writer([&] { RunProcess("/bin/sh", {"-c", "cat held > " + Quoted(job[i])}); });
+      std::thread writer([&] { RunProcess("/bin/sh", {"-c", "cat held > " + job[i]}); });
       EXPECT_EQ(run(), expected) << CommandLine(job) << " from a pipe: " << job[i];
       writer.join();
       fs::rename("held", job[i]);
@@ -189,7 +176,7 @@ class SignalTest : public FaultsTest {
     int state = -1;
     while (waitpid(child, &state, WNOHANG) == 0) {
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
-      const auto names = Names();
+      const auto names = folder_.Names();
       if (!std::any_of(names.begin(), names.end(),
                        [](const std::string& name) { return name.rfind(".out", 0) == 0; })) {
         continue;

@@ -47,25 +47,11 @@ std::string Times(int n, const std::string& text) {
   return all;
 }
 
-/// Once for each number below n, which stands in the place of every '#'.
-std::string Each(int n, const std::string& pattern) {
+/// The pattern for each number from `first` on and below n: every '#' is the number, every '@' the
+/// one before.
+std::string Each(int n, const std::string& pattern, int first = 0) {
   std::string all;
-  for (int i = 0; i < n; ++i) {
-    for (const char c : pattern) {
-      if (c == '#') {
-        all += std::to_string(i);
-      } else {
-        all += c;
-      }
-    }
-  }
-  return all;
-}
-
-/// Every '#' of a pattern is a number below n, every '@' the number before.
-std::string Chain(int n, const std::string& root, const std::string& pattern) {
-  std::string all = root;
-  for (int i = 1; i < n; ++i) {
+  for (int i = first; i < n; ++i) {
     for (const char c : pattern)
       all += c == '#' ? std::to_string(i) : c == '@' ? std::to_string(i - 1) : std::string(1, c);
   }
@@ -77,8 +63,8 @@ std::string SceneText(const std::string& body) {
 }
 /// Joints one below the other, each with what the pattern says.
 std::string DeepScene(int n, const std::string& more = {}) {
-  return SceneText(
-      Chain(n, "createNode joint -n \"j0\";\n", "createNode joint -n \"j#\" -p \"j@\";\n" + more));
+  return SceneText("createNode joint -n \"j0\";\n" +
+                   Each(n, "createNode joint -n \"j#\" -p \"j@\";\n" + more, 1));
 }
 std::string Lbp(int bones, const std::string& name, bool isNumbered, int poses = 1) {
   std::vector<std::string> names;
@@ -300,10 +286,11 @@ std::vector<Case> WorkCases() {
       work(scene);
     };
   };
-  const auto import = [](const std::string& name, bool isNumbered) {
+  /// With a bone for every two flags of the scene, or the one bone "a".
+  const auto ran = [](const std::string& command, bool isOneBone = false) {
     return [=](const std::string& text) {
       const int bones = static_cast<int>(std::count(text.begin(), text.end(), '-')) / 2;
-      Run(text, Lbp(isNumbered ? bones : 1, name, isNumbered), "-import");
+      Run(text, isOneBone ? Lbp(1, "a", false) : Lbp(bones, "j", true), command);
     };
   };
   const auto summary = ofScene([](Scene& scene) { cli::SceneSummary("growth.ma", scene); });
@@ -319,10 +306,9 @@ std::vector<Case> WorkCases() {
   });
   /// Two chains of the same names: nothing but the top tells their nodes apart.
   const Texts twins = [](int n) {
-    const std::string chain = "createNode joint -n \"j#\" -p \"j@\";\n";
-    return SceneText(
-        Chain(n, "createNode joint -n \"a\";\ncreateNode joint -n \"j0\" -p \"a\";\n", chain) +
-        Chain(n, "createNode joint -n \"b\";\ncreateNode joint -n \"j0\" -p \"b\";\n", chain));
+    const std::string chain = Each(n, "createNode joint -n \"j#\" -p \"j@\";\n", 1);
+    return SceneText("createNode joint -n \"a\";\ncreateNode joint -n \"j0\" -p \"a\";\n" + chain +
+                     "createNode joint -n \"b\";\ncreateNode joint -n \"j0\" -p \"b\";\n" + chain);
   };
   const Texts longDriver = [](int n) {
     return SceneText("createNode network -n \"" + Times(50 * n, "x") + "\";\n" +
@@ -331,25 +317,20 @@ std::vector<Case> WorkCases() {
   };
   const Texts locked = [](int n) { return DeepScene(n, "setAttr -l on \".tx\";\n"); };
   return {
-      {"Import_Levels", 1000, import("j", true), [](int n) { return DeepScene(n); }},
-      {"Import_LockedLevels", 1500, import("j", true), locked},
-      {"Import_OneNameDown", 1000, import("a", false),
+      {"Import_Levels", 1000, ran("-import"), [](int n) { return DeepScene(n); }},
+      {"Import_LockedLevels", 1500, ran("-import"), locked},
+      {"Import_OneNameDown", 1000, ran("-import", true),
        [](int n) {
          return SceneText("createNode joint -n \"a\";\n" +
                           Times(n - 1, "createNode joint -n \"a\" -p \"a\";\n"));
        }},
-      {"Import_SharedCurve", 1000, import("j", true),
+      {"Import_SharedCurve", 1000, ran("-import"),
        [](int n) {
          return SceneText("createNode animCurveTL -n \"c\";\n" +
                           Each(n, "createNode joint -n \"j#\";\nconnectAttr \"c.o\" \"j#.tx\";\n"));
        }},
-      {"Import_LongDriver", 1000, import("j", true), longDriver},
-      {"Select_Levels", 1000,
-       [](const std::string& text) {
-         const int bones = static_cast<int>(std::count(text.begin(), text.end(), '-')) / 2;
-         Run(text, Lbp(bones, "j", true), "-select");
-       },
-       [](int n) { return DeepScene(n); }},
+      {"Import_LongDriver", 1000, ran("-import"), longDriver},
+      {"Select_Levels", 1000, ran("-select"), [](int n) { return DeepScene(n); }},
       {"ShortestName_Twins", 8000,
        ofScene([](Scene& scene) { scene.ShortestName(scene.PathCount() - 1); }), twins},
       {"Summary_Levels", 2000, summary,

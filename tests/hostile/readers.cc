@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <ostream>
 #include <stdexcept>
@@ -20,6 +21,7 @@
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/speech/shapes_file.h"
 #include "lipvane/speech/timing.h"
+#include "tests/support/temporary_folder.h"
 
 namespace lipvane::test {
 namespace {
@@ -90,7 +92,7 @@ std::string No(const std::string& message, const std::string& name) {
   return No(std::stoi(message.substr(number)), message.substr(reason + 1));
 }
 
-std::string AnswerLbp(const std::string& bytes) {
+std::string AnswerLbp(std::string_view bytes) {
   TBonePoseInfo info;
   PhonemeMapping mapping;
   ReadProblem problem;
@@ -119,7 +121,7 @@ std::string AnswerLbp(const std::string& bytes) {
   return digest.Yes();
 }
 
-std::string AnswerHierarchy(const std::string& bytes) {
+std::string AnswerHierarchy(std::string_view bytes) {
   std::map<int, std::string> nameByNumber;
   std::map<std::string, int> numberByName;
   std::map<std::string, std::string> parentByName;
@@ -156,7 +158,7 @@ void AddTracks(const std::vector<TAnimationTrack>& tracks, Digest& digest) {
   }
 }
 
-std::string AnswerLtf(const std::string& bytes) {
+std::string AnswerLtf(std::string_view bytes) {
   TAnimation animation;
   ReadProblem problem;
   const bool isRead = ReadLtfText(bytes, animation, problem);
@@ -188,9 +190,9 @@ void AddNodes(const standalone::Scene& scene, Digest& digest) {
   }
 }
 
-std::string AnswerScene(const std::string& bytes) {
+std::string AnswerScene(std::string_view bytes) {
   try {
-    const auto scene = standalone::Scene::Parse(bytes, "hostile.ma");
+    const auto scene = standalone::Scene::Parse(std::string(bytes), "hostile.ma");
     Digest digest;
     digest.AddAll(scene.ReadingNotes());
     digest.AddAll(scene.References());
@@ -217,7 +219,7 @@ std::string AnswerScene(const std::string& bytes) {
   }
 }
 
-std::string AnswerMel(const std::string& bytes) {
+std::string AnswerMel(std::string_view bytes) {
   standalone::MelSource source;
   source.text = bytes;
   source.name = "hostile.mel";
@@ -239,7 +241,7 @@ std::string AnswerMel(const std::string& bytes) {
   }
 }
 
-std::string AnswerShapes(const std::string& bytes) {
+std::string AnswerShapes(std::string_view bytes) {
   std::vector<speech::ShapeRow> rows;
   ReadProblem problem;
   if (!speech::ReadShapesText(bytes, 2, rows, problem)) {
@@ -254,7 +256,7 @@ std::string AnswerShapes(const std::string& bytes) {
   return digest.Yes();
 }
 
-std::string AnswerTiming(const std::string& bytes) {
+std::string AnswerTiming(std::string_view bytes) {
   speech::Timing timing;
   ReadProblem problem;
   if (!speech::ReadTimingText(bytes, {}, timing, problem)) {
@@ -302,6 +304,14 @@ const std::vector<Reader>& Readers() {
       {"timing_table", AnswerTiming},
   };
   return readers;
+}
+
+std::vector<std::string> SeedsOf(const Reader& reader) {
+  std::vector<std::string> files;
+  for (const auto& file :
+       std::filesystem::directory_iterator(LIPVANE_SOURCE_DIR "/fuzz/seeds/" + reader.name))
+    files.push_back(FileContent(file.path().string()));
+  return files;
 }
 
 }  // namespace lipvane::test

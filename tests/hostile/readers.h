@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace lipvane::test {
@@ -13,9 +14,12 @@ struct Reader {
   /// numbers bit for bit, or "no LINE REASON" (line 0: the file as a whole). An answer that breaks
   /// the reader's word, such as a refusal that leaves something behind, is std::logic_error. What
   /// readers throw otherwise, std::bad_alloc before all, passes through.
-  std::function<std::string(const std::string& bytes)> answer;
+  std::function<std::string(std::string_view bytes)> answer;
 };
 
 const std::vector<Reader>& Readers();
+
+/// The files that its fuzzer starts from.
+std::vector<std::string> SeedsOf(const Reader& reader);
 
 }  // namespace lipvane::test

@@ -1,5 +1,7 @@
 #include "tests/support/embedded_scene.h"
 
+#include <sstream>
+
 namespace lipvane::test {
 
 Shown AsShown(const standalone::Message& message) {
@@ -26,6 +28,12 @@ std::map<std::string, std::map<double, double>> CurvesOf(const standalone::Scene
       keys[key.time] = key.value;
   }
   return curves;
+}
+
+std::string Written(const standalone::Scene& scene) {
+  std::ostringstream out;
+  scene.Write(out);
+  return out.str();
 }
 
 std::vector<std::string> SelectionOf(const standalone::StandaloneHost& host) {

@@ -17,6 +17,9 @@ Shown AsShown(const standalone::Message& message);
 /// "|head|jaw.rotateX" -> frame -> value; every curve that drives a channel.
 std::map<std::string, std::map<double, double>> CurvesOf(const standalone::Scene& scene);
 
+/// The bytes that it is saved as.
+std::string Written(const standalone::Scene& scene);
+
 /// Full paths, in selection order.
 std::vector<std::string> SelectionOf(const standalone::StandaloneHost& host);
 

@@ -12,6 +12,9 @@ struct ProcessResult {
   std::string err;
 };
 
+/// What starts a program from a shell.
+std::string CommandLine(const std::string& program, const std::vector<std::string>& arguments);
+
 /// Runs a program to its end with an empty standard input.
 ProcessResult RunProcess(const std::string& program, const std::vector<std::string>& arguments);
 

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
 #include <string>
 
 namespace lipvane::test {
@@ -36,6 +37,13 @@ class TemporaryFolder {
   std::string Make(const std::string& name, const std::string& bytes) const {
     std::ofstream(Path(name), std::ios::binary) << bytes;
     return Path(name);
+  }
+  /// Of all files in it, so that one too many shows.
+  std::set<std::string> Names() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(path_))
+      names.insert(entry.path().filename().string());
+    return names;
   }
   bool Has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
   std::string Content(const std::string& name) const { return FileContent(Path(name)); }

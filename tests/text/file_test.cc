@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 
 #include "tests/support/temporary_folder.h"
@@ -23,11 +22,6 @@ constexpr char kWritten[] = "";
 
 class FileTest : public testing::Test {
  protected:
-  /// Every name in the folder, so that a temporary left behind shows.
-  std::ptrdiff_t Entries() const {
-    return std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator());
-  }
-
   /// Why a file cannot be written, or kWritten.
   static std::string Write(const std::string& path, const std::string& bytes = "x") {
     OutputFile file;
@@ -90,10 +84,10 @@ TEST_F(OutputFileTest, ReplacesOnCommitAlone) {
     ASSERT_TRUE(file.Open(folder_.Path("third"), OutputFile::Mode::kText, reason)) << reason;
   }
   EXPECT_EQ(folder_.Content(name), "old");
-  EXPECT_EQ(Entries(), 1);
+  EXPECT_EQ(folder_.Names().size(), 1U);
   EXPECT_EQ(Write(path, "new"), kWritten);
   EXPECT_EQ(folder_.Content(name), "new");
-  EXPECT_EQ(Entries(), 1);
+  EXPECT_EQ(folder_.Names().size(), 1U);
 }
 
 TEST_F(OutputFileTest, KeepsPermissionsAndLinks) {
@@ -116,7 +110,7 @@ TEST_F(OutputFileTest, RefusesWhatCannotBeWritten) {
   EXPECT_EQ(Write(folder_.Path()), "Is a directory");
   EXPECT_EQ(Write(folder_.Path("missing/")), "Is a directory");
   EXPECT_EQ(Write(folder_.Path("round")), "Too many levels of symbolic links");
-  EXPECT_EQ(Entries(), 1);
+  EXPECT_EQ(folder_.Names().size(), 1U);
 }
 
 TEST_F(OutputFileTest, RefusesAReadOnlyFileOrFolder) {

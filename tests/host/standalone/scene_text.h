@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/host/standalone/standalone_host.h"
+#include "tests/support/embedded_scene.h"
 
 namespace lipvane::standalone {
+
+using test::Written;
 
 inline constexpr const char* kHeader =
     "//Maya ASCII 2024 scene\nrequires maya \"2024\";\n"
@@ -20,12 +22,6 @@ inline constexpr const char* kHeader =
 inline Scene Read(std::string statements) {
   std::replace(statements.begin(), statements.end(), '\'', '"');
   return Scene::Parse(kHeader + statements, "test.ma");
-}
-
-inline std::string Written(const Scene& scene) {
-  std::ostringstream out;
-  scene.Write(out);
-  return out.str();
 }
 
 /// The node at the end of a full path.
