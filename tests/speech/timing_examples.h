@@ -5,7 +5,7 @@
 
 namespace lipvane::speech::test {
 
-/// A small file of every form that is read.
+/// A small file of every form that is read; the fuzzers start from the same.
 extern const std::string kLongTextGrid;
 extern const std::string kShortTextGrid;
 extern const std::string kRhubarbJson;
@@ -15,7 +15,7 @@ extern const std::string kPapagayo;
 extern const std::string kMoho;
 extern const std::string kPlainTable;
 
-/// All of them, and the TextGrid as UTF-16 of both byte orders.
+/// All of them.
 std::vector<std::string> TimingExamples();
 
 /// With a byte order mark.

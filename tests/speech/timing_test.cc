@@ -150,7 +150,6 @@ TEST(Timing, OfFramesFollowsTheirRate) {
 TEST(Timing, MayStandBehindWhiteSpace) {
   const std::string space = std::string(200, ' ') + "\r\n\n";
   for (const std::string& whole : TimingExamples()) {
-    if (whole[0] == '\xFE' || whole[0] == '\xFF') continue;
     const Timing timing = Read(space + whole);
     EXPECT_EQ(timing.labels[0].line, Read(whole).labels[0].line + 2) << timing.format;
     EXPECT_EQ(Labels(timing, false), Labels(Read(whole), false));
@@ -247,27 +246,6 @@ TEST(Timing, IsRefusedWithLineAndReason) {
             "0: it is a Moho switch file and has no tiers: leave out --tier");
   EXPECT_EQ(Refusal(kPlainTable, {"", 24.0}),
             "0: it is a table and says its times: leave out --fps");
-}
-
-TEST(Timing, CutAnywhereIsReadOrRefusedWithAReason) {
-  for (const std::string& whole : TimingExamples()) {
-    const std::size_t labels = Read(whole).labels.size();
-    for (std::size_t length = 0; length < whole.size(); ++length) {
-      Timing timing;
-      timing.format = "before";
-      ReadProblem problem;
-      // Memory that ends where the text does.
-      const std::vector<char> cut(whole.begin(),
-                                  whole.begin() + static_cast<std::ptrdiff_t>(length));
-      if (ReadTimingText({cut.data(), cut.size()}, {}, timing, problem)) {
-        EXPECT_FALSE(timing.labels.empty());
-        EXPECT_LE(timing.labels.size(), labels);
-      } else {
-        EXPECT_FALSE(problem.reason.empty());
-        EXPECT_EQ(timing.format, "before");
-      }
-    }
-  }
 }
 
 }  // namespace
