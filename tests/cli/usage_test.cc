@@ -105,8 +105,6 @@ TEST_F(CliTest, AResultThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(result.status, 1) << command;
     EXPECT_EQ(result.err, "Error: standard output: it could not be written\n");
   }
-  EXPECT_EQ(Lipvane({"play", lbp, ltf, "-o", "/dev/full"}).err,
-            "Error: /dev/full: No space left on device\n");
 }
 
 }  // namespace

@@ -79,22 +79,6 @@ TEST_F(CallOrder, ExportWalksOnceAndCapturesEachPoseAfterItsTime) {
   EXPECT_EQ(host.Calls(), expected);
 }
 
-TEST_F(CallOrder, ExportVisitsEachNodeOnceHoweverManyBonesAndPoses) {
-  test::SceneDescription scene;
-  std::string names;
-  for (int i = 0; i < 1000; ++i) {
-    scene.emplace_back().path = "|node" + std::to_string(i);
-    if (i % 50 == 0) names += "node" + std::to_string(i) + " ";
-  }
-  RecordingHost host(scene);
-  ExportPosesCommand(host).DoIt(
-      Words({"-bl", names, "-hb", "node7", "-lbp", File("out.lbp"), "-np", "20"}));
-  const auto visits = std::count_if(host.Calls().begin(), host.Calls().end(), [](const auto& call) {
-    return call.compare(0, 7, "GetPath") == 0;
-  });
-  EXPECT_EQ(visits, 1001);  // the world is a node, too
-}
-
 // Every call fails in turn; what was asked for goes on around it.
 TEST_F(CallOrder, ImportSurvivesTheFailureOfAnyCall) {
   const std::string lbp = Lbp({"jaw", "head"}, 2);
@@ -125,26 +109,6 @@ TEST_F(CallOrder, ImportSurvivesTheFailureOfAnyCall) {
       EXPECT_LE(24u - keys, 12u) << n;
       EXPECT_TRUE(host.shown.empty()) << n;
     }
-  }
-}
-
-TEST_F(CallOrder, ExportSurvivesTheFailureOfAnyCall) {
-  const auto words = [&] {
-    return Words({"-bl", "jaw", "-hb", "head", "-lbp", File("out.lbp"), "-np", "2"});
-  };
-  RecordingHost whole(TwoJoints());
-  ExportPosesCommand(whole).DoIt(words());
-  for (std::size_t n = 0; n < whole.CallsThatCanFail(); ++n) {
-    RecordingHost host(TwoJoints());
-    host.FailCall(n);
-    EXPECT_TRUE(ExportPosesCommand(host).DoIt(words()).ok()) << n;
-    const std::string text = folder_.Content("out.lbp");
-    // Where the skeleton cannot be walked the header ends with its title, and the poses follow.
-    EXPECT_EQ(text.find("head_bone=head") != std::string::npos, n != 0) << n;
-    EXPECT_NE(text.find("\n// Number of Bone Poses\n2\n\n// Bone Pose 0: Neutral\n"),
-              std::string::npos)
-        << n;
-    EXPECT_NE(text.find("\n\n// Bone Pose 1: Eat\n"), std::string::npos) << n;
   }
 }
 
@@ -190,8 +154,13 @@ TEST_F(CallOrder, EveryModeSurvivesTheFailureOfAnyCallAndOfAllLaterOnes) {
       EXPECT_TRUE(n != 1 || host.curves == before);  // nothing works at all
       // The last bone decides between all of them and none.
       EXPECT_LE(host.selection.size(), 2u);
-      for (int pose = 0; isExport && pose < 3; ++pose)
-        EXPECT_NE(text.find("\n// Bone Pose " + std::to_string(pose) + ": "), std::string::npos);
+      if (isExport) {
+        // Where the skeleton cannot be walked the header ends with its title, and the poses follow.
+        EXPECT_EQ(text.find("head_bone=head") != std::string::npos, n > 1);
+        for (const char* part : {"\n// Number of Bone Poses\n3\n\n// Bone Pose 0: Neutral\n",
+                                 "\n\n// Bone Pose 1: Eat\n", "\n\n// Bone Pose 2: E"})
+          EXPECT_NE(text.find(part), std::string::npos) << part;
+      }
       for (const test::Shown& shown : host.shown)
         EXPECT_NE(shown.kind, "error") << shown.text;
     }
