@@ -13,7 +13,8 @@ namespace {
 
 constexpr double kFramesPerPose = 10.0;
 
-// The words between blanks; two blanks in a row hold no word, as where the host splits.
+// The words between blanks; two blanks in a row hold no word, as where the host splits. Not by a
+// stream, which takes the lack of memory for its end.
 std::vector<std::string> Words(const std::string& text) {
   std::vector<std::string> words;
   for (std::size_t begin = 0; begin < text.size();) {
