@@ -286,6 +286,10 @@ std::string AnswerTiming(std::string_view bytes) {
 
 }  // namespace
 
+void PrintTo(const Reader& reader, std::ostream* out) {
+  *out << reader.name;
+}
+
 const std::vector<Reader>& Readers() {
   static const std::vector<Reader> readers = {
       {"lbp", AnswerLbp},

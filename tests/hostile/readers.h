@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,9 @@ struct Reader {
   /// readers throw otherwise, std::bad_alloc before all, passes through.
   std::function<std::string(std::string_view bytes)> answer;
 };
+
+/// Its name; GoogleTest would print its bytes, of which some were never written.
+void PrintTo(const Reader& reader, std::ostream* out);
 
 const std::vector<Reader>& Readers();
 
