@@ -38,6 +38,10 @@ struct Invocation {
   Texts words;
 };
 
+void PrintTo(const Invocation& invocation, std::ostream* out) {
+  *out << invocation.command;
+}
+
 /// All that an invocation did.
 struct Outcome {
   bool ok = false;
