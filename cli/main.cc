@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
   try {
     return Main(argc, argv);
   } catch (const std::bad_alloc&) {
-    lipvane::cli::PrintError("not enough memory");
+    lipvane::cli::PrintError("out of memory");
   } catch (const std::exception& error) {
     lipvane::cli::PrintError(error.what());
   } catch (...) {

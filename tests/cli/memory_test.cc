@@ -19,7 +19,7 @@ TEST_F(CliTest, WorkBeyondTheMemoryFailsInWordsAndLeavesTheOldFile) {
         "ulimit -v 40000 && exec " LIPVANE_BINARY " inspect --json large.ma"}) {
     const ProcessResult result = RunProcess("/bin/sh", {"-c", line});
     EXPECT_EQ(result.status, 1) << line;
-    EXPECT_EQ(result.err, "Error: not enough memory\n") << line;
+    EXPECT_EQ(result.err, "Error: out of memory\n") << line;
     EXPECT_EQ(result.out, "");
   }
   EXPECT_EQ(folder_.Content("out.ma"), "old");

@@ -111,7 +111,7 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
   try {
     return entry->second.run(arguments, objects);
   } catch (const std::bad_alloc&) {
-    host_.DisplayError(words[0] + ": not enough memory");
+    host_.DisplayError(words[0] + ": out of memory");
   } catch (const std::exception& error) {
     host_.DisplayError(words[0] + ": " + error.what());
   } catch (...) {
