@@ -339,6 +339,21 @@ std::vector<Case> WorkCases() {
                           "createNode animCurveTL -n \"c#\";\nsetAttr \".ktv[0]\" 1 2;\n"
                           "connectAttr \"c#.o\" \"j#.tx\";\nconnectAttr \"q.o\" \"j#.ty\";\n");
        }},
+      {"Curves_LongNamesOfInstances", 1000,
+       [](const std::string& text) {
+         Scene scene = Parsed(text);
+         scene.DrivenChannels();
+         standalone::Interpreter interpreter(scene, [](const standalone::Message&) {});
+         interpreter.Run({"select", "a"});
+       },
+       [](int n) {
+         const std::string name = Times(50 * n, "x");
+         return SceneText("createNode joint -n \"a\";\n" +
+                          Each(n, "createNode joint -n \"p#\";\nparent -add \"a\" \"p#\";\n") +
+                          Each(8, "createNode joint -n \"" + name + "#\" -p \"a\";\n") +
+                          "createNode animCurveTL -n \"c\";\nsetAttr \".ktv[0]\" 1 2;\n"
+                          "connectAttr \"c.o\" \"a.tx\";\nconnectAttr \"c.o\" \"a.ty\";\n");
+       }},
       {"Report_Nodes", 2000, ofScene([](Scene& scene) { cli::SceneReport(scene); }),
        [](int n) { return SceneText(Each(n, "createNode joint -n \"j#\";\n")); }},
       {"Check_Levels", 1000, checkScene, locked},
@@ -413,6 +428,17 @@ TEST(Growth, ManyNodesOfOneNameEndAtALimit) {
           << error.what();
     }
   }
+}
+
+TEST(Growth, RenamingManyInstancesEndsAtALimit) {
+  const auto text = [](int nameLength) {
+    return SceneText("createNode joint -n \"a\";\n" +
+                     Each(2000, "createNode joint -n \"p#\";\nparent -add \"a\" \"p#\";\n") +
+                     "rename \"a\" \"" + Times(nameLength, "x") + "\";\n");
+  };
+  Parsed(text(100'000));
+  // Each parent has the name looked at.
+  EXPECT_THROW(Parsed(text(2'000'000)), standalone::SceneError);
 }
 
 class GrowthOf : public testing::TestWithParam<Case> {};

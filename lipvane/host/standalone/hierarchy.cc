@@ -1,6 +1,7 @@
 #include "lipvane/host/standalone/hierarchy.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <stdexcept>
 #include <tuple>
@@ -156,30 +157,46 @@ std::string ShownPathOf(const SceneData& data, const Hierarchy& hierarchy, std::
 
 namespace {
 
-/// What a full path goes on with below its parent's: a name, or a name and the bar before those
-/// below it.
+/// What a full path goes on with below its parent's: a node's name, or the name and the bar before
+/// those below it.
 struct Branch {
-  std::uint32_t path;
-  const std::string* name;
+  std::uint32_t node;
   bool hasBar;
-
-  std::size_t Size() const { return name->size() + (hasBar ? 1 : 0); }
 };
 
-bool IsBefore(const Branch& a, const Branch& b) {
-  const std::size_t common = std::min(a.name->size(), b.name->size());
-  if (const int order = a.name->compare(0, common, *b.name, 0, common)) return order < 0;
-  const auto next = [&](const Branch& branch) {
-    if (branch.name->size() > common)
-      return static_cast<int>(static_cast<unsigned char>((*branch.name)[common]));
-    return branch.hasBar ? int{'|'} : -1;
+/// In the order of their bytes.
+std::vector<Branch> SortedBranches(const SceneData& data, const Hierarchy& hierarchy) {
+  const auto isBefore = [&](const Branch& a, const Branch& b) {
+    const std::string& nameA = data.items[hierarchy.nodes[a.node].item].name;
+    const std::string& nameB = data.items[hierarchy.nodes[b.node].item].name;
+    const std::size_t common = std::min(nameA.size(), nameB.size());
+    if (const int order = nameA.compare(0, common, nameB, 0, common)) return order < 0;
+    const auto next = [&](const std::string& name, bool hasBar) {
+      if (name.size() > common) return static_cast<int>(static_cast<unsigned char>(name[common]));
+      return hasBar ? int{'|'} : -1;
+    };
+    const int nextA = next(nameA, a.hasBar);
+    const int nextB = next(nameB, b.hasBar);
+    return std::tuple(nextA, nameA.size(), a.node) < std::tuple(nextB, nameB.size(), b.node);
   };
-  return std::tuple(next(a), a.Size(), a.path) < std::tuple(next(b), b.Size(), b.path);
+  std::vector<Branch> branches;
+  for (std::uint32_t node = 0; node < hierarchy.nodes.size(); ++node) {
+    branches.push_back({node, false});
+    branches.push_back({node, true});
+  }
+  std::sort(branches.begin(), branches.end(), isBefore);
+  return branches;
 }
 
 }  // namespace
 
 std::vector<std::uint32_t> PathRanks(const SceneData& data, const Hierarchy& hierarchy) {
+  // Names are compared once for all paths: instances may give a long one any number of them.
+  const std::vector<Branch> branches = SortedBranches(data, hierarchy);
+  std::vector<std::array<std::uint32_t, 2>> places(hierarchy.nodes.size());  // without and with bar
+  for (std::uint32_t i = 0; i < branches.size(); ++i)
+    places[branches[i].node][branches[i].hasBar ? 1 : 0] = i;
+
   const std::size_t count = hierarchy.paths.size();
   std::vector<std::uint32_t> firstChild(count, kUnnumbered);
   std::vector<std::uint32_t> nextSibling(count, kUnnumbered);
@@ -187,27 +204,31 @@ std::vector<std::uint32_t> PathRanks(const SceneData& data, const Hierarchy& hie
     nextSibling[path] = firstChild[hierarchy.paths[path].parent];
     firstChild[hierarchy.paths[path].parent] = static_cast<std::uint32_t>(path);
   }
+  struct Step {
+    std::uint32_t place;
+    std::uint32_t path;
+  };
   std::vector<std::uint32_t> ranks(count);
   std::uint32_t next = 0;
-  std::vector<Branch> ahead{{0, &NameAt(data, hierarchy, 0), true}};
   ranks[0] = next++;
+  std::vector<Step> ahead{{places[0][1], 0}};
   while (!ahead.empty()) {
-    const Branch branch = ahead.back();
+    const Step step = ahead.back();
     ahead.pop_back();
-    if (!branch.hasBar) {
-      ranks[branch.path] = next++;
+    if (!branches[step.place].hasBar) {
+      ranks[step.path] = next++;
       continue;
     }
     const auto begin = static_cast<std::ptrdiff_t>(ahead.size());
-    for (std::uint32_t child = firstChild[branch.path]; child != kUnnumbered;
+    for (std::uint32_t child = firstChild[step.path]; child != kUnnumbered;
          child = nextSibling[child]) {
-      const std::string& name = NameAt(data, hierarchy, child);
-      ahead.push_back({child, &name, false});
-      if (firstChild[child] != kUnnumbered) ahead.push_back({child, &name, true});
+      const auto [place, placeOfThoseBelow] = places[hierarchy.paths[child].node];
+      ahead.push_back({place, child});
+      if (firstChild[child] != kUnnumbered) ahead.push_back({placeOfThoseBelow, child});
     }
     // The first one goes on top.
     std::sort(ahead.begin() + begin, ahead.end(),
-              [](const Branch& a, const Branch& b) { return IsBefore(b, a); });
+              [](const Step& a, const Step& b) { return a.place > b.place; });
   }
   return ranks;
 }

@@ -23,7 +23,8 @@ inline constexpr int kMaxDriverSteps = 256;
 /// name is free.
 inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 24;
 
-/// Further edges gone through in all to rename nodes that have several parents.
+/// Further edges gone through in all to rename nodes that have several parents; of a long name some
+/// bytes count as one.
 inline constexpr std::size_t kMaxEdgesRenamed = std::size_t{1} << 24;
 
 /// Paths of one name compared for its shortest unique form; with more the full path is given.

@@ -13,6 +13,8 @@ namespace lipvane::standalone {
 namespace {
 
 constexpr std::size_t kNpos = std::string_view::npos;
+/// Bytes of a name that are looked through about as fast as a node is found.
+constexpr std::size_t kBytesOfAStep = 256;
 
 TypeInfo MakeType(std::string_view name) {
   TypeInfo info;
@@ -99,7 +101,7 @@ void SceneData::ForceRename(ItemId item, std::string_view name) {
   const auto forEachEdge = [&](auto act) {
     for (std::uint32_t edge = items[item].edge; edge != HashIndex::kNone;
          edge = edges[edge].nextOfChild) {
-      CountRenamed(edge);
+      CountRenamed(edge, items[item].name.size());
       act(edge, EdgeHash(edges[edge].parent, items[item].name));
     }
   };
@@ -171,7 +173,6 @@ DagPlace SceneData::FindPlace(std::string_view path, bool* isAmbiguous) const {
   for (ItemId item = FirstOfName(path.substr(0, bar)); item != kNoItem;
        item = items[item].nextOfName) {
     // What lies below is looked for once more; a long name takes as long as many short ones.
-    constexpr std::size_t kBytesOfAStep = 256;
     CountNameSearch(1 + below.size() / kBytesOfAStep);
     const DagPlace match = descend({item, items[item].edge}, below);
     if (match.item == kNoItem || match.item == found.item) continue;
@@ -256,7 +257,7 @@ std::string SceneData::FreeNameFor(ItemId item, std::string_view name) {
   std::uint32_t edge = items[item].edge;
   // Until no parent has asked for another since it was last asked.
   for (std::uint32_t agreed = HashIndex::kNone; edge != agreed;) {
-    CountRenamed(edge);
+    CountRenamed(edge, free.size());
     std::string candidate = FreeName(edges[edge].parent, free);
     if (candidate != free || agreed == HashIndex::kNone) agreed = edge;
     free = std::move(candidate);
@@ -266,9 +267,11 @@ std::string SceneData::FreeNameFor(ItemId item, std::string_view name) {
   return free;
 }
 
-void SceneData::CountRenamed(std::uint32_t edge) {
+void SceneData::CountRenamed(std::uint32_t edge, std::size_t nameBytes) {
   if (edge == items[edges[edge].child].edge) return;
-  if (++edgesRenamed_ > kMaxEdgesRenamed) throw std::length_error("too many instances move");
+  // The name is hashed for each; a long one takes as long as many short ones.
+  edgesRenamed_ += 1 + nameBytes / kBytesOfAStep;
+  if (edgesRenamed_ > kMaxEdgesRenamed) throw std::length_error("too many instances move");
 }
 
 void SceneData::LinkName(ItemId item) {

@@ -168,7 +168,7 @@ class SceneData {
   /// The name, or the next one that is free under all parents of the node.
   std::string FreeNameFor(ItemId item, std::string_view name);
   void ForceRename(ItemId item, std::string_view name);
-  void CountRenamed(std::uint32_t edge);
+  void CountRenamed(std::uint32_t edge, std::size_t nameBytes);
   std::uint32_t EdgeTo(ItemId parent, std::string_view name) const;
   std::uint32_t AddEdge(ItemId parent, ItemId child, std::uint32_t order);
   /// Makes the edge known by its child's name, which changes when it is taken there.

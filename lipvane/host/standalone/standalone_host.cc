@@ -140,8 +140,13 @@ std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
   }
   if (pathsByName_.empty()) {
     std::unordered_map<std::string_view, std::vector<PathId>> paths;
-    for (PathId path = 0; path < scene_.PathCount(); ++path)
-      paths[scene_.Name(scene_.NodeOf(path))].push_back(path);
+    // A name is looked up once for all paths of its node.
+    std::vector<std::vector<PathId>*> ofNode(scene_.NodeCount());
+    for (PathId path = 0; path < scene_.PathCount(); ++path) {
+      const NodeId node = scene_.NodeOf(path);
+      if (ofNode[node] == nullptr) ofNode[node] = &paths[scene_.Name(node)];
+      ofNode[node]->push_back(path);
+    }
     pathsByName_ = std::move(paths);
   }
   const auto candidates = pathsByName_.find(pattern.ShortName());

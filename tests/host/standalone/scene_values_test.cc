@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -185,6 +186,25 @@ TEST(SceneDrivers, FollowsCurvesThroughWhatPassesThemOn) {
   // A curve is shown as its channel meets it.
   EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateY)->keys[1].value, 1);
   EXPECT_EQ(scene.DrivenChannels().size(), 4u);
+}
+
+TEST(SceneDrivers, AreSortedByTheBytesOfTheirPaths) {
+  std::string text = "createNode animCurveTL -n 'k'; setAttr '.ktv[0]' 1 2;";
+  const std::vector<std::string> paths = {"|a",   "|a!",   "|a!|b", "|a|b",  "|a|b|c", "|a|b~",
+                                          "|a|c", "|a|ca", "|ab",   "|ab|a", "|a~",    "|a\xE4"};
+  for (const std::string& path : paths) {
+    const std::size_t bar = path.rfind('|');
+    text += "createNode joint -n '" + path.substr(bar + 1) + "'";
+    if (bar > 0) text += " -p '" + path.substr(0, bar) + "'";
+    text += "; connectAttr 'k.o' '" + path + ".tx';";
+  }
+  const Scene scene = Read(text);
+  std::vector<std::string> sorted;
+  for (const auto& driven : scene.DrivenChannels())
+    sorted.push_back(scene.FullPath(scene.FirstPath(driven.node)));
+  std::vector<std::string> expected = paths;
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(sorted, expected);
 }
 
 TEST(SceneDrivers, KeysThroughAConversion) {
