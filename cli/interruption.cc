@@ -20,11 +20,14 @@ struct Ending {
   int signal;
   const char* name;
 };
-constexpr std::array<Ending, 5> kEndings{{{SIGINT, "SIGINT"},
+constexpr std::array<Ending, 8> kEndings{{{SIGINT, "SIGINT"},
                                           {SIGTERM, "SIGTERM"},
                                           {SIGHUP, "SIGHUP"},
                                           {SIGQUIT, "SIGQUIT"},
-                                          {SIGXCPU, "SIGXCPU"}}};
+                                          {SIGXCPU, "SIGXCPU"},
+                                          {SIGALRM, "SIGALRM"},
+                                          {SIGUSR1, "SIGUSR1"},
+                                          {SIGUSR2, "SIGUSR2"}}};
 
 // What follows runs in a signal handler: system calls alone, and no memory.
 

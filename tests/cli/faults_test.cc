@@ -199,6 +199,7 @@ TEST_F(SignalTest, InMidSaveLeavesTheEarlierResultAlone) {
                                      std::pair(SIGTERM, "Error: interrupted by SIGTERM" + said),
                                      std::pair(SIGHUP, "Error: interrupted by SIGHUP" + said),
                                      std::pair(SIGXCPU, "Error: interrupted by SIGXCPU" + said),
+                                     std::pair(SIGUSR1, "Error: interrupted by SIGUSR1" + said),
                                      std::pair(SIGPIPE, std::string())}) {
     const int state = Send({signal});
     EXPECT_TRUE(WIFSIGNALED(state) && WTERMSIG(state) == signal) << state << " " << text;
