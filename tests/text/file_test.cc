@@ -7,6 +7,7 @@
 #include <fstream>
 #include <string>
 
+#include "tests/support/comma_locale.h"
 #include "tests/support/temporary_folder.h"
 
 #ifdef __unix__
@@ -88,6 +89,16 @@ TEST_F(OutputFileTest, ReplacesOnCommitAlone) {
   EXPECT_EQ(Write(path, "new"), kWritten);
   EXPECT_EQ(folder_.Content(name), "new");
   EXPECT_EQ(folder_.Names().size(), 1U);
+}
+
+TEST_F(OutputFileTest, WritesNumbersWithoutTheLocale) {
+  const test::CommaLocale locale;
+  OutputFile file;
+  std::string reason;
+  ASSERT_TRUE(file.Open(folder_.Path("numbers"), OutputFile::Mode::kText, reason)) << reason;
+  file.Stream() << 1234.5;
+  EXPECT_TRUE(file.Commit(reason)) << reason;
+  EXPECT_EQ(folder_.Content("numbers"), "1234.5");
 }
 
 TEST_F(OutputFileTest, KeepsPermissionsAndLinks) {

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "lipvane/host/standalone/limits.h"
 #include "lipvane/host/standalone/scene.h"
 #include "tests/host/standalone/scene_text.h"
 
@@ -99,6 +101,18 @@ TEST(SceneReading, GivesTheShortestNameThatIsUnique) {
   for (PathId i = 9; i < scene.PathCount(); ++i)
     names.push_back(scene.ShortestName(i));
   EXPECT_EQ(names, (Paths{"|a", "b", "b|c", "d", "d|c", "d|a", "a|c"}));
+}
+
+TEST(SceneReading, GivesTheFullPathOfANameThatVeryManyShare) {
+  for (const auto& [rivals, name] :
+       {std::pair<std::size_t, const char*>(kMaxRivals, "p0|a"), {kMaxRivals + 1, "|p0|a"}}) {
+    std::string text;
+    for (std::size_t i = 0; i <= rivals; ++i)
+      text += "createNode joint -n 'p" + std::to_string(i) + "'; createNode joint -n 'a' -p 'p" +
+              std::to_string(i) + "';";
+    const Scene scene = Read(text);
+    EXPECT_EQ(scene.ShortestName(scene.FirstPath(At(scene, "|p0|a"))), name);
+  }
 }
 
 TEST(SceneReading, MovesAndInstancesNodes) {
