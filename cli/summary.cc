@@ -20,9 +20,6 @@ using standalone::PathId;
 using standalone::Scene;
 
 constexpr std::size_t kLineWidth = 80;
-/// Longer lists are cut: who wants them whole takes the JSON.
-constexpr std::size_t kMaxListed = 100;
-
 /// A title with its names below, as many on a line as fit.
 std::string NameList(const std::string& title, const std::vector<std::string>& names) {
   std::string text = title + ": " + std::to_string(names.size()) + "\n";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "lipvane/engine/animation.h"
@@ -9,6 +10,9 @@
 
 /// What people read of a file.
 namespace lipvane::cli {
+
+/// Lines of one list; more are counted.
+inline constexpr std::size_t kMaxListed = 100;
 
 std::string LbpSummary(const std::string& fileName, const TBonePoseInfo& poseInfo,
                        const PhonemeMapping& mapping);

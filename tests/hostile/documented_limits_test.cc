@@ -10,6 +10,7 @@
 
 #include "cli/bake.h"
 #include "cli/samples.h"
+#include "cli/summary.h"
 #include "lipvane/check/finding.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/host/standalone/limits.h"
@@ -39,6 +40,7 @@ TEST(Limits, AreDocumentedWithTheirValues) {
       {"kMaxShownPath", standalone::kMaxShownPath},
       {"kMaxPathBytes", standalone::kMaxPathBytes},
       {"kMaxNotes", standalone::kMaxNotes},
+      {"kMaxListed", cli::kMaxListed},
       {"kMostOfARule", check::kMostOfARule},
       {"kLongest", static_cast<std::uint64_t>(speech::kLongest)},
       {"kMaxFrames", cli::kMaxFrames},
