@@ -1,5 +1,6 @@
 #include "lipvane/scene/dag_search.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace lipvane::scene {
@@ -14,6 +15,14 @@ DagSearch::DagSearch(host::Host& host, const std::vector<std::string>& names) : 
     matches_.try_emplace(name);
   }
   Walk(*iterator);
+  std::size_t visits = 0;
+  for (const std::string& name : names) {
+    visits += matches_.find(name)->second.size();
+    if (visits > kMaxVisits) {
+      throw std::length_error("the bones and the nodes of their names make more than " +
+                              std::to_string(kMaxVisits) + " pairs");
+    }
+  }
 }
 
 void DagSearch::Walk(host::DagIterator& iterator) {

@@ -10,6 +10,11 @@
 
 namespace lipvane::scene {
 
+/// Visits that one search may ask for in all, each name again as often as it is asked for: a file
+/// of n bones of one name and a scene of n nodes of it make n * n. A thousand joints in a thousand
+/// faces make fewer.
+inline constexpr std::size_t kMaxVisits = std::size_t{1} << 20;
+
 /// Finds nodes by short name: one walk over the scene serves any number of names, and each search
 /// tells what a walk of its own would have told.
 class DagSearch {
@@ -17,7 +22,8 @@ class DagSearch {
   using Visitor = std::function<void(const host::DagPath& path, const host::Node& node)>;
 
   /// Walks the scene once, looking for any of these names (exact, case-sensitive). A walk
-  /// that cannot be begun is printed with the label "MItDag constructor".
+  /// that cannot be begun is printed with the label "MItDag constructor". Throws std::length_error
+  /// when to visit the nodes of all names takes more than kMaxVisits.
   DagSearch(host::Host& host, const std::vector<std::string>& names);
 
   /// The outcome of beginning the walk.

@@ -14,6 +14,7 @@
 #include "lipvane/check/finding.h"
 #include "lipvane/formats/limits.h"
 #include "lipvane/host/standalone/limits.h"
+#include "lipvane/scene/dag_search.h"
 #include "lipvane/speech/timing.h"
 #include "lipvane/text/file.h"
 #include "tests/support/temporary_folder.h"
@@ -43,6 +44,7 @@ TEST(Limits, AreDocumentedWithTheirValues) {
       {"kMaxListed", cli::kMaxListed},
       {"kMostOfARule", check::kMostOfARule},
       {"kLongest", static_cast<std::uint64_t>(speech::kLongest)},
+      {"kMaxVisits", scene::kMaxVisits},
       {"kMaxFrames", cli::kMaxFrames},
       {"kMaxBakedKeys", cli::kMaxBakedKeys}};
   const std::string document = FileContent(kRoot + "SECURITY.md");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "tests/support/recording_host.h"
 
 namespace lipvane::scene {
@@ -37,6 +39,18 @@ TEST(DagSearch, TellsOfUnreadableNodesWhereTheyStandAndAgainForEachName) {
   EXPECT_EQ(host.shown,
             std::vector<test::Shown>(
                 3, {"diagnostic", "(kFailure): Unexpected Internal Failure", "MItDag::getPath"}));
+}
+
+TEST(DagSearch, RefusesWhatWouldGrowWithTheSquareOfTheNames) {
+  test::SceneDescription scene;
+  for (int i = 0; i < 1025; ++i) {
+    scene.emplace_back().path = "|" + std::to_string(i);
+    scene.emplace_back().path = "|" + std::to_string(i) + "|jaw";
+  }
+  test::RecordingHost host(scene);
+  const std::vector<std::string> names(1023, "jaw");
+  EXPECT_TRUE(DagSearch(host, names).status().ok());
+  EXPECT_THROW(DagSearch(host, std::vector<std::string>(1024, "jaw")), std::length_error);
 }
 
 }  // namespace
