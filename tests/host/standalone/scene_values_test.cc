@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/host/standalone/limits.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/host/standalone/units.h"
 #include "tests/host/standalone/scene_text.h"
@@ -218,6 +219,28 @@ TEST(SceneDrivers, KeysThroughAConversion) {
   EXPECT_EQ(scene.CurveOf(joint, Channel::kRotateX)->keys[1].value, 3);
   EXPECT_EQ(Values(scene, "|j", 10).rotate[0], 3);
   EXPECT_NE(Written(scene).find("0 0 10 6;"), std::string::npos);
+}
+
+TEST(SceneDrivers, FollowsALimitedWayAndNoRing) {
+  const auto conversions = [](int count) {
+    std::string text = "createNode joint -n 'j'; " + Curve("animCurveTL", "c", "1", "1");
+    std::string from = "c.o";
+    for (int i = 0; i < count; ++i) {
+      const std::string name = "u" + std::to_string(i);
+      text += "createNode unitConversion -n '" + name + "'; connectAttr '" + from + "' '" + name +
+              ".i'; ";
+      from = name + ".o";
+    }
+    return text + "connectAttr '" + from + "' 'j.tx'; ";
+  };
+  const auto driver = [](const std::string& text) {
+    const Scene scene = Read(text);
+    Values(scene, "|j", 1);
+    return scene.DriverOf(At(scene, "|j"), Channel::kTranslateX);
+  };
+  EXPECT_EQ(driver(conversions(kMaxDriverSteps - 1)), Driver::kCurve);
+  EXPECT_EQ(driver(conversions(kMaxDriverSteps)), Driver::kOther);
+  EXPECT_EQ(driver(conversions(3) + "connectAttr -f 'u2.o' 'u0.i';"), Driver::kOther);
 }
 
 TEST(SceneDrivers, SaysWhyAChannelGetsNoKeys) {
