@@ -430,6 +430,22 @@ TEST(Growth, ManyNodesOfOneNameEndAtALimit) {
   }
 }
 
+TEST(Growth, ACommandOfManyPartialPathsEndsAtALimit) {
+  constexpr int kNodes = 4200;
+  Scene scene = Parsed(SceneText(
+      Each(kNodes, "createNode joint -n \"p#\";\ncreateNode joint -n \"a\" -p \"p#\";\n")));
+  std::vector<std::string> errors;
+  standalone::Interpreter interpreter(
+      scene, [&](const standalone::Message& message) { errors.push_back(message.text); });
+  std::vector<std::string> words = {"select"};
+  for (int i = 0; i < kNodes; ++i)
+    words.push_back("p" + std::to_string(i) + "|a");
+  EXPECT_TRUE(interpreter.Run(words).Failed());
+  EXPECT_EQ(errors, std::vector<std::string>{
+                        "select: too many nodes would have to be looked at for its names"});
+  EXPECT_FALSE(interpreter.Run({"select", "p1|a"}).Failed());
+}
+
 TEST(Growth, RenamingManyInstancesEndsAtALimit) {
   const auto text = [](int nameLength) {
     return SceneText("createNode joint -n \"a\";\n" +

@@ -20,7 +20,7 @@ inline constexpr std::uint64_t kMaxIndex = (std::uint64_t{1} << 28) - 1;
 inline constexpr int kMaxDriverSteps = 256;
 
 /// Nodes and names looked at in all to find out which one a name means that many share, and which
-/// name is free.
+/// name is free; by a command, to find those that its names mean.
 inline constexpr std::size_t kMaxNameSearch = std::size_t{1} << 24;
 
 /// Further edges gone through in all to rename nodes that have several parents; of a long name some

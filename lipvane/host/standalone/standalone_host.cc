@@ -4,8 +4,10 @@
 #include <any>
 #include <cmath>
 #include <cstddef>
+#include <stdexcept>
 #include <utility>
 
+#include "lipvane/host/standalone/limits.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/host/standalone/words.h"
 
@@ -131,8 +133,15 @@ std::optional<Channel> StandaloneHost::ChannelOf(const host::Attribute& attribut
 }
 
 std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
+  const auto count = [&](std::size_t paths) {
+    pathsMatched_ += paths;
+    if (pathsMatched_ > kMaxNameSearch) {
+      throw std::length_error("too many nodes would have to be looked at for its names");
+    }
+  };
   std::vector<PathId> found;
   if (!pattern.IsPlain()) {
+    count(scene_.PathCount());
     for (PathId path = 0; path < scene_.PathCount(); ++path) {
       if (pattern.Matches(scene_, path)) found.push_back(path);
     }
@@ -151,6 +160,7 @@ std::vector<PathId> StandaloneHost::FindPaths(const NamePattern& pattern) {
   }
   const auto candidates = pathsByName_.find(pattern.ShortName());
   if (candidates == pathsByName_.end()) return found;
+  count(candidates->second.size());
   for (const PathId path : candidates->second) {
     if (pattern.Matches(scene_, path)) found.push_back(path);
   }

@@ -23,10 +23,11 @@ class StandaloneHost : public host::Host {
   /// The scene must outlive the host and keep its nodes.
   StandaloneHost(Scene& scene, MessageSink sink);
 
-  /// Lets the warnings that come once a command come again.
+  /// Lets the warnings that come once a command come again, and names be searched for anew.
   void BeginCommand() {
     warned_.clear();
     keyedCurves_.clear();
+    pathsMatched_ = 0;
   }
 
   const Scene& GetScene() const { return scene_; }
@@ -92,7 +93,9 @@ class StandaloneHost : public host::Host {
   std::vector<PathId> selection_;
   std::set<PathId> selected_;  // the same paths
   std::set<std::string> warned_;
-  std::set<std::string> keyedCurves_;  // by the command that runs
+  // By the command that runs.
+  std::set<std::string> keyedCurves_;
+  std::size_t pathsMatched_ = 0;
   std::unordered_map<std::string_view, std::vector<PathId>> pathsByName_;  // made when first needed
 };
 
