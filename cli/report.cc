@@ -188,7 +188,7 @@ std::string LbpReport(const std::string& text, TBonePoseInfo& poseInfo,
     Json bones = Json::List();
     for (int i = 0; i < pose.BoneCount(); ++i)
       bones.Push(BoneJson(pose.GetBone(i)));
-    poses.Push(std::move(bones));
+    poses.Push(bones);
   }
   return Document({{"format", "lbp"},
                    {"version", LBP_FORMAT_VERSION},

@@ -33,6 +33,7 @@ void BoneRoutes::Update(const TBonePose& out, const TBonePoseInfo& rig,
     outIds.push_back(bone.boneIndex);
   Routes intoRig = Found(rig.boneIds, outIds);
   std::vector<Routes> intoExpressions;
+  intoExpressions.reserve(expressions.size());
   for (const TExpressionInfo& expression : expressions)
     intoExpressions.push_back(Found(expression.boneIds, outIds));
   outIds_ = std::move(outIds);
