@@ -39,7 +39,7 @@ void Print(const char* text) {
   Print(text, std::strlen(text));
 }
 
-/// As text::Printable makes of it.
+/// With "?" for control characters, which a file of a stranger may have named it with.
 void PrintFileName(const char* name) {
   for (; *name != '\0'; ++name) {
     const auto byte = static_cast<unsigned char>(*name);
