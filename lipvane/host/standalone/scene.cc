@@ -11,6 +11,7 @@
 #include "lipvane/host/standalone/drivers.h"
 #include "lipvane/host/standalone/hierarchy.h"
 #include "lipvane/host/standalone/ma_reader.h"
+#include "lipvane/host/standalone/path_names.h"
 #include "lipvane/host/standalone/scene_data.h"
 #include "lipvane/host/standalone/scene_writer.h"
 #include "lipvane/text/file.h"
