@@ -81,18 +81,12 @@ TEST_P(Cuts, AreAnsweredAlikeWithinBounds) {
     EXPECT_EQ(answer.substr(0, 4), GetParam().name == "mel" ? "no 6" : "yes ") << answer;
     // The example faces are the same few lines again and again: some places are enough for every
     // day, and a prime number from one to the next meets every column.
-    const std::size_t step = whole.size() < 10000 ? 1 : 997;
-    for (std::size_t i = 0; i < whole.size() && !HasFailure(); ++i) {
+    const std::size_t step = whole.size() < 10000 || isThorough ? 1 : 997;
+    for (std::size_t i = 0; i < whole.size() && !HasFailure(); i += step) {
       const auto replacements = Replacements(whole[i]);
-      if (i % step == 0) {
-        Ask(whole.substr(0, i), "cut at " + std::to_string(i));
-        for (const char replacement : replacements)
-          Ask(Changed(whole, i, replacement), "changed at " + std::to_string(i));
-      } else if (isThorough) {
-        ExpectAnAnswer(whole.substr(0, i), "cut at " + std::to_string(i));
-        ExpectAnAnswer(Changed(whole, i, replacements[i % replacements.size()]),
-                       "changed at " + std::to_string(i));
-      }
+      Ask(whole.substr(0, i), "cut at " + std::to_string(i));
+      Ask(Changed(whole, i, replacements[i % replacements.size()]),
+          "changed at " + std::to_string(i));
     }
   }
 }
