@@ -25,6 +25,32 @@ std::string Unescaped(std::string_view text, const CodePage& page) {
   return result;
 }
 
+/// What stands for the character behind a backslash; 0 when it needs none.
+char EscapeLetter(char c) {
+  switch (c) {
+    case '\n':
+      return 'n';
+    case '\t':
+      return 't';
+    case '\r':
+      return 'r';
+    case '"':
+    case '\\':
+      return c;
+    default:
+      return 0;
+  }
+}
+
+/// Is there a backslash before the byte at `i` when it is written?
+bool IsEscaped(std::string_view text, std::size_t i, const CodePage& page) {
+  if (i >= text.size()) return false;
+  if (EscapeLetter(text[i]) != 0) return true;
+  if (i + 1 == text.size() || EscapeLetter(text[i + 1]) == 0) return false;
+  // The first half of a character, without the other one, would take the next backslash for it.
+  return page.Width(text, i) == 1 && page.Width(std::string{text[i], '\\'}, 0) == 2;
+}
+
 /// Does a word end before this place? A comment may touch it.
 bool EndsWord(std::string_view text, std::size_t i) {
   const char c = text[i];
@@ -109,30 +135,13 @@ std::string Quoted(std::string_view text, const CodePage& page, bool doubleAll) 
     if (page.Width(text, i) == 2) {
       result += text.substr(i, 2);
       ++i;
-      // An escape behind it would make its backslash look doubled.
-      const bool isEscapeNext =
-          i + 1 < text.size() && std::string_view("\n\t\r\"\\").find(text[i + 1]) != kNpos;
-      if (text[i] == '\\' && (doubleAll || isEscapeNext)) result += '\\';
+      // A backslash behind it would make its own look doubled.
+      if (text[i] == '\\' && (doubleAll || IsEscaped(text, i + 1, page))) result += '\\';
       continue;
     }
-    const char c = text[i];
-    switch (c) {
-      case '\n':
-        result += "\\n";
-        break;
-      case '\t':
-        result += "\\t";
-        break;
-      case '\r':
-        result += "\\r";
-        break;
-      case '"':
-      case '\\':
-        result += '\\';
-        [[fallthrough]];
-      default:
-        result += c;
-    }
+    if (IsEscaped(text, i, page)) result += '\\';
+    const char letter = EscapeLetter(text[i]);
+    result += letter == 0 ? text[i] : letter;
   }
   return result += '"';
 }

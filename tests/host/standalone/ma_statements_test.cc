@@ -137,12 +137,14 @@ TEST(TokenReader, StepsOverCharactersOfTwoBytes) {
     EXPECT_EQ(reader.Next().text, text);
     EXPECT_EQ(reader.Next().text, "-p");
   }
-  for (const bool doubleAll : {false, true}) {
-    const std::string text = "\x83\\\\\x83\\\"\x83\\";
-    const std::string quoted = Quoted(text, page, doubleAll);
-    TokenReader reader(quoted, page);
-    EXPECT_EQ(reader.Next().text, text);
-    EXPECT_EQ(reader.Next().kind, Token::Kind::kEnd);
+  // The last ones hold halves of characters.
+  for (const std::string text : {"\x83\\\\\x83\\\"\x83\\", "\x83\"\xE4\n", "\x83\\\xE4\"\xE4"}) {
+    for (const bool doubleAll : {false, true}) {
+      const std::string quoted = Quoted(text, page, doubleAll);
+      TokenReader reader(quoted, page);
+      EXPECT_EQ(reader.Next().text, text);
+      EXPECT_EQ(reader.Next().kind, Token::Kind::kEnd);
+    }
   }
 }
 

@@ -1,0 +1,3 @@
+//Maya ASCII 2019 scene
+//Codeset: 932
+createNode joint -n ("a" b "ä";
