@@ -20,6 +20,7 @@ using standalone::PathId;
 using standalone::Scene;
 
 constexpr std::size_t kLineWidth = 80;
+
 /// A title with its names below, as many on a line as fit.
 std::string NameList(const std::string& title, const std::vector<std::string>& names) {
   std::string text = title + ": " + std::to_string(names.size()) + "\n";
