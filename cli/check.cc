@@ -96,6 +96,7 @@ void CheckInput(const Input& input, const std::optional<Scene>& scene, const std
     case FileFormat::kLtf:
       return check::CheckLtf(input.name, input.text, vocabulary, findings);
     case FileFormat::kScene:
+    case FileFormat::kTiming:
     case FileFormat::kUnknown:
       return AddWrongFormat(input, findings);
   }

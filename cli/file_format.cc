@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <iterator>
 
+#include "lipvane/speech/timing.h"
+
 namespace lipvane::cli {
 namespace {
 
@@ -11,15 +13,22 @@ bool StartsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
 }
 
-/// The first word that stands in no comment.
-std::string_view FirstWord(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n\f\v";
+constexpr std::string_view kBlanks = " \t\r\n\f\v";
+
+/// Without the white space and the comments at its beginning.
+std::string_view FromFirstWord(std::string_view text) {
   for (;;) {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    if (!StartsWith(text, "//")) break;
+    if (!StartsWith(text, "//")) return text;
     text.remove_prefix(std::min(text.find('\n'), text.size()));
   }
-  return text.substr(0, std::min(text.find_first_of(kBlanks), text.size()));
+}
+
+/// A version stands alone on its line, the times of a table do not.
+bool StandsAlone(std::string_view word, std::string_view text) {
+  std::string_view line = text.substr(0, text.find('\n')).substr(word.size());
+  line = line.substr(0, line.find("//"));
+  return line.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
 bool BeginsSceneStatement(std::string_view word) {
@@ -48,12 +57,16 @@ FileFormat GuessFormat(std::string_view text, const std::string& fileName) {
   if (StartsWith(text, "FOR4") || StartsWith(text, "FOR8") || StartsWith(text, "//Maya")) {
     return FileFormat::kScene;
   }
-  const std::string_view word = FirstWord(text);
+  const std::string_view body = FromFirstWord(text);
+  const std::string_view word = body.substr(0, body.find_first_of(kBlanks));
   if (word == "LTF") return FileFormat::kLtf;
   if (BeginsSceneStatement(word)) return FileFormat::kScene;
-  if (!word.empty() && word[0] >= '0' && word[0] <= '9') return FileFormat::kLbp;
-
   const std::string ending = Ending(fileName);
+  if (!word.empty() && word[0] >= '0' && word[0] <= '9' &&
+      (ending == ".lbp" || StandsAlone(word, body))) {
+    return FileFormat::kLbp;
+  }
+  if (speech::TimingFormat(text) != nullptr) return FileFormat::kTiming;
   if (ending == ".ma") return FileFormat::kScene;
   if (ending == ".lbp") return FileFormat::kLbp;
   if (ending == ".ltf") return FileFormat::kLtf;

@@ -5,7 +5,7 @@
 
 namespace lipvane::cli {
 
-enum class FileFormat { kUnknown, kScene, kLbp, kLtf };
+enum class FileFormat { kUnknown, kScene, kLbp, kLtf, kTiming };
 
 /// The format of a file by its content; the ending of its name helps where that says nothing.
 FileFormat GuessFormat(std::string_view text, const std::string& fileName);

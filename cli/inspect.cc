@@ -68,6 +68,7 @@ bool InspectText(const std::string& fileName, std::string text, bool asJson) {
       return InspectLbp(fileName, text, asJson);
     case FileFormat::kLtf:
       return InspectLtf(fileName, text, asJson);
+    case FileFormat::kTiming:
     case FileFormat::kUnknown:
       break;
   }

@@ -39,6 +39,8 @@ void PrintMessage(const standalone::Message& message) {
       return PrintLine(message.label + ": " + message.text);
     case Kind::kBox:
       return PrintLine("[" + message.title + "] " + message.text);
+    case Kind::kNote:
+      return PrintNote(message.text);
   }
 }
 

@@ -54,6 +54,8 @@ const char* KindName(Message::Kind kind) {
       return "diagnostic";
     case Message::Kind::kBox:
       return "box";
+    case Message::Kind::kNote:
+      return "note";
   }
   return "error";
 }

@@ -58,7 +58,23 @@ bool Check(Timing& timing, ReadProblem& problem) {
          Refuse(problem, 0, "it ends at " + Seconds(timing.end) + Longer());
 }
 
+/// The form of a text without white space around it, or null.
+const TimingForm* FormOf(std::string_view body) {
+  const auto* const found =
+      std::find_if(std::begin(kForms), std::end(kForms),
+                   [&](const TimingForm* form) { return form->recognises(body); });
+  return found == std::end(kForms) ? nullptr : *found;
+}
+
 }  // namespace
+
+const char* TimingFormat(std::string_view text) {
+  std::string content;
+  ReadProblem unused;
+  if (!ToUtf8(text, content, unused)) return nullptr;
+  const TimingForm* const form = FormOf(Trim(content));
+  return form == nullptr ? nullptr : form->name;
+}
 
 bool AddStart(Timing& timing, std::string_view label, double start, int line,
               ReadProblem& problem) {
@@ -81,15 +97,13 @@ bool ReadTimingText(std::string_view text, const TimingOptions& options, Timing&
   if (!ToUtf8(text, content, problem)) return false;
   const std::string_view body = Trim(content);
   if (body.empty()) return Refuse(problem, 0, "it is empty");
-  const auto* const found =
-      std::find_if(std::begin(kForms), std::end(kForms),
-                   [&](const TimingForm* form) { return form->recognises(body); });
-  if (found == std::end(kForms)) {
+  const TimingForm* const found = FormOf(body);
+  if (found == nullptr) {
     return Refuse(problem, 0,
                   "it is none of the timing files that are read: TextGrid, Rhubarb's JSON, XML or "
                   "TSV, Papagayo project, Moho switch file, or lines of \"start end label\"");
   }
-  const TimingForm& form = **found;
+  const TimingForm& form = *found;
   if (!options.tier.empty() && !form.hasTiers) {
     return Refuse(problem, 0,
                   "it is a " + std::string(form.name) + " and has no tiers: leave out --tier");

@@ -50,6 +50,10 @@ inline constexpr double kTouching = 0.001;
 /// Animation files count milliseconds in 32 bits: no recording is longer, in seconds.
 inline constexpr double kLongest = 2'000'000.0;
 
+/// What the text of a timing file is ("TextGrid", "Rhubarb JSON" ...), by its beginning; null when it
+/// is none of the forms below.
+const char* TimingFormat(std::string_view text);
+
 /// Reads a timing file of any of these forms, told by its content: Praat's TextGrid, long or short;
 /// Rhubarb's JSON, XML and TSV; a Papagayo project; a Moho switch file; a table of lines "start end
 /// label". The text is UTF-8, or UTF-16 with a byte order mark.

@@ -14,6 +14,8 @@ TEST(FileFormatTest, TellsByContentFirst) {
   EXPECT_EQ(GuessFormat("\n2 // version\n", "a"), FileFormat::kLbp);
   EXPECT_EQ(GuessFormat("// Maya ASCII export\nLTF\n1.0\n", "a.lbp"), FileFormat::kLtf);
   EXPECT_EQ(GuessFormat("LTFX", "a"), FileFormat::kUnknown);
+  EXPECT_EQ(GuessFormat("0.0 0.5 AA\n", "a"), FileFormat::kTiming);
+  EXPECT_EQ(GuessFormat("File type = \"ooTextFile\"\n", "a.lbp"), FileFormat::kTiming);
 }
 
 TEST(FileFormatTest, FallsBackOnTheEnding) {

@@ -7,7 +7,7 @@ namespace lipvane::standalone {
 
 /// Something a command shows to its user.
 struct Message {
-  enum class Kind { kError, kWarning, kDiagnostic, kBox };
+  enum class Kind { kError, kWarning, kDiagnostic, kBox, kNote };
 
   Kind kind = Kind::kError;
   std::string text;
