@@ -42,7 +42,9 @@ class MayaCommand : public MPxCommand {
   /// An exception that is not the engine's becomes an error message and a failure.
   MStatus doIt(const MArgList& arguments) override {
     try {
-      return ToMStatus(command_.DoIt(MayaArguments(arguments)));
+      const host::Status status = command_.DoIt(MayaArguments(arguments));
+      host_.WarnOfLostKeys();
+      return ToMStatus(status);
     } catch (const TamskException&) {
       throw;  // deliberate: the engine's failure is for whoever runs the command
     } catch (const std::bad_alloc&) {

@@ -109,7 +109,9 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
   }
   // Whatever escapes a command is its failure and not the end of the program.
   try {
-    return entry->second.run(arguments, objects);
+    const host::Status status = entry->second.run(arguments, objects);
+    host_.EndCommand();
+    return status;
   } catch (const std::bad_alloc&) {
     host_.DisplayError(words[0] + ": out of memory");
   } catch (const std::exception& error) {

@@ -1,0 +1,54 @@
+#include "lipvane/host/standalone/namespaces.h"
+
+#include <cstddef>
+#include <map>
+#include <set>
+
+namespace lipvane::standalone {
+namespace {
+
+/// Namespaces that one name is looked for in. Real ones nest twice or thrice.
+constexpr int kMostColons = 16;
+
+bool IsWithin(std::string_view name, const std::string& nameSpace) {
+  return name.size() > nameSpace.size() && name[nameSpace.size()] == ':' &&
+         name.substr(0, nameSpace.size()) == nameSpace;
+}
+
+}  // namespace
+
+std::string RelativeName(const Scene& scene, NodeId node, const std::string& nameSpace) {
+  const std::string& name = scene.Name(node);
+  if (nameSpace.empty() || scene.Kind(node) == NodeKind::kWorld) return name;
+  return IsWithin(name, nameSpace) ? name.substr(nameSpace.size() + 1) : ":" + name;
+}
+
+bool HasNamespace(const Scene& scene, const std::string& nameSpace) {
+  if (nameSpace.empty()) return true;
+  for (NodeId node = 0; node < scene.NodeCount(); ++node) {
+    if (IsWithin(scene.Name(node), nameSpace)) return true;
+  }
+  return false;
+}
+
+std::vector<std::string> NamespacesWithAll(const Scene& scene,
+                                           const std::vector<std::string>& names) {
+  const std::set<std::string_view> wanted(names.begin(), names.end());
+  std::map<std::string_view, std::set<std::string_view>> found;
+  for (NodeId node = 0; node < scene.NodeCount(); ++node) {
+    const std::string_view name = scene.Name(node);
+    std::size_t colon = name.find(':');
+    for (int i = 0; i < kMostColons && colon != std::string_view::npos; ++i) {
+      const auto bone = wanted.find(name.substr(colon + 1));
+      if (bone != wanted.end()) found[name.substr(0, colon)].insert(*bone);
+      colon = name.find(':', colon + 1);
+    }
+  }
+  std::vector<std::string> whole;
+  for (const auto& [nameSpace, bones] : found) {
+    if (bones.size() == wanted.size()) whole.emplace_back(nameSpace);
+  }
+  return whole;
+}
+
+}  // namespace lipvane::standalone
