@@ -10,6 +10,7 @@
 #include "cli/output.h"
 #include "cli/progress.h"
 #include "cli/report.h"
+#include "cli/run_notes.h"
 #include "cli/scene_file.h"
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/host/standalone/mel.h"
@@ -62,8 +63,15 @@ bool RunCommands(Interpreter& interpreter, const std::vector<MelCommand>& comman
   for (std::size_t i = 0; i < commands.size(); ++i) {
     progress.Show("Running", i, commands.size());
     records.push_back({commands[i].line, interpreter.Run(commands[i].words)});
-    const standalone::CommandOutcome& outcome = records.back().outcome;
-    if (!outcome.Failed()) continue;
+    standalone::CommandOutcome& outcome = records.back().outcome;
+    if (!outcome.Failed()) {
+      for (const std::string& note : NotesOnCommand(commands[i].words, interpreter.GetHost())) {
+        outcome.messages.push_back({Message::Kind::kNote, note, {}, {}});
+        progress.Erase();
+        PrintMessage(outcome.messages.back());
+      }
+      continue;
+    }
     const bool isSilent = outcome.messages.empty();
     // Its messages name no place; on the command line itself the command is in sight.
     if (isSilent || commands[i].hasLineNumber) {

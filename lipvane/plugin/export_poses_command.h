@@ -20,6 +20,8 @@ class ExportPosesCommand : public host::Command {
 
   static std::unique_ptr<host::Command> Create(host::Host& host);
   static host::Syntax NewSyntax();
+  /// The bones that a command line lists, the head bone (empty when it is not given) last.
+  static std::vector<std::string> BoneNames(const host::ArgDatabase& flags);
 
   host::Status DoIt(const host::Arguments& arguments) override;
 
