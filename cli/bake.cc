@@ -1,5 +1,6 @@
 #include "cli/bake.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <set>
 #include <vector>
@@ -27,11 +28,14 @@ class Baking {
     const scene::DagSearch search(host_, playback_.BoneNames());
     for (const std::string& name : playback_.BoneNames()) {
       bones_.emplace_back(host_, search, name);
-      jointCount_ += bones_.back().HasJoint() ? 1 : 0;
+      if (bones_.back().HasJoint()) {
+        joints_.push_back(*standalone::StandaloneHost::IdOf(bones_.back().Joint()));
+      }
     }
   }
 
-  std::size_t JointCount() const { return jointCount_; }
+  /// Those that keys are meant for.
+  const std::vector<standalone::NodeId>& Joints() const { return joints_; }
 
   void KeyFrame(double frame) {
     host_.SetCurrentTime(frame);
@@ -62,7 +66,7 @@ class Baking {
   Playback& playback_;
   standalone::StandaloneHost& host_;
   std::vector<scene::BoneBaker> bones_;
-  std::size_t jointCount_ = 0;
+  std::vector<standalone::NodeId> joints_;
   std::set<std::size_t> skippedBones_;
   std::size_t skippedFrames_ = 0;
   double firstSkipped_ = 0.0;
@@ -97,8 +101,11 @@ int Bake(const BakeOptions& options) {
                    text::ExactReal(rate.framesPerSecond) + ", has another speed");
     }
   }
-  const auto frameCount = rate.CountUpTo(playback.Animation().length, options.ltf);
+  const double length = playback.Animation().length;
+  auto frameCount = rate.CountUpTo(playback.Animation().length, options.ltf);
   if (!frameCount) return 1;
+  // A mouth that shuts between two frames has shut on the second one.
+  if (rate.IsBefore(*frameCount - 1, length)) ++*frameCount;
 
   standalone::StandaloneHost host(*scene, [&](const Message& message) {
     progress.Erase();
@@ -106,20 +113,24 @@ int Bake(const BakeOptions& options) {
   });
   WarnOfJoints(*scene, options.scene, playback.BoneNames());
   Baking baking(playback, host);
-  if (baking.JointCount() == 0) {
+  if (baking.Joints().empty()) {
     PrintError(options.scene + ": it has none of the joints of " + options.lbp);
     return 1;
   }
-  if (!KeysFit(*frameCount, baking.JointCount())) return 1;
+  if (!KeysFit(*frameCount, baking.Joints().size())) return 1;
+  if (WarnOfLostKeys(*scene, baking.Joints()) == 0) {
+    PrintError(options.scene + ": no channel of the joints of " + options.lbp + " takes a key");
+    return 1;
+  }
   const BakedFrames frames{options.start, *frameCount};
   for (std::size_t i = 0; i < *frameCount; ++i) {
-    playback.Play(rate.TimeOf(i));
+    playback.Play(std::min(rate.TimeOf(i), length));
     baking.KeyFrame(frames.At(i));
     progress.Show("Baking", i, *frameCount);
   }
   progress.Erase();
   baking.WarnOfSkipped();
-  WarnOfOtherKeys(*scene, playback.BoneNames(), frames);
+  WarnOfOtherKeys(*scene, baking.Joints(), frames);
   return SaveScene(*scene, options.output) ? 0 : 1;
 }
 

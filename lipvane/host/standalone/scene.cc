@@ -278,6 +278,13 @@ Driver Scene::DriverOf(NodeId node, Channel channel) const {
   return impl_->SourceOf(node, channel).driver;
 }
 
+const std::string& Scene::DriverType(NodeId node, Channel channel) const {
+  static const std::string none;
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  const bool isInFile = source.item != kNoItem && !impl_->data.IsMissing(source.item);
+  return isInFile ? impl_->data.TypeOf(source.item).name : none;
+}
+
 const std::string& Scene::DriverName(NodeId node, Channel channel) const {
   static const std::string none;
   const Drivers::Source source = impl_->SourceOf(node, channel);

@@ -125,6 +125,8 @@ class Scene {
   Driver DriverOf(NodeId node, Channel channel) const;
   const std::string& DriverName(NodeId node,
                                 Channel channel) const;  ///< the node at the other end, or ""
+  /// The type of that node, or "" when the file does not have it.
+  const std::string& DriverType(NodeId node, Channel channel) const;
   bool IsLocked(NodeId node, Channel channel) const;
   /// The curve that drives the channel, or null. Its values are the channel's, also when the file
   /// has a conversion between. Good until a key is set.
