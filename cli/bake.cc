@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "cli/bake_warnings.h"
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/playback.h"
@@ -81,33 +83,39 @@ bool KeysFit(std::size_t frames, std::size_t joints) {
 
 int Bake(const BakeOptions& options) {
   if (!FolderExists(options.output)) return 1;
+  auto inputs = ReadInputs({{options.scene, FileFormat::kScene},
+                            {options.lbp, FileFormat::kLbp},
+                            {options.ltf, FileFormat::kLtf}});
+  if (!inputs) return 1;
+  const InputFile& lbp = (*inputs)[1];
+  const InputFile& ltf = (*inputs)[2];
+  const std::string sceneName = inputs->front().name;
   Playback playback;
-  if (!playback.Load(options.lbp, options.ltf)) return 1;
+  if (!playback.Load(lbp, ltf)) return 1;
   Progress progress;
-  auto scene = OpenScene(options.scene, progress);
+  auto scene = OpenScene(std::move(inputs->front()), progress);
   if (!scene) return 1;
 
   SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
   if (options.framesPerSecond) {
     rate.framesPerSecond = *options.framesPerSecond;
     if (rate.framesPerSecond != scene->FramesPerSecond()) {
-      PrintWarning(options.scene + ": the scene shows " +
-                   text::ExactReal(scene->FramesPerSecond()) +
+      PrintWarning(sceneName + ": the scene shows " + text::ExactReal(scene->FramesPerSecond()) +
                    " frames a second; at that rate the animation, baked for " +
                    text::ExactReal(rate.framesPerSecond) + ", has another speed");
     }
   }
-  const auto frameCount = rate.CountUpTo(playback.Animation().length, options.ltf);
+  const auto frameCount = rate.CountUpTo(playback.Animation().length, ltf.name);
   if (!frameCount) return 1;
 
   standalone::StandaloneHost host(*scene, [&](const Message& message) {
     progress.Erase();
     PrintMessage(message);
   });
-  WarnOfJoints(*scene, options.scene, playback.BoneNames());
+  WarnOfJoints(*scene, sceneName, playback.BoneNames());
   Baking baking(playback, host);
   if (baking.JointCount() == 0) {
-    PrintError(options.scene + ": it has none of the joints of " + options.lbp);
+    PrintError(sceneName + ": it has none of the joints of " + lbp.name);
     return 1;
   }
   if (!KeysFit(*frameCount, baking.JointCount())) return 1;

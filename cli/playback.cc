@@ -9,14 +9,14 @@
 
 namespace lipvane::cli {
 
-bool Playback::Load(const std::string& lbpFileName, const std::string& ltfFileName) {
+bool Playback::Load(const InputFile& lbp, const InputFile& ltf) {
   ReadProblem problem;
-  if (!LoadFace(lbpFileName, controller_, mapping_, problem)) {
-    PrintProblem(lbpFileName, problem);
+  if (!LoadFaceText(lbp.text, controller_, mapping_, problem)) {
+    PrintProblem(lbp.name, problem);
     return false;
   }
-  if (!LoadLtfFile(ltfFileName, animation_, problem)) {
-    PrintProblem(ltfFileName, problem);
+  if (!ReadLtfText(ltf.text, animation_, problem)) {
+    PrintProblem(ltf.name, problem);
     return false;
   }
   controller_.InitializeBones(pose_);

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <utility>
 
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/progress.h"
@@ -15,7 +16,6 @@
 #include "lipvane/host/standalone/mel.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/plugin/registration.h"
-#include "lipvane/text/file.h"
 
 namespace lipvane::cli {
 namespace {
@@ -29,10 +29,10 @@ bool ReadScript(const Script& script, const standalone::CodePage& page,
                 standalone::MelSource& source) {
   source = {script.text, script.name, script.isFile, page};
   if (!script.isFile) return true;
-  std::string reason;
-  if (text::ReadFile(script.text, source.text, reason)) return true;
-  PrintError(script.text + ": " + reason);
-  return false;
+  auto inputs = ReadInputs({{script.text, FileFormat::kUnknown, "-f", "command lines"}});
+  if (!inputs) return false;
+  source.text = std::move(inputs->front().text);
+  return true;
 }
 
 /// Reads every command line before the first runs, so that a slip in the last one costs nothing.
@@ -82,7 +82,9 @@ int Run(const RunOptions& options) {
   if (!FolderExists(options.output) || !FolderExists(options.report)) return 1;
 
   Progress progress;
-  std::optional<Scene> scene = OpenScene(options.scene, progress);
+  auto inputs = ReadInputs({{options.scene, FileFormat::kScene}});
+  if (!inputs) return 1;
+  std::optional<Scene> scene = OpenScene(std::move(inputs->front()), progress);
   if (!scene) return 1;
 
   Interpreter interpreter(*scene, [&](const Message& message) {

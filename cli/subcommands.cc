@@ -1,5 +1,6 @@
 #include "cli/subcommands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <memory>
@@ -10,6 +11,7 @@
 
 #include "cli/bake.h"
 #include "cli/check.h"
+#include "cli/input.h"
 #include "cli/inspect.h"
 #include "cli/map.h"
 #include "cli/output.h"
@@ -37,6 +39,13 @@ void RefuseOverwriting(const CLI::Option& option, const std::string& output,
     if (TakesPlaceOf(output, input)) {
       throw CLI::ValidationError(option.get_name(), "names a file that is read, " + output);
     }
+  }
+}
+
+/// Its text can be read once.
+void RefuseSharedInput(const std::vector<std::string>& inputs) {
+  if (std::count(inputs.begin(), inputs.end(), kStandardInput) > 1) {
+    throw CLI::ValidationError(kStandardInput, "is standard input, which only one file can be");
   }
 }
 
@@ -145,12 +154,15 @@ void AddRun(CLI::App& app, Work& work) {
         options.scripts.push_back({false, text, "-e " + std::to_string(line)});
       } else if (option == files) {
         const std::string& name = values->files[file++];
-        options.scripts.push_back({true, name, name});
+        options.scripts.push_back({true, name, InputName(name)});
       }
     }
     RefuseOverwriting(*output, options.output, values->files);
     RefuseOverwriting(*report, options.report, values->files);
     RefuseOverwriting(*report, options.report, {options.scene});
+    std::vector<std::string> inputs = values->files;
+    inputs.push_back(options.scene);
+    RefuseSharedInput(inputs);
     work = [values] { return Run(values->options); };
   });
 }
@@ -188,6 +200,9 @@ void AddCheck(CLI::App& app, Work& work) {
       "status is 1 when one of them is an error. docs/check.md says what each rule is about.");
   command->callback([=, &work] {
     RefuseEmpty(*scene);
+    std::vector<std::string> inputs = values->files;
+    inputs.push_back(values->scene);
+    RefuseSharedInput(inputs);
     work = [values] { return Check(values->files, values->scene, values->asJson); };
   });
 }
@@ -214,6 +229,7 @@ void AddPlay(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
+    RefuseSharedInput({options->lbp, options->ltf});
     work = [options] { return Play(*options); };
   });
 }
@@ -235,6 +251,7 @@ void AddBake(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
+    RefuseSharedInput({options->scene, options->lbp, options->ltf});
     work = [options] { return Bake(*options); };
   });
 }
@@ -288,7 +305,9 @@ void AddSpeak(CLI::App& app, Work& work) {
     RefuseEmpty(*shapes);
     RefuseEmpty(*tier, "a name");
     RefuseEmpty(*unknown, "a name");
-    RefuseOverwriting(*output, options->output, {options->timing, options->lbp, options->shapes});
+    const std::vector<std::string> inputs = {options->timing, options->lbp, options->shapes};
+    RefuseOverwriting(*output, options->output, inputs);
+    RefuseSharedInput(inputs);
     work = [options] { return Speak(*options); };
   });
 }
@@ -337,6 +356,7 @@ void AddPlot(CLI::App& app, Work& work) {
     RefuseEmpty(*output);
     RefuseEmpty(*tier, "a name");
     RefuseOverwriting(*output, options->output, {options->ltf, options->timing});
+    RefuseSharedInput({options->ltf, options->timing});
     work = [options] { return Plot(*options); };
   });
 }
