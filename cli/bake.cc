@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "cli/bake_warnings.h"
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/playback.h"
@@ -85,24 +87,30 @@ bool KeysFit(std::size_t frames, std::size_t joints) {
 
 int Bake(const BakeOptions& options) {
   if (!FolderExists(options.output)) return 1;
+  auto inputs = ReadInputs({{options.scene, FileFormat::kScene},
+                            {options.lbp, FileFormat::kLbp},
+                            {options.ltf, FileFormat::kLtf}});
+  if (!inputs) return 1;
+  const InputFile& lbp = (*inputs)[1];
+  const InputFile& ltf = (*inputs)[2];
+  const std::string sceneName = inputs->front().name;
   Playback playback;
-  if (!playback.Load(options.lbp, options.ltf)) return 1;
+  if (!playback.Load(lbp, ltf, options.force)) return 1;
   Progress progress;
-  auto scene = OpenScene(options.scene, progress);
-  if (!scene) return 1;
+  auto scene = OpenScene(std::move(inputs->front()), progress);
+  if (!scene || !HasNamespace(*scene, sceneName, options.nameSpace)) return 1;
 
   SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
   if (options.framesPerSecond) {
     rate.framesPerSecond = *options.framesPerSecond;
     if (rate.framesPerSecond != scene->FramesPerSecond()) {
-      PrintWarning(options.scene + ": the scene shows " +
-                   text::ExactReal(scene->FramesPerSecond()) +
+      PrintWarning(sceneName + ": the scene shows " + text::ExactReal(scene->FramesPerSecond()) +
                    " frames a second; at that rate the animation, baked for " +
                    text::ExactReal(rate.framesPerSecond) + ", has another speed");
     }
   }
   const double length = playback.Animation().length;
-  auto frameCount = rate.CountUpTo(playback.Animation().length, options.ltf);
+  auto frameCount = rate.CountUpTo(playback.Animation().length, ltf.name);
   if (!frameCount) return 1;
   // A mouth that shuts between two frames has shut on the second one.
   if (rate.IsBefore(*frameCount - 1, length)) ++*frameCount;
@@ -111,15 +119,16 @@ int Bake(const BakeOptions& options) {
     progress.Erase();
     PrintMessage(message);
   });
-  WarnOfJoints(*scene, options.scene, playback.BoneNames());
+  host.SetNamespace(options.nameSpace);
+  WarnOfJoints(*scene, sceneName, playback.BoneNames());
   Baking baking(playback, host);
   if (baking.Joints().empty()) {
-    PrintError(options.scene + ": it has none of the joints of " + options.lbp);
+    PrintError(sceneName + ": it has none of the joints of " + lbp.name);
     return 1;
   }
   if (!KeysFit(*frameCount, baking.Joints().size())) return 1;
   if (WarnOfLostKeys(*scene, baking.Joints()) == 0) {
-    PrintError(options.scene + ": no channel of the joints of " + options.lbp + " takes a key");
+    PrintError(sceneName + ": no channel of the joints of " + lbp.name + " takes a key");
     return 1;
   }
   const BakedFrames frames{options.start, *frameCount};

@@ -22,7 +22,8 @@ bool WriteToStandardOutput(const std::function<void(std::ostream&)>& write) {
 
 bool TakesPlaceOf(const std::string& output, const std::string& other) {
   namespace fs = std::filesystem;
-  if (output.empty() || other.empty() || output == kStandardOutput) return false;
+  if (output.empty() || other.empty()) return false;
+  if (output == kStandardOutput || other == kStandardOutput) return false;  // the other: any stream
   std::error_code error;
   if (fs::exists(output, error) && !fs::is_regular_file(output, error)) return false;
   const fs::path one = fs::weakly_canonical(fs::absolute(output, error), error);

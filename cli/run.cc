@@ -6,6 +6,7 @@
 #include <ostream>
 #include <utility>
 
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/progress.h"
@@ -16,7 +17,6 @@
 #include "lipvane/host/standalone/mel.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/plugin/registration.h"
-#include "lipvane/text/file.h"
 
 namespace lipvane::cli {
 namespace {
@@ -30,10 +30,10 @@ bool ReadScript(const Script& script, const standalone::CodePage& page,
                 standalone::MelSource& source) {
   source = {script.text, script.name, script.isFile, page};
   if (!script.isFile) return true;
-  std::string reason;
-  if (text::ReadFile(script.text, source.text, reason)) return true;
-  PrintError(script.text + ": " + reason);
-  return false;
+  auto inputs = ReadInputs({{script.text, FileFormat::kUnknown, "-f", "command lines"}});
+  if (!inputs) return false;
+  source.text = std::move(inputs->front().text);
+  return true;
 }
 
 /// Reads every command line before the first runs, so that a slip in the last one costs nothing.
@@ -90,13 +90,17 @@ int Run(const RunOptions& options) {
   if (!FolderExists(options.output) || !FolderExists(options.report)) return 1;
 
   Progress progress;
-  std::optional<Scene> scene = OpenScene(options.scene, progress);
-  if (!scene) return 1;
+  auto inputs = ReadInputs({{options.scene, FileFormat::kScene}});
+  if (!inputs) return 1;
+  const std::string sceneName = inputs->front().name;
+  std::optional<Scene> scene = OpenScene(std::move(inputs->front()), progress);
+  if (!scene || !HasNamespace(*scene, sceneName, options.nameSpace)) return 1;
 
   Interpreter interpreter(*scene, [&](const Message& message) {
     progress.Erase();
     PrintMessage(message);
   });
+  interpreter.SetNamespace(options.nameSpace);
   plugin::InitializePlugin(interpreter);
   std::vector<MelCommand> commands;
   std::vector<CommandRecord> records;

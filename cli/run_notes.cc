@@ -5,6 +5,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "lipvane/check/namespace_hint.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/phonemes.h"
@@ -63,17 +64,6 @@ class NamedNodes {
   std::unordered_map<std::string, Found> found_;
 };
 
-/// A sentence for names of which none is there: they may all be in a namespace.
-std::string NamespaceHint(const Scene& scene, const Names& names) {
-  const Names whole = NamespacesWithAll(scene, names);
-  if (whole.empty()) return {};
-  Names quoted;
-  for (const std::string& nameSpace : whole)
-    quoted.push_back(text::QuotedLine(nameSpace));
-  return std::string("all are in the ") + (whole.size() == 1 ? "namespace " : "namespaces ") +
-         Listed(quoted) + ": give --namespace " + text::PrintableLine(whole.front());
-}
-
 Names NotesOnExport(const host::ArgDatabase& flags, const standalone::StandaloneHost& host) {
   const Names bones = plugin::ExportPosesCommand::BoneNames(flags);
   const NamedNodes nodes(host, bones);
@@ -109,7 +99,7 @@ Names NotesOnExport(const host::ArgDatabase& flags, const standalone::Standalone
   };
   const std::string misread = ": it cannot be read as it was meant";
   const std::string hint =
-      missing.size() == bones.size() ? NamespaceHint(host.GetScene(), bones) : std::string();
+      missing.size() == bones.size() ? check::NamespaceHint(host.GetScene(), bones) : std::string();
   add(missing, "matches no joint", "match no joint",
       hint.empty() ? file + " counts what it has no lines for" + misread : hint);
   add(repeated, "matches several nodes", "match several nodes",
@@ -141,7 +131,7 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
     if (!names.empty()) reasons += "; " + what + ": " + Listed(names);
   };
   if (missing.size() == bones.size()) {
-    const std::string hint = NamespaceHint(host.GetScene(), bones);
+    const std::string hint = check::NamespaceHint(host.GetScene(), bones);
     if (!hint.empty()) return "; " + hint;
   }
   add(missing, "not in the scene");

@@ -14,6 +14,8 @@
 #include "lipvane/text/large_pages.h"
 
 #ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
 #include <process.h>
 #else
 #include <unistd.h>
@@ -85,6 +87,19 @@ bool ReadToEnd(std::FILE* file, std::size_t expected, std::size_t limit, std::st
   }
 }
 
+bool ReadWhole(std::FILE* file, std::size_t expected, std::size_t limit, std::string& content,
+               std::string& reason) {
+  std::string bytes;
+  try {
+    if (!ReadToEnd(file, expected, limit, bytes, reason)) return false;
+  } catch (const std::bad_alloc&) {
+    reason = Words(std::errc::not_enough_memory);
+    return false;
+  }
+  content = std::move(bytes);
+  return true;
+}
+
 /// Whether a symbolic link is a name for an open file, as "/dev/stdout" leads to.
 bool NamesDescriptor(const std::string& link) {
   return link.compare(0, 6, "/proc/") == 0 || link.compare(0, 8, "/dev/fd/") == 0;
@@ -154,15 +169,14 @@ bool ReadFile(const std::string& fileName, std::string& content, std::string& re
     return false;
   }
   const std::size_t limit = fs::is_regular_file(status) ? kMaxFileSize : kMaxPipeSize;
-  std::string bytes;
-  try {
-    if (!ReadToEnd(file.get(), expected, limit, bytes, reason)) return false;
-  } catch (const std::bad_alloc&) {
-    reason = Words(std::errc::not_enough_memory);
-    return false;
-  }
-  content = std::move(bytes);
-  return true;
+  return ReadWhole(file.get(), expected, limit, content, reason);
+}
+
+bool ReadStandardInput(std::string& content, std::string& reason) {
+#ifdef _WIN32
+  _setmode(_fileno(stdin), _O_BINARY);
+#endif
+  return ReadWhole(stdin, 0, kMaxPipeSize, content, reason);
 }
 
 OutputFile::~OutputFile() {

@@ -19,6 +19,8 @@ inline constexpr std::size_t kMaxPipeSize = std::size_t{256} << 20;
 /// The whole content of a file, byte for byte. False with a reason ("No such file or directory",
 /// "Is a directory" ...) when it cannot be read; then `content` is left alone.
 bool ReadFile(const std::string& fileName, std::string& content, std::string& reason);
+/// The same for standard input, up to its end. What of it was read before is gone.
+bool ReadStandardInput(std::string& content, std::string& reason);
 
 /// A file that is written whole or not at all: the bytes go to a temporary beside it, and `Commit`
 /// puts that in the file's place. Without a commit the destructor removes the temporary and an

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <map>
-#include <set>
 
 namespace lipvane::standalone {
 namespace {
@@ -15,6 +14,16 @@ bool IsWithin(std::string_view name, const std::string& nameSpace) {
          name.substr(0, nameSpace.size()) == nameSpace;
 }
 
+/// The namespaces that a name is in, and what it is within each.
+template <typename Visit>
+void ForEachNamespace(std::string_view name, const Visit& visit) {
+  std::size_t colon = name.find(':');
+  for (int i = 0; i < kMostColons && colon != std::string_view::npos; ++i) {
+    visit(name.substr(0, colon), name.substr(colon + 1));
+    colon = name.find(':', colon + 1);
+  }
+}
+
 }  // namespace
 
 std::string RelativeName(const Scene& scene, NodeId node, const std::string& nameSpace) {
@@ -23,12 +32,13 @@ std::string RelativeName(const Scene& scene, NodeId node, const std::string& nam
   return IsWithin(name, nameSpace) ? name.substr(nameSpace.size() + 1) : ":" + name;
 }
 
-bool HasNamespace(const Scene& scene, const std::string& nameSpace) {
-  if (nameSpace.empty()) return true;
-  for (NodeId node = 0; node < scene.NodeCount(); ++node) {
-    if (IsWithin(scene.Name(node), nameSpace)) return true;
-  }
-  return false;
+std::set<std::string> NamespacesOf(const Scene& scene) {
+  std::set<std::string> there;
+  for (NodeId node = 0; node < scene.NodeCount(); ++node)
+    ForEachNamespace(scene.Name(node), [&](std::string_view nameSpace, std::string_view) {
+      there.emplace(nameSpace);
+    });
+  return there;
 }
 
 std::vector<std::string> NamespacesWithAll(const Scene& scene,
@@ -36,13 +46,10 @@ std::vector<std::string> NamespacesWithAll(const Scene& scene,
   const std::set<std::string_view> wanted(names.begin(), names.end());
   std::map<std::string_view, std::set<std::string_view>> found;
   for (NodeId node = 0; node < scene.NodeCount(); ++node) {
-    const std::string_view name = scene.Name(node);
-    std::size_t colon = name.find(':');
-    for (int i = 0; i < kMostColons && colon != std::string_view::npos; ++i) {
-      const auto bone = wanted.find(name.substr(colon + 1));
-      if (bone != wanted.end()) found[name.substr(0, colon)].insert(*bone);
-      colon = name.find(':', colon + 1);
-    }
+    ForEachNamespace(scene.Name(node), [&](std::string_view nameSpace, std::string_view name) {
+      const auto bone = wanted.find(name);
+      if (bone != wanted.end()) found[nameSpace].insert(*bone);
+    });
   }
   std::vector<std::string> whole;
   for (const auto& [nameSpace, bones] : found) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +15,8 @@ namespace lipvane::standalone {
 /// for the jaw outside. The world is the world everywhere.
 std::string RelativeName(const Scene& scene, NodeId node, const std::string& nameSpace);
 
-/// Whether any node of the scene is in the namespace. The root is always there.
-bool HasNamespace(const Scene& scene, const std::string& nameSpace);
+/// The namespaces that nodes of the scene are in, but for the root.
+std::set<std::string> NamespacesOf(const Scene& scene);
 
 /// The namespaces that hold a node of every one of these names, in alphabetical order; none for no
 /// names.

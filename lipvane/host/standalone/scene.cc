@@ -165,14 +165,14 @@ Scene Scene::Open(const std::string& fileName,
   std::string text;
   std::string reason;
   if (!text::ReadFile(fileName, text, reason)) throw SceneError(fileName + ": " + reason);
-  return Named(fileName, [&] {
-    return Scene(std::make_unique<Impl>(ReadScene(std::move(text), fileName, progress)));
-  });
+  return Parse(std::move(text), fileName, progress);
 }
 
-Scene Scene::Parse(std::string text, const std::string& name) {
-  return Named(name,
-               [&] { return Scene(std::make_unique<Impl>(ReadScene(std::move(text), name, {}))); });
+Scene Scene::Parse(std::string text, const std::string& name,
+                   const std::function<void(std::size_t, std::size_t)>& progress) {
+  return Named(name, [&] {
+    return Scene(std::make_unique<Impl>(ReadScene(std::move(text), name, progress)));
+  });
 }
 
 const std::vector<std::string>& Scene::ReadingNotes() const {

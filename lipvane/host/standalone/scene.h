@@ -73,7 +73,8 @@ class Scene {
   static Scene Open(const std::string& fileName,
                     const std::function<void(std::size_t, std::size_t)>& progress = {});
   /// The same from text in memory; `name` stands for the file in messages.
-  static Scene Parse(std::string text, const std::string& name);
+  static Scene Parse(std::string text, const std::string& name,
+                     const std::function<void(std::size_t, std::size_t)>& progress = {});
 
   Scene(Scene&&) noexcept;
   Scene& operator=(Scene&&) noexcept;
