@@ -14,6 +14,7 @@
 #include "cli/progress.h"
 #include "cli/samples.h"
 #include "cli/scene_file.h"
+#include "lipvane/check/namespace_hint.h"
 #include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/scene/dag_search.h"
 #include "lipvane/scene/pose_baking.h"
@@ -120,8 +121,15 @@ int Bake(const BakeOptions& options) {
     PrintMessage(message);
   });
   host.SetNamespace(options.nameSpace);
-  WarnOfJoints(*scene, sceneName, playback.BoneNames());
   Baking baking(playback, host);
+  const std::string hint =
+      baking.Joints().empty() ? check::NamespaceHint(*scene, playback.BoneNames()) : std::string();
+  if (!hint.empty()) {
+    PrintError(sceneName + ": none of the " + std::to_string(playback.BoneNames().size()) +
+               " bones of " + lbp.name + " is there by its plain name; " + hint);
+    return 1;
+  }
+  WarnOfJoints(*scene, sceneName, playback.BoneNames());
   if (baking.Joints().empty()) {
     PrintError(sceneName + ": it has none of the joints of " + lbp.name);
     return 1;

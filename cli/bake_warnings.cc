@@ -19,21 +19,20 @@ using standalone::Channel;
 using standalone::NodeId;
 using standalone::Scene;
 
-/// Why channels take no keys, by what a user can do about it.
+/// What keeps keys from channels, by what a user can do about it.
 struct Cause {
-  const char* joints;  ///< what is so of them
+  const char* what;
   const char* advice;
 };
-constexpr Cause kLocked{"have locked channels", "unlock them"};
-constexpr Cause kConstraints{"are driven by constraints",
-                             "delete these, or bake onto a copy of the joints without them"};
-constexpr Cause kDrivenKeys{"are driven by set-driven keys",
-                            "delete these, or bake onto a copy of the joints without them"};
-constexpr Cause kControls{"are driven by controls or other joints",
-                          "break the connections, or bake onto a copy of the joints without them"};
-constexpr Cause kOthers{"are driven by other nodes",
-                        "break the connections, or bake onto a copy of the joints without them"};
-constexpr Cause kOddCurves{"have curves that take no keys here", "delete the curves"};
+constexpr const char* kDisconnect =
+    "break the connections, or bake onto a copy of the joints without them";
+constexpr const char* kDelete = "delete them, or bake onto a copy of the joints without them";
+constexpr Cause kLocked{"locked channels", "unlock them"};
+constexpr Cause kConstraints{"constraints", kDelete};
+constexpr Cause kDrivenKeys{"set-driven keys", kDelete};
+constexpr Cause kControls{"controls or other joints", kDisconnect};
+constexpr Cause kOthers{"other nodes", kDisconnect};
+constexpr Cause kOddCurves{"curves that take no keys here", kDelete};
 
 const Cause& CauseOf(const Scene& scene, NodeId joint, Channel channel) {
   switch (scene.RefusalOf(joint, channel)) {
@@ -107,16 +106,17 @@ std::size_t WarnOfLostKeys(const Scene& scene, const std::vector<NodeId>& joints
       if (cause != &kLocked) losses[cause].first += " by " + standalone::ShownName(driver);
     }
   }
-  const std::string all = " of " + std::to_string(joints.size()) + " bones ";
+  const std::string all =
+      " of " + std::to_string(joints.size()) + (joints.size() == 1 ? " bone" : " bones");
   for (const Cause* cause :
        {&kLocked, &kConstraints, &kDrivenKeys, &kControls, &kOthers, &kOddCurves}) {
     const auto found = losses.find(cause);
     if (found == losses.end()) continue;
-    PrintWarning(std::to_string(found->second.joints) + all + cause->joints +
-                 " and lose keys, the first " + found->second.first + ": " + cause->advice);
+    PrintWarning(cause->what + (" keep keys from " + std::to_string(found->second.joints)) + all +
+                 ", the first " + found->second.first + ": " + cause->advice);
   }
   if (const std::size_t none = joints.size() - keyed) {
-    PrintWarning(std::to_string(none) + all + (none == 1 ? "gets no keys" : "get no keys"));
+    PrintWarning(std::to_string(none) + all + (none == 1 ? " gets no keys" : " get no keys"));
   }
   return keyed;
 }

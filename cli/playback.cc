@@ -20,7 +20,7 @@ bool Playback::Load(const InputFile& lbp, const InputFile& ltf, bool force) {
     PrintProblem(ltf.name, problem);
     return false;
   }
-  if (!HasPosesFor(lbp, Rig(), ltf, animation_, force)) return false;
+  if (!HasPosesFor(lbp, Rig(), ltf.name, animation_, force)) return false;
   controller_.InitializeBones(pose_);
   for (int i = 0; i < pose_.BoneCount(); ++i) {
     // Expressions move bones of the rig alone, so the rig has every identifier.

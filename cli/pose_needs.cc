@@ -56,13 +56,13 @@ bool HasPoses(const InputFile& lbp, const TBonePoseInfo& rig, bool force) {
   return !rig.poses.empty() || Decide(WithReason(lbp, "it reads as a file without poses"), force);
 }
 
-bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const InputFile& ltf,
+bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const std::string& source,
                  const TAnimation& animation, bool force) {
   if (rig.poses.empty()) return HasPoses(lbp, rig, force);
   const std::size_t tracks = MovingTracks(animation);
   if (tracks < rig.poses.size()) return true;
   return Decide(WithReason(lbp, Counted(rig.poses.size(), "pose") + " cannot show the " +
-                                    Counted(tracks, "track") + " of " + ltf.name +
+                                    Counted(tracks, "track") + " of " + source +
                                     ", each of which needs one besides the neutral pose"),
                 force);
 }

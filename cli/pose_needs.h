@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "cli/input.h"
 #include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
@@ -13,8 +15,8 @@ namespace lipvane::cli {
 bool HasPoses(const InputFile& lbp, const TBonePoseInfo& rig, bool force);
 
 /// The same for an animation: there is the neutral pose, and one for each track that moves
-/// something.
-bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const InputFile& ltf,
+/// something. `source` is the file that the animation is from.
+bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const std::string& source,
                  const TAnimation& animation, bool force);
 
 }  // namespace lipvane::cli

@@ -39,21 +39,21 @@ class Speaking {
     }
     const auto inputs = ReadInputs(arguments);
     if (!inputs) return false;
-    TBonePoseInfo rig;
+    lbp_ = (*inputs)[1];
     ReadProblem problem;
     if (!speech::ReadTimingText((*inputs)[0].text, options_.timingOptions, timing_, problem)) {
       PrintProblem(timingName_, problem);
       return false;
     }
-    if (!ReadLbpText((*inputs)[1].text, rig, mapping_, problem)) {
+    if (!ReadLbpText(lbp_.text, rig_, mapping_, problem)) {
       PrintProblem(lbpName_, problem);
       return false;
     }
-    if (!HasPoses((*inputs)[1], rig, options_.force)) return false;
     if (mapping_.speechTargets.empty()) {
       PrintError(lbpName_ + ": it has no speech targets, so the face cannot speak");
       return false;
     }
+    if (!HasPoses(lbp_, rig_, options_.force)) return false;
     if (options_.shapes.empty()) return true;
     const InputFile& shapes = inputs->back();
     if (speech::ReadShapesText(shapes.text, mapping_.SpeechTargetCount(), shapes_, problem)) {
@@ -86,7 +86,7 @@ class Speaking {
                 "too short for keys of their own and merged into their neighbours");
     NoteLeftOut(leftOut.beforeStart, "moved before the beginning by the lead and left out",
                 "moved before the beginning by the lead and left out");
-    return true;
+    return rig_.poses.empty() || HasPosesFor(lbp_, rig_, timingName_, animation, options_.force);
   }
 
   /// For whoever opens the file.
@@ -157,6 +157,8 @@ class Speaking {
   const std::string timingName_ = InputName(options_.timing);
   const std::string lbpName_ = InputName(options_.lbp);
   speech::Timing timing_;
+  InputFile lbp_;
+  TBonePoseInfo rig_;
   PhonemeMapping mapping_;
   std::vector<speech::ShapeRow> shapes_;
 };
