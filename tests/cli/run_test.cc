@@ -164,6 +164,7 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
     }
     EXPECT_EQ(notes, one.notes) << one.line;
   }
+  scene_ = spaced;
   EXPECT_EQ(Report(0, {"-e", imports(two), "--namespace", ":a:b:"})["curves"][0]["node"],
             "|a:b:jaw");
 }
