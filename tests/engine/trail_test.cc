@@ -151,6 +151,16 @@ TEST_F(TrailTest, EntriesRunInnermostFirst) {
       "raised TIndexedBone::TIndexedBone -> TBonePose::GetBone -> TExpressionInfo::Blend -> ");
 }
 
+TEST_F(TrailTest, AFailureLeavesWhatItsFrameDidNotReach) {
+  TExpressionInfo& expression = *controller_.GetExpression(0);
+  expression.weight = 7;
+  EXPECT_EQ(Trail("TBonePoseInfo::Blend", [&] { Update(); }),
+            "raised TBonePoseInfo::Blend -> TController::UpdateFacialAnim -> ");
+  EXPECT_EQ(expression.weight, 7);
+  Trail("TExpressionInfo::Blend", [&] { Update(); });
+  EXPECT_EQ(expression.weight, 1);
+}
+
 TEST_F(TrailTest, FailuresGoOnAsTheyAre) {
   struct Marked : TamskException {};  // a copy would lose its kind
   raise = [] { throw Marked(); };
