@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 
 #include "tests/support/comma_locale.h"
@@ -88,6 +89,17 @@ TEST(ExactReal, ReadsBackAsTheSameValue) {
   EXPECT_EQ(ExactReal(0.1), "0.1");
   for (const double value : {1.0 / 3.0, -1.7976931348623157e308, 5e-324, 1e22}) {
     EXPECT_EQ(WholeReal(ExactReal(value)), value);
+  }
+}
+
+TEST(DecimalOf, IsTheShortestThatIsTheSameFloat) {
+  for (const double decimal : {0.85, -0.2, 0.0, 1e-45, 16777216.0, 3.4028235e38, 0.33333334})
+    EXPECT_EQ(DecimalOf(static_cast<float>(decimal)), decimal);
+  std::mt19937 random(4);
+  for (int i = 0; i < 20000; ++i) {
+    const auto value =
+        std::ldexp(static_cast<float>(random()), static_cast<int>(random() % 200) - 150);
+    ASSERT_EQ(static_cast<float>(DecimalOf(value)), value);
   }
 }
 
