@@ -148,6 +148,37 @@ TEST_F(FaultsTest, ASmallDiskKeepsTheEarlierResult) {
             "Error: folder/out.json: Not all of it could be written; is the disk full?\n");
 }
 
+// A file that is mounted keeps its name, and in a folder that is read-only no other can be made.
+TEST_F(FaultsTest, AFileThatCannotBeReplacedIsWrittenInPlace) {
+  const Arguments play = {"play", "face.lbp", "line.ltf", "--fps", "200", "-o", "folder/out"};
+  const std::string whole = Lipvane({play.begin(), play.end() - 2}).out;
+  folder_.Make("folder/out", "");
+  const auto run = [&](const std::string& mount) {
+    return RunProcess("/usr/bin/unshare",
+                      {"-rm", "/bin/sh", "-c", mount + " && (" + CommandLine(play) + "; echo $?)"});
+  };
+  for (const std::string how : {"", " && mount -o remount,bind,ro folder"}) {
+    folder_.Make("out", std::string(1'000'000, 'x'));
+    const ProcessResult result =
+        run("mount --bind folder folder && mount --bind out folder/out" + how);
+    if (result.out.empty()) GTEST_SKIP() << result.err;
+    EXPECT_EQ(result.out + result.err, "0\n") << how;
+    EXPECT_TRUE(folder_.Content("out") == whole) << how;
+    EXPECT_EQ(std::distance(fs::directory_iterator("folder"), {}), 1) << how;
+  }
+  // Only a part of it has room there.
+  const std::string err = run("mount -t tmpfs -o size=16k none /mnt && touch /mnt/out && mount "
+                              "--bind /mnt/out folder/out")
+                              .err;
+  const std::string kept =
+      err.substr(err.find("folder/.out"), err.find(')') - err.find("folder/."));
+  EXPECT_EQ(err,
+            "Error: folder/out: No space left on device (it had to be written in place, and is "
+            "damaged now; the whole of it is in " +
+                kept + ")\n");
+  EXPECT_TRUE(folder_.Content(kept) == whole);
+}
+
 TEST_F(FaultsTest, AFolderThatCannotBeWrittenIsNamed) {
   if (!fs::is_directory("/sys/kernel")) GTEST_SKIP() << "no folder that root cannot write to";
   for (Arguments job : kJobs) {
