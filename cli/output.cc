@@ -45,7 +45,12 @@ bool WriteOutput(const std::string& fileName, const std::function<void(std::ostr
   text::OutputFile file;
   std::string reason;
   if (file.Open(fileName, text::OutputFile::Mode::kBinary, reason)) {
-    write(file.Stream());
+    try {
+      write(file.Stream());
+    } catch (...) {
+      if (file.IsInPlace()) PrintError(fileName + ": a part of it was written in place");
+      throw;
+    }
     if (file.Commit(reason)) return true;
   }
   PrintError(fileName + ": " + reason);

@@ -129,7 +129,7 @@ void ExportPosesCommand::WritePoses(scene::SkeletonCapture& skeleton) {
   }
 }
 
-// Deliberate: a greeting from those who wrote the first version.
+// Deliberate: a greeting, as old as the format.
 void ExportPosesCommand::SayWhoseBonesTheyAre() {
   if (headBoneName_ != "skullSkullskullHollowSkulls") return;
   host_.ShowMessageBox(

@@ -13,7 +13,7 @@
 namespace lipvane::plugin {
 
 /// `demBonesExportPoses`: writes the joints of a face, posed every ten frames, into a bone pose
-/// file. Leaves the current time at frame 0.
+/// file. The time line rests on frame 0 afterwards.
 class ExportPosesCommand : public host::Command {
  public:
   explicit ExportPosesCommand(host::Host& host) : host_(host) {}
