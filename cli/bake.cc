@@ -4,6 +4,7 @@
 #include <set>
 #include <vector>
 
+#include "cli/bake_results.h"
 #include "cli/bake_warnings.h"
 #include "cli/messages.h"
 #include "cli/output.h"
@@ -29,6 +30,7 @@ class Baking {
       bones_.emplace_back(host_, search, name);
       jointCount_ += bones_.back().HasJoint() ? 1 : 0;
     }
+    keyedFrames_.resize(bones_.size());
   }
 
   std::size_t JointCount() const { return jointCount_; }
@@ -38,11 +40,24 @@ class Baking {
     bool isWhole = true;
     for (std::size_t i = 0; i < bones_.size(); ++i) {
       if (!bones_[i].HasJoint()) continue;
-      if (bones_[i].Key(playback_.Pose().GetBone(static_cast<int>(i)), frame).ok()) continue;
+      if (bones_[i].Key(playback_.Pose().GetBone(static_cast<int>(i)), frame).ok()) {
+        keyedFrames_[i].push_back(frame);
+        continue;
+      }
       skippedBones_.insert(i);
       isWhole = false;
     }
     if (!isWhole && skippedFrames_++ == 0) firstSkipped_ = frame;
+  }
+
+  /// The joints, and the frames that they were keyed at.
+  KeyedJoints Keyed() const {
+    KeyedJoints keyed;
+    for (std::size_t i = 0; i < bones_.size(); ++i) {
+      if (const auto joint = standalone::StandaloneHost::IdOf(bones_[i].Joint()))
+        keyed.Add(*joint, keyedFrames_[i]);
+    }
+    return keyed;
   }
 
   /// Of the frames whose pose is not finite.
@@ -62,6 +77,7 @@ class Baking {
   Playback& playback_;
   standalone::StandaloneHost& host_;
   std::vector<scene::BoneBaker> bones_;
+  std::vector<std::vector<double>> keyedFrames_;  // of each bone
   std::size_t jointCount_ = 0;
   std::set<std::size_t> skippedBones_;
   std::size_t skippedFrames_ = 0;
@@ -81,6 +97,8 @@ bool KeysFit(std::size_t frames, std::size_t joints) {
 
 int Bake(const BakeOptions& options) {
   if (!FolderExists(options.output)) return 1;
+  speech::WavHeader sound;
+  if (!options.sound.empty() && !ReadSound(options.sound, sound)) return 1;
   Playback playback;
   if (!playback.Load(options.lbp, options.ltf)) return 1;
   Progress progress;
@@ -120,6 +138,10 @@ int Bake(const BakeOptions& options) {
   progress.Erase();
   baking.WarnOfSkipped();
   WarnOfOtherKeys(*scene, playback.BoneNames(), frames);
+  const KeyedJoints keyed = baking.Keyed();
+  if (IsKeyScript(options.output)) return SaveKeyScript(*scene, options, keyed.Nodes()) ? 0 : 1;
+  ShowAllOf(keyed.Nodes(), *scene);
+  if (!options.sound.empty()) AddSound(options, sound, *scene);
   return SaveScene(*scene, options.output) ? 0 : 1;
 }
 
