@@ -70,9 +70,8 @@ void KeyedJoints::Add(standalone::NodeId joint, const std::vector<double>& frame
 
 bool SaveKeyScript(const standalone::Scene& scene, const BakeOptions& options,
                    const std::vector<KeyedNode>& keyed) {
-  const std::string source = "Keys of the animation " + Named(options.ltf) +
-                             " with the poses of " + Named(options.lbp) + " for the joints of " +
-                             Named(options.scene);
+  const std::string source = "Keys of the animation " + Named(options.ltf) + " with the poses of " +
+                             Named(options.lbp) + " for the joints of " + Named(options.scene);
   try {
     return WriteOutput(options.output, [&](std::ostream& out) {
       standalone::WriteKeyScript(scene, keyed, {source, {}}, out);

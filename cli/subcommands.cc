@@ -126,8 +126,10 @@ void AddRun(CLI::App& app, Work& work) {
       "--report", values->options.report, "Write what happened as JSON here; - is standard output");
   report->type_name("FILE");
   command->footer(
-      "The commands are facialAnim, demBonesExportPoses, select, currentTime, setKeyframe, getAttr\n"
-      "and undoInfo. Each ends at a \";\", at the end of its text, or before a line that begins with\n"
+      "The commands are facialAnim, demBonesExportPoses, select, currentTime, setKeyframe, "
+      "getAttr\n"
+      "and undoInfo. Each ends at a \";\", at the end of its text, or before a line that begins "
+      "with\n"
       "a command's name.");
 
   command->callback([=, &work] {

@@ -6,8 +6,10 @@
 #include <string_view>
 
 #include "lipvane/host/standalone/curve_keys.h"
+#include "lipvane/host/standalone/limits.h"
 #include "lipvane/host/standalone/ma_tokens.h"
 #include "lipvane/host/standalone/tangent_names.h"
+#include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
@@ -41,7 +43,10 @@ struct Row {
 
 std::vector<Row> MakeRows(const Scene& scene, const std::vector<KeyedNode>& nodes,
                           const std::string& nameSpace) {
+  constexpr std::size_t kLineSize = 100;  // but for the node, about
   std::vector<Row> rows;
+  std::size_t pathBytes = 0;
+  std::size_t bytes = 0;
   for (const KeyedNode& keyed : nodes) {
     const std::string path = scene.ShortestName(scene.FirstPath(keyed.node));
     if (path.find_first_of("*?") != std::string::npos) {
@@ -49,8 +54,12 @@ std::vector<Row> MakeRows(const Scene& scene, const std::vector<KeyedNode>& node
     }
     for (const Channel channel : keyed.channels) {
       const Curve* const curve = scene.CurveOf(keyed.node, channel);
-      if (curve != nullptr && scene.RefusalOf(keyed.node, channel) == Refusal::kNone)
-        rows.push_back({InNamespace(path, nameSpace, scene.Page()), channel, curve, &keyed.frames});
+      if (curve == nullptr || scene.RefusalOf(keyed.node, channel) != Refusal::kNone) continue;
+      rows.push_back({InNamespace(path, nameSpace, scene.Page()), channel, curve, &keyed.frames});
+      pathBytes += rows.back().node.size();
+      bytes += (kLineSize + rows.back().node.size()) * keyed.frames.size();
+      if (pathBytes > kMaxPathBytes || bytes > text::kMaxFileSize)
+        throw SceneError("the keys make a larger script than can be read again");
     }
   }
   return rows;
@@ -82,8 +91,8 @@ void WriteKeys(const Row& row, double unit, const CodePage& page, std::ostream& 
   for (const double frame : *row.frames) {
     const CurveKey* const key = row.curve->FindKey(frame);
     if (key == nullptr) continue;
-    std::string line = "setKeyframe -t " + text::ExactReal(frame) + " -v " +
-                       InFileUnit(key->value, unit) + " ";
+    std::string line =
+        "setKeyframe -t " + text::ExactReal(frame) + " -v " + InFileUnit(key->value, unit) + " ";
     AppendTangent("-itt ", key->inType, line);
     AppendTangent("-ott ", key->outType, line);
     out << line << object;

@@ -26,7 +26,8 @@ struct KeyScriptOptions {
 /// asked for first, since a script that stops half way leaves the step open. Nodes are named as
 /// shortly as is unique in the scene; numbers are in the scene's units, so that they read back as
 /// exactly the scene's. Channels and frames without a key are left out. Throws SceneError, with
-/// nothing written, when a node has a name that command lines cannot give.
+/// nothing written, when a node has a name that command lines cannot give, or the script would be
+/// larger than what is read.
 void WriteKeyScript(const Scene& scene, const std::vector<KeyedNode>& nodes,
                     const KeyScriptOptions& options, std::ostream& out);
 

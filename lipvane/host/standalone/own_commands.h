@@ -9,8 +9,8 @@
 /// The host's own commands, as much of them as a command line needs.
 namespace lipvane::standalone {
 
-/// The paths that a name of a command's means, or false and an error is displayed. A plain name must
-/// mean one node.
+/// The paths that a name of a command's means, or false and an error is displayed. A plain name
+/// must mean one node.
 bool FindObject(StandaloneHost& host, const std::string& name, std::vector<PathId>& paths);
 
 /// What `select` accepts: -r/-replace (the default), -add, -cl/-clear, and names.

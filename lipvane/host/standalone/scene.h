@@ -91,9 +91,9 @@ class Scene {
   const CodePage& Page() const;
 
   // Units.
-  const std::string& TimeUnit() const;  ///< as in the file: "film" when it says none
-  double FramesPerSecond() const;       ///< of the time unit
-  double CentimetresPerUnit() const;    ///< of the linear unit
+  const std::string& TimeUnit() const;     ///< as in the file: "film" when it says none
+  double FramesPerSecond() const;          ///< of the time unit
+  double CentimetresPerUnit() const;       ///< of the linear unit
   const std::string& LinearUnit() const;   ///< by one of the host's names for it
   const std::string& AngularUnit() const;  ///< likewise
   /// How many centimetres or radians the channel's unit in the file and for users is; 1 for scale.
@@ -163,8 +163,8 @@ class Scene {
   /// Adds a node that plays a sound, unless there is one for the very file name.
   SoundNode AddSound(const Sound& sound);
 
-  /// The scene as a file: the bytes that were read, with what was changed or added since. Throws SceneError, with nothing written, when the paths that new curves need are too
-  /// long.
+  /// The scene as a file: the bytes that were read, with what was changed or added since. Throws
+  /// SceneError, with nothing written, when the paths that new curves need are too long.
   void Write(std::ostream& out) const;
 
  private:
