@@ -111,7 +111,7 @@ std::string Read(std::ifstream& file, std::uint64_t fileSize, WavHeader& header)
   if (!hasFormat) return "it does not say its format (no chunk \"fmt \")";
   if (!data) return "it has no sound (no chunk \"data\")";
   header.samples = data->size / bytesOfAll;
-  return {};
+  return header.samples > 0 ? std::string() : "it holds no sound";
 }
 
 }  // namespace

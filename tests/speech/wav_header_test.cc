@@ -60,6 +60,7 @@ TEST_F(WavHeaderTest, RefusesWhatIsNoneOrCannotBe) {
       {"OggS0123456789", "it is no WAV file"},
       {Wav(data), "it does not say its format (no chunk \"fmt \")"},
       {Wav(Format(1)), "it has no sound (no chunk \"data\")"},
+      {Wav(Format(1) + Chunk("data", "12345")), "it holds no sound"},
       {Wav(Format(85) + data), "its sound is compressed (format 85): save it as PCM samples"},
       {Wav(Format(1, 0) + data), "its format makes no sense: 2 channels of 24 bits in 0 bytes"},
       {Wav(Chunk("fmt ", "1234") + data), "its format is cut short"},

@@ -146,8 +146,9 @@ RangeChange ExtendPlaybackRange(const SceneData& data, const FrameRange& frames,
   const Places places = Read(script->text);
   change.isUnread = places.isUnread;
   if (places.isUnread || !places.end) return change;
+  // Plus zero, so that no frame is "-0".
   std::vector<Edit> inScript =
-      Widen(places, {std::floor(frames.first), std::ceil(frames.last)}, change);
+      Widen(places, {std::floor(frames.first) + 0.0, std::ceil(frames.last) + 0.0}, change);
   if (inScript.empty()) return change;
 
   const std::size_t begin = script->span.begin + 1;

@@ -53,6 +53,9 @@ TEST(PlaybackRange, TellsWhatItWas) {
   EXPECT_EQ(later.newLast, 72.0);
   EXPECT_FALSE(later.newFirst);
   EXPECT_FALSE(extend("-min 0 -max 72").newLast);
+  Scene scene = Read(SceneOf("\"playbackOptions -max -3\""));
+  scene.ExtendPlaybackRange(-0.0, -0.5);
+  EXPECT_NE(Written(scene).find("\"playbackOptions -max 0 -min 0\""), std::string::npos);
   EXPECT_TRUE(extend("-max").isUnread);
   EXPECT_FALSE(Read("createNode joint -n 'jaw';").ExtendPlaybackRange(0, 72).newLast);
 }
