@@ -15,6 +15,8 @@ Shown AsShown(const standalone::Message& message) {
       return {"diagnostic", message.text, message.label};
     case Kind::kBox:
       return {"box", message.text, message.title};
+    case Kind::kNote:
+      return {"note", message.text, ""};
   }
   return {};
 }

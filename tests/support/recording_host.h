@@ -14,7 +14,7 @@ namespace lipvane::test {
 
 /// A message as a user would have met it.
 struct Shown {
-  std::string kind;  ///< "error", "warning", "diagnostic" or "box"
+  std::string kind;  ///< "error", "warning", "diagnostic", "box" or "note"
   std::string text;
   std::string label;  ///< a diagnostic's label or a box's title
 
