@@ -104,7 +104,7 @@ int Bake(const BakeOptions& options) {
     progress.Erase();
     PrintMessage(message);
   });
-  WarnOfJoints(*scene, options.scene, playback.BoneNames());
+  WarnOfJoints(*scene, options.scene, playback.BoneNames(), playback.Rig());
   Baking baking(playback, host);
   if (baking.JointCount() == 0) {
     PrintError(options.scene + ": it has none of the joints of " + options.lbp);

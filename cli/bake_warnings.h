@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/engine/bone_pose.h"
 #include "lipvane/host/standalone/scene.h"
 
 /// What a user should know of a scene before, and after, an animation is baked onto it.
@@ -14,7 +15,7 @@ namespace lipvane::cli {
 /// say. Channels that take no keys are left to the host, which tells of them when it is asked for
 /// curves.
 void WarnOfJoints(const standalone::Scene& scene, const std::string& sceneName,
-                  const std::vector<std::string>& boneNames);
+                  const std::vector<std::string>& boneNames, const TBonePoseInfo& rig);
 
 /// The frames that were baked.
 struct BakedFrames {
