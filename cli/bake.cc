@@ -128,7 +128,7 @@ int Bake(const BakeOptions& options) {
   progress.Erase();
   baking.WarnOfSkipped();
   WarnOfOtherKeys(*scene, playback.BoneNames(), frames);
-  return SaveScene(*scene, options.output) ? 0 : 1;
+  return SaveScene(*scene, options.output, progress) ? 0 : 1;
 }
 
 }  // namespace lipvane::cli

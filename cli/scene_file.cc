@@ -7,6 +7,7 @@
 
 #include "cli/messages.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 
 namespace lipvane::cli {
 
@@ -52,10 +53,17 @@ std::optional<standalone::Scene> OpenScene(const std::string& fileName, const st
   return std::nullopt;
 }
 
-bool SaveScene(const standalone::Scene& scene, const std::string& fileName) {
+bool SaveScene(const standalone::Scene& scene, const std::string& fileName, Progress& progress) {
+  const bool showsProgress = fileName != kStandardOutput || !IsTerminal(Stream::kOutput);
   try {
-    return WriteOutput(fileName, [&](std::ostream& out) { scene.Write(out); });
+    return WriteOutput(fileName, [&](std::ostream& out) {
+      scene.Write(out, [&](std::size_t done, std::size_t total) {
+        if (showsProgress) progress.Show("Saving", done, total);
+      });
+      progress.Erase();
+    });
   } catch (const standalone::SceneError& error) {
+    progress.Erase();
     PrintError(fileName + ": " + error.what());
     return false;
   }

@@ -16,6 +16,6 @@ std::optional<standalone::Scene> OpenScene(const std::string& fileName, const st
                                            Progress& progress, std::string& problem);
 
 /// Writes a scene whole or not at all. False, after saying so, when it could not be written.
-bool SaveScene(const standalone::Scene& scene, const std::string& fileName);
+bool SaveScene(const standalone::Scene& scene, const std::string& fileName, Progress& progress);
 
 }  // namespace lipvane::cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -15,7 +17,8 @@ struct NewCurve {
 };
 
 /// Writes the bytes of the file, the keys of changed curves replaced, new curves that have keys
-/// behind the last statement.
-void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves, std::ostream& out);
+/// behind the last statement. `progress`, when given, hears how much of how much is done.
+void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves, std::ostream& out,
+                const std::function<void(std::size_t, std::size_t)>& progress);
 
 }  // namespace lipvane::standalone
