@@ -27,7 +27,7 @@ std::string WithoutDashes(const std::string& flag) {
 }
 
 std::string UnknownFlag(const CLI::App& command, const std::string& flag) {
-  const std::string sentence = "unknown option " + text::QuotedLine(flag);
+  std::string sentence = "unknown option " + text::QuotedLine(flag);
   std::vector<std::string> known;
   for (const CLI::Option* option : command.get_options()) {
     known.insert(known.end(), option->get_lnames().begin(), option->get_lnames().end());
