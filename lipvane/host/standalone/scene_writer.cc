@@ -154,6 +154,7 @@ void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves, s
   for (const Edit& edit : edits) {
     writeKept(text.substr(done, edit.span.begin - done));
     write(edit.text);
+    advance.By(edit.span.end - edit.span.begin);
     done = edit.span.end;
   }
   writeKept(text.substr(done));

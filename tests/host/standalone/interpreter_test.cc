@@ -82,6 +82,9 @@ TEST_F(InterpreterTest, KnowsItsOwnAndRegisteredCommands) {
   EXPECT_FALSE(registry_->DeregisterCommand("obey").ok());
   EXPECT_FALSE(interpreter_.Knows("obey"));
   EXPECT_EQ(ErrorOf({"obey"}), "unknown command \"obey\"; the commands are currentTime, select");
+  EXPECT_EQ(ErrorOf({"selct"}),
+            "unknown command \"selct\"; did you mean \"select\"? The commands are currentTime, "
+            "select");
 }
 
 TEST_F(InterpreterTest, AStatusAnErrorAnExceptionOrAWrongFlagIsAFailure) {
