@@ -173,7 +173,7 @@ TEST_F(CliTest, ADashIsStandardInputWhereverAFileIsRead) {
   folder_.Make("face.lbp", LbpText({"lip"}, {{{}}}));
   folder_.Make("line.ltf", "LTF\n1\n0\n0\n0\n");
   folder_.Make("line.txt", "0 1 Sil\n");
-  folder_.Make("shapes", "A 0 0\n");
+  folder_.Make("shapes", "A 0\n");
   folder_.Make("cut.ltf", "LTF\n");
   folder_.Make("lines.mel", "select lip\n");
   const std::string commands[] = {"bake @face.ma face.lbp line.ltf -o -",
