@@ -178,7 +178,7 @@ int Bake(const BakeOptions& options) {
   if (isScript) return SaveKeyScript(*scene, options, keyed.Nodes(), prefix) ? 0 : 1;
   ShowAllOf(keyed.Nodes(), *scene);
   if (!options.sound.empty()) AddSound(options, sound, *scene);
-  return SaveScene(*scene, options.output) ? 0 : 1;
+  return SaveScene(*scene, options.output, progress) ? 0 : 1;
 }
 
 }  // namespace lipvane::cli

@@ -44,10 +44,9 @@ bool CouldBeLines(const InputFile& input, FileFormat content) {
 }
 
 bool IsMisplaced(const InputFile& input, FileFormat expected, FileFormat& content) {
+  if (input.format == expected) return false;
   content = GuessFormat(input.text, {});  // a name alone proves nothing
-  if (content == FileFormat::kUnknown || content == expected || input.format == expected) {
-    return false;
-  }
+  if (content == FileFormat::kUnknown || content == expected) return false;
   return expected != FileFormat::kUnknown || !CouldBeLines(input, content);
 }
 

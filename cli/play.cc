@@ -7,6 +7,7 @@
 #include "cli/output.h"
 #include "cli/playback.h"
 #include "cli/progress.h"
+#include "cli/terminal.h"
 
 namespace lipvane::cli {
 
@@ -31,7 +32,7 @@ int Play(PlayOptions options) {
 
   const auto writer = NewFrameWriter(options.output);
   Progress progress;
-  const bool showsProgress = options.output != kStandardOutput || !StandardOutputIsTerminal();
+  const bool showsProgress = options.output != kStandardOutput || !IsTerminal(Stream::kOutput);
   const bool written = WriteOutput(options.output, [&](std::ostream& out) {
     writer->Begin(out, playback, options.rate.ticksPerSecond);
     for (std::size_t i = 0; i < count && out; ++i) {

@@ -2,12 +2,9 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "cli/terminal.h"
 
 namespace lipvane::cli {
 namespace {
@@ -15,27 +12,33 @@ namespace {
 constexpr std::chrono::milliseconds kDelay{500};
 constexpr std::chrono::milliseconds kInterval{100};
 
-constexpr int kStandardOutputNumber = 1;
-constexpr int kStandardErrorNumber = 2;
+constexpr std::size_t kMostCells = 30;
+constexpr std::size_t kFewestCells = 5;
+constexpr std::size_t kUsualWidth = 80;
 
-bool IsTerminal(int descriptor) {
-#ifdef _WIN32
-  return _isatty(descriptor) != 0;
-#else
-  return isatty(descriptor) != 0;
-#endif
+/// Never as wide as the terminal, where it would begin a line that is not erased.
+std::string Bar(const std::string& what, double part, std::size_t terminalWidth) {
+  const std::size_t room = (terminalWidth > 0 ? terminalWidth : kUsualWidth) - 1;
+  const std::string percent = " " + std::to_string(static_cast<int>(part * 100.0)) + " %";
+  const std::size_t around = what.size() + std::string(" []").size() + percent.size();
+  if (around + kFewestCells > room) return (what + percent).substr(0, room);
+  const std::size_t cells = std::min(room - around, kMostCells);
+  const auto filled = static_cast<std::size_t>(part * static_cast<double>(cells));
+  return what + " [" + std::string(filled, '#') + std::string(cells - filled, ' ') + "]" + percent;
 }
 
 }  // namespace
 
-bool StandardOutputIsTerminal() {
-  return IsTerminal(kStandardOutputNumber);
-}
+Progress::Progress()
+    : Progress(std::cerr, IsTerminal(Stream::kError), kDelay,
+               [] { return TerminalWidth(Stream::kError); }) {}
 
-Progress::Progress() : Progress(std::cerr, IsTerminal(kStandardErrorNumber), kDelay) {}
-
-Progress::Progress(std::ostream& out, bool isShown, Clock::duration delay)
-    : out_(out), isShown_(isShown), next_(Clock::now() + delay) {}
+Progress::Progress(std::ostream& out, bool isShown, Clock::duration delay,
+                   std::function<std::size_t()> terminalWidth)
+    : out_(out),
+      isShown_(isShown),
+      next_(Clock::now() + delay),
+      terminalWidth_(std::move(terminalWidth)) {}
 
 Progress::~Progress() {
   Erase();
@@ -47,12 +50,8 @@ void Progress::Show(const std::string& what, std::size_t done, std::size_t total
   if (now < next_) return;
   next_ = now + kInterval;
 
-  constexpr std::size_t kCells = 30;
   const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
-  const auto filled = static_cast<std::size_t>(part * static_cast<double>(kCells));
-  const std::string bar = what + " [" + std::string(filled, '#') +
-                          std::string(kCells - filled, ' ') + "] " +
-                          std::to_string(static_cast<int>(part * 100.0)) + " %";
+  const std::string bar = Bar(what, part, terminalWidth_());
   Erase();
   out_ << bar << std::flush;
   width_ = bar.size();

@@ -2,13 +2,11 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <ostream>
 #include <string>
 
 namespace lipvane::cli {
-
-/// Whether results go to a terminal, where a bar would stand between them.
-bool StandardOutputIsTerminal();
 
 /// A bar on a terminal that says how far long work has come. Work that is done soon never shows it.
 class Progress {
@@ -17,7 +15,9 @@ class Progress {
 
   /// On standard error, when that is a terminal.
   Progress();
-  Progress(std::ostream& out, bool isShown, Clock::duration delay);
+  /// The width is asked for at each drawing, as terminals change theirs; 0 is an unknown one.
+  Progress(std::ostream& out, bool isShown, Clock::duration delay,
+           std::function<std::size_t()> terminalWidth);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   /// Erases the bar.
@@ -31,7 +31,8 @@ class Progress {
   std::ostream& out_;
   bool isShown_;
   Clock::time_point next_;  // no bar before
-  std::size_t width_ = 0;   // of the bar that stands there
+  std::function<std::size_t()> terminalWidth_;
+  std::size_t width_ = 0;  // of the bar that stands there
 };
 
 }  // namespace lipvane::cli

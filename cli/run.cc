@@ -110,7 +110,7 @@ int Run(const RunOptions& options) {
 
   progress.Erase();
   if (ok && !options.output.empty()) {
-    ok = SaveScene(*scene, options.output);
+    ok = SaveScene(*scene, options.output, progress);
   }
   if (!options.report.empty()) {
     try {

@@ -7,6 +7,7 @@
 
 #include "cli/messages.h"
 #include "cli/output.h"
+#include "cli/terminal.h"
 #include "lipvane/host/standalone/namespaces.h"
 #include "lipvane/text/printable.h"
 
@@ -69,10 +70,17 @@ bool HasNamespace(const standalone::Scene& scene, const std::string& sceneName,
   return false;
 }
 
-bool SaveScene(const standalone::Scene& scene, const std::string& fileName) {
+bool SaveScene(const standalone::Scene& scene, const std::string& fileName, Progress& progress) {
+  const bool showsProgress = fileName != kStandardOutput || !IsTerminal(Stream::kOutput);
   try {
-    return WriteOutput(fileName, [&](std::ostream& out) { scene.Write(out); });
+    return WriteOutput(fileName, [&](std::ostream& out) {
+      scene.Write(out, [&](std::size_t done, std::size_t total) {
+        if (showsProgress) progress.Show("Saving", done, total);
+      });
+      progress.Erase();
+    });
   } catch (const standalone::SceneError& error) {
+    progress.Erase();
     PrintError(fileName + ": " + error.what());
     return false;
   }

@@ -20,6 +20,6 @@ bool HasNamespace(const standalone::Scene& scene, const std::string& sceneName,
                   const std::string& nameSpace);
 
 /// Writes a scene whole or not at all. False, after saying so, when it could not be written.
-bool SaveScene(const standalone::Scene& scene, const std::string& fileName);
+bool SaveScene(const standalone::Scene& scene, const std::string& fileName, Progress& progress);
 
 }  // namespace lipvane::cli

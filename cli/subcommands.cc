@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,8 @@
 #include "cli/plot.h"
 #include "cli/run.h"
 #include "cli/speak.h"
+#include "cli/written_formats.h"
+#include "cli/wrong_usage.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::cli {
@@ -48,6 +51,12 @@ void RefuseSharedInput(const std::vector<std::string>& inputs) {
   if (std::count(inputs.begin(), inputs.end(), kStandardInput) > 1) {
     throw CLI::ValidationError(kStandardInput, "is standard input, which only one file can be");
   }
+}
+
+/// A file's name is believed.
+void RefuseEnding(const CLI::Option& option, const std::string& writer, const std::string& output) {
+  const std::string problem = BrokenPromise(writer, output);
+  if (!problem.empty()) throw CLI::ValidationError(option.get_name(), problem);
 }
 
 double ReadNumber(const std::string& option, std::string_view text) {
@@ -156,14 +165,15 @@ void AddRun(CLI::App& app, Work& work) {
   report->type_name("FILE");
   AddNamespace(*command, values->options.nameSpace);
   command->footer(
-      "The commands are facialAnim, demBonesExportPoses, select, currentTime, setKeyframe, "
-      "getAttr\n"
+      "The commands are facialAnim, demBonesExportPoses, select, currentTime, setKeyframe, getAttr "
       "and undoInfo. Each ends at a \";\", at the end of its text, or before a line that begins "
-      "with\n"
-      "a command's name.");
+      "with a command's name.");
 
   command->callback([=, &work] {
     RunOptions& options = values->options;
+    if (lines->count() + files->count() + output->count() + report->count() == 0) {
+      throw CLI::ValidationError("there is nothing to do: give -e, -f, -o or --report");
+    }
     RefuseEmpty(*output);
     RefuseEmpty(*report);
     const bool areBothPrinted =
@@ -185,6 +195,8 @@ void AddRun(CLI::App& app, Work& work) {
     RefuseOverwriting(*output, options.output, values->files);
     RefuseOverwriting(*report, options.report, values->files);
     RefuseOverwriting(*report, options.report, {options.scene});
+    RefuseEnding(*output, "run", options.output);
+    RefuseEnding(*report, "--report", options.report);
     std::vector<std::string> inputs = values->files;
     inputs.push_back(options.scene);
     RefuseSharedInput(inputs);
@@ -231,7 +243,7 @@ void AddCheck(CLI::App& app, Work& work) {
       "Frames a second, to find sounds that are shorter than a frame [the scene's rate, else 24]",
       options->framesPerSecond, ReadRate);
   command->footer(
-      "Findings go to standard output, one a line: FILE:LINE: SEVERITY: TEXT [RULE]. The exit\n"
+      "Findings go to standard output, one a line: FILE:LINE: SEVERITY: TEXT [RULE]. The exit "
       "status is 1 when one of them is an error. docs/check.md says what each rule is about.");
   command->callback([=, &work] {
     RefuseEmpty(*scene);
@@ -266,6 +278,7 @@ void AddPlay(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
+    RefuseEnding(*output, "play", options->output);
     RefuseSharedInput({options->lbp, options->ltf});
     work = [options] { return Play(*options); };
   });
@@ -296,6 +309,7 @@ void AddBake(CLI::App& app, Work& work) {
     RefuseEmpty(*output);
     RefuseEmpty(*sound);
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf, options->sound});
+    RefuseEnding(*output, "bake", options->output);
     RefuseSharedInput({options->scene, options->lbp, options->ltf});
     if (IsKeyScript(options->output)) {
       RefuseOverwriting(*output, options->output, {options->scene});
@@ -350,6 +364,7 @@ void AddSpeak(CLI::App& app, Work& work) {
     RefuseEmpty(*unknown, "a name");
     const std::vector<std::string> inputs = {options->timing, options->lbp, options->shapes};
     RefuseOverwriting(*output, options->output, inputs);
+    RefuseEnding(*output, "speak", options->output);
     RefuseSharedInput(inputs);
     work = [options] { return Speak(*options); };
   });
@@ -378,6 +393,7 @@ void AddMap(CLI::App& app, Work& work) {
     RefuseEmpty(*output);
     if (values->output.empty()) values->output = values->character + ".map";
     RefuseOverwriting(*output, values->output, {values->lbp});
+    RefuseEnding(*output, "map", values->output);
     work = [values] { return Map(values->lbp, values->character, values->output, values->force); };
   });
 }
@@ -390,6 +406,7 @@ void AddPlot(CLI::App& app, Work& work) {
   CLI::Option* timing =
       command->add_option("TIMING,--timing", options->timing,
                           "Timing of what is spoken, to stand below: any file that speak takes");
+  timing->type_name("FILE");
   CLI::Option* tier = AddTier(*command, options->timingOptions.tier)->needs(timing);
   AddMohoRate(*command, options->timingOptions.framesPerSecond)->needs(timing);
   AddTicksPerSecond(*command, options->ticksPerSecond);
@@ -401,8 +418,30 @@ void AddPlot(CLI::App& app, Work& work) {
     RefuseEmpty(*output);
     RefuseEmpty(*tier, "a name");
     RefuseOverwriting(*output, options->output, {options->ltf, options->timing});
+    RefuseEnding(*output, "plot", options->output);
     RefuseSharedInput({options->ltf, options->timing});
     work = [options] { return Plot(*options); };
+  });
+}
+
+void AddHelp(CLI::App& app, Work& work) {
+  CLI::App* command = app.add_subcommand(kHelp, "Say what a subcommand does and accepts");
+  const auto name = std::make_shared<std::string>();
+  const CLI::Option* option =
+      command->add_option("SUBCOMMAND", *name, "Its name; without one, what there is");
+  command->callback([&app, &work, option, name] {
+    const CLI::App* about = &app;
+    std::string title = app.get_name();
+    if (option->count() > 0) {
+      const auto named = app.get_subcommands(
+          [&](const CLI::App* subcommand) { return subcommand->get_name() == *name; });
+      if (named.empty()) throw CLI::ValidationError(NoSubcommand(app, *name));
+      about = named.front();
+      title += " " + *name;
+    }
+    work = [text = app.get_formatter()->make_help(about, title, CLI::AppFormatMode::Normal)] {
+      return WriteOutput(kStandardOutput, [&](std::ostream& out) { out << text; }) ? 0 : 1;
+    };
   });
 }
 
@@ -417,6 +456,7 @@ void AddSubcommands(CLI::App& app, Work& work) {
   AddBake(app, work);
   AddMap(app, work);
   AddPlot(app, work);
+  AddHelp(app, work);
 }
 
 }  // namespace lipvane::cli

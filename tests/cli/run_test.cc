@@ -21,12 +21,6 @@ class RunTest : public CliTest {
   std::string lbp_ = folder_.Path("face.lbp");
 };
 
-TEST_F(RunTest, OnlyOpensASceneWhenNothingElseIsAsked) {
-  const ProcessResult result = Run({});
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.out + result.err, "");
-}
-
 TEST_F(RunTest, ExportsImportsAndSaves) {
   const std::string saved = folder_.Path("keyed.ma");
   const ProcessResult result = Run({"-e", Export(), "-o", saved});

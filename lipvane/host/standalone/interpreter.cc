@@ -7,6 +7,7 @@
 
 #include "lipvane/host/standalone/key_commands.h"
 #include "lipvane/host/standalone/own_commands.h"
+#include "lipvane/text/similar.h"
 
 namespace lipvane::standalone {
 
@@ -101,7 +102,9 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
     std::string known;
     for (const std::string& name : CommandNames())
       known += (known.empty() ? "" : ", ") + name;
-    host_.DisplayError("unknown command \"" + words[0] + "\"; the commands are " + known);
+    const std::string meant = text::DidYouMean(words[0], CommandNames());
+    host_.DisplayError("unknown command \"" + words[0] + "\"" + meant +
+                       (meant.empty() ? "; the" : " The") + " commands are " + known);
     return host::StatusCode::kFailure;
   }
   const std::vector<std::string> arguments(words.begin() + 1, words.end());

@@ -418,7 +418,8 @@ std::vector<Scene::DrivenChannel> Scene::SharersOf(NodeId node, Channel channel)
   return impl_->Sorted(channels);
 }
 
-void Scene::Write(std::ostream& out) const {
+void Scene::Write(std::ostream& out,
+                  const std::function<void(std::size_t, std::size_t)>& progress) const {
   std::vector<NewCurve> newCurves;
   std::size_t pathBytes = 0;
   for (const auto& [item, node, channel] : impl_->addedCurves) {
@@ -432,7 +433,7 @@ void Scene::Write(std::ostream& out) const {
     }
     newCurves.push_back({item, std::move(plug)});
   }
-  WriteScene(impl_->data, newCurves, {impl_->rangeEdits, impl_->addedText}, out);
+  WriteScene(impl_->data, newCurves, {impl_->rangeEdits, impl_->addedText}, out, progress);
 }
 
 }  // namespace lipvane::standalone

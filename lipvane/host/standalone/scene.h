@@ -168,7 +168,9 @@ class Scene {
 
   /// The scene as a file: the bytes that were read, with what was changed or added since. Throws
   /// SceneError, with nothing written, when the paths that new curves need are too long.
-  void Write(std::ostream& out) const;
+  /// `progress`, when given, hears how much of how much is done.
+  void Write(std::ostream& out,
+             const std::function<void(std::size_t, std::size_t)>& progress = {}) const;
 
  private:
   struct Impl;

@@ -68,8 +68,34 @@ std::size_t FindEnd(const SceneData& data) {
   return text.size();
 }
 
+/// How much of a scene is written: a byte of the file counts as one.
+class Advance {
+ public:
+  Advance(const SceneData& data, const std::function<void(std::size_t, std::size_t)>& progress)
+      : progress_(progress), total_(data.text.size()) {
+    for (const auto& [item, record] : data.curves)
+      if (record.revision != 0) total_ += WorkOf(record);
+  }
+
+  void By(const CurveRecord& record) { By(WorkOf(record)); }
+  void By(std::size_t work) {
+    done_ += work;
+    if (progress_) progress_(done_, total_);
+  }
+
+ private:
+  static std::size_t WorkOf(const CurveRecord& record) {
+    constexpr std::size_t kBytesOfKey = 24;  // about
+    return record.curve.keys.size() * kBytesOfKey;
+  }
+
+  const std::function<void(std::size_t, std::size_t)>& progress_;
+  std::size_t total_;
+  std::size_t done_ = 0;
+};
+
 std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves,
-                   const Style& style) {
+                   const Style& style, Advance& advance) {
   const std::string_view lineEnd = style.lineEnd;
   std::string nodes;
   std::string connections;
@@ -83,6 +109,7 @@ std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves
     nodes += lineEnd;
     connections += "connectAttr " + style.Quote(name + ".o") + " " + style.Quote(added.plug) + ";";
     connections += lineEnd;
+    advance.By(record);
   }
   return nodes + connections;
 }
@@ -90,18 +117,21 @@ std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves
 }  // namespace
 
 void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves,
-                const TextChanges& changes, std::ostream& out) {
+                const TextChanges& changes, std::ostream& out,
+                const std::function<void(std::size_t, std::size_t)>& progress) {
   const std::string_view text = data.text;
+  Advance advance(data, progress);
   const Style style(data);
   KeyEdits keyEdits;
   for (const auto& [item, record] : data.curves) {
     if (record.isNew || record.revision == 0 || record.curve.keys.empty()) continue;
     AddKeyEdits(text, record, style, keyEdits);
+    advance.By(record);
   }
   std::vector<Edit> edits = std::move(keyEdits.edits);
   AddRemovals(text, std::move(keyEdits.removed), edits);
   edits.insert(edits.end(), changes.edits.begin(), changes.edits.end());
-  std::string added = changes.added + TextOf(data, newCurves, style);
+  std::string added = changes.added + TextOf(data, newCurves, style, advance);
   if (!added.empty()) {
     const std::size_t end = FindEnd(data);
     const bool isAtLine = end == 0 || text[end - 1] == '\n' || text[end - 1] == '\r';
@@ -114,13 +144,22 @@ void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves,
   const auto write = [&out](std::string_view piece) {
     out.write(piece.data(), static_cast<std::streamsize>(piece.size()));
   };
+  const auto writeKept = [&](std::string_view kept) {
+    constexpr std::size_t kPiece = std::size_t{1} << 20;
+    for (std::size_t i = 0; i < kept.size(); i += kPiece) {
+      const std::string_view piece = kept.substr(i, kPiece);
+      write(piece);
+      advance.By(piece.size());
+    }
+  };
   std::size_t done = 0;
   for (const Edit& edit : edits) {
-    write(text.substr(done, edit.span.begin - done));
+    writeKept(text.substr(done, edit.span.begin - done));
     write(edit.text);
+    advance.By(edit.span.end - edit.span.begin);
     done = edit.span.end;
   }
-  write(text.substr(done));
+  writeKept(text.substr(done));
 }
 
 }  // namespace lipvane::standalone

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -16,8 +18,10 @@ struct NewCurve {
 };
 
 /// Writes the bytes of the file, the keys of changed curves replaced and other changes made, new
-/// nodes and curves that have keys behind the last statement.
+/// nodes and curves that have keys behind the last statement. `progress`, when given, hears how
+/// much of how much is done.
 void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves,
-                const TextChanges& changes, std::ostream& out);
+                const TextChanges& changes, std::ostream& out,
+                const std::function<void(std::size_t, std::size_t)>& progress);
 
 }  // namespace lipvane::standalone

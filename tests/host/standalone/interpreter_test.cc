@@ -82,9 +82,9 @@ TEST_F(InterpreterTest, KnowsItsOwnAndRegisteredCommands) {
   EXPECT_TRUE(registry_->DeregisterCommand("obey").ok());
   EXPECT_FALSE(registry_->DeregisterCommand("obey").ok());
   EXPECT_FALSE(interpreter_.Knows("obey"));
-  EXPECT_EQ(ErrorOf({"obey"}),
-            "unknown command \"obey\"; the commands are currentTime, getAttr, select, setKeyframe, "
-            "undoInfo");
+  const std::string known = " commands are currentTime, getAttr, select, setKeyframe, undoInfo";
+  EXPECT_EQ(ErrorOf({"obey"}), "unknown command \"obey\"; the" + known);
+  EXPECT_EQ(ErrorOf({"selct"}), "unknown command \"selct\"; did you mean \"select\"? The" + known);
 }
 
 TEST_F(InterpreterTest, AStatusAnErrorAnExceptionOrAWrongFlagIsAFailure) {

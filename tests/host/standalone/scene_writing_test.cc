@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -175,6 +177,27 @@ TEST(SceneWriting, UsesTheUnitsOfTheFile) {
   scene.SetKey(joint, Channel::kRotateX, 2, 0.25);
   EXPECT_NE(Written(scene).find("  1 2 2 3.5;"), std::string::npos);
   EXPECT_NE(Written(scene).find("  2 0.25;"), std::string::npos);
+}
+
+TEST(SceneWriting, SaysHowFarItIsUpToTheEnd) {
+  Scene scene = Scene::Parse(kJaw + std::string(3 << 20, '\n'), "test.ma");
+  const NodeId jaw = At(scene, "|NS:jaw");
+  ASSERT_TRUE(scene.AttachCurve(jaw, Channel::kRotateY));
+  for (int i = 0; i < 1000; ++i) {
+    scene.SetKey(jaw, Channel::kRotateX, i, 0.5);
+    scene.SetKey(jaw, Channel::kRotateY, i, 0.5);
+  }
+  std::vector<std::size_t> steps;
+  std::size_t all = 0;
+  std::ostringstream out;
+  scene.Write(out, [&](std::size_t done, std::size_t total) {
+    steps.push_back(done);
+    all = total;
+  });
+  EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
+  EXPECT_GT(steps.size(), 5u);
+  EXPECT_EQ(steps.back(), all);
+  EXPECT_EQ(out.str(), Written(scene));
 }
 
 TEST(SceneWriting, AddsNewCurvesBeforeTheEnd) {
