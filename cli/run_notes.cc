@@ -5,6 +5,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "lipvane/check/joint_names.h"
 #include "lipvane/check/namespace_hint.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
@@ -67,6 +68,7 @@ class NamedNodes {
 Names NotesOnExport(const host::ArgDatabase& flags, const standalone::StandaloneHost& host) {
   const Names bones = plugin::ExportPosesCommand::BoneNames(flags);
   const NamedNodes nodes(host, bones);
+  check::JointNames joints(host.GetScene(), host.Namespace());
   Names missing;
   Names repeated;
   Names noLine;
@@ -77,7 +79,7 @@ Names NotesOnExport(const host::ArgDatabase& flags, const standalone::Standalone
     if (bone.empty()) {
       missing.emplace_back("the head bone, which is not given");
     } else if (found.paths == 0) {
-      missing.push_back(shown);
+      missing.push_back(shown + joints.DidYouMean(bone, " (", ")"));
     } else if (found.last == 0) {
       noLine.push_back(shown);
     } else if (found.paths > 1) {
@@ -117,6 +119,7 @@ Names NotesOnExport(const host::ArgDatabase& flags, const standalone::Standalone
 /// Why bones got no keys, a part for each reason.
 std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
                        const standalone::StandaloneHost& host) {
+  check::JointNames joints(host.GetScene(), host.Namespace());
   Names missing;
   Names noJoint;
   Names refused;
@@ -124,7 +127,8 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
     const NamedNodes::Found& found = nodes.Of(bone);
     if (found.paths > 0 && host.IsKeyed(found.last)) continue;
     Names& list = found.paths == 0 ? missing : nodes.IsJoint(found) ? refused : noJoint;
-    list.push_back(text::QuotedLine(bone));
+    list.push_back(text::QuotedLine(bone) +
+                   (found.paths == 0 ? joints.DidYouMean(bone, " (", ")") : std::string()));
   }
   std::string reasons;
   const auto add = [&](const Names& names, const std::string& what) {

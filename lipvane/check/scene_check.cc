@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "lipvane/check/joint_names.h"
 #include "lipvane/check/joint_turn.h"
 #include "lipvane/check/lbp_sections.h"
 #include "lipvane/check/namespace_hint.h"
@@ -77,6 +78,7 @@ class SceneCheck {
         scene_(checked.scene),
         sceneName_(checked.name),
         nameSpace_(checked.nameSpace),
+        jointNames_(checked.scene, checked.nameSpace),
         recorder_(recorder) {}
 
   void Run(const std::vector<NamedBone>& bones) {
@@ -119,6 +121,7 @@ class SceneCheck {
   const Scene& scene_;
   std::string sceneName_;
   std::string nameSpace_;
+  JointNames jointNames_;
   Recorder& recorder_;
   struct Nodes {
     std::size_t count = 0;
@@ -146,7 +149,8 @@ bool SceneCheck::CheckBone(const NamedBone& named, std::size_t bone) {
   const std::string subject = "bone " + Quoted(named.name);
   const Nodes& found = nodes_[named.name];
   if (found.count == 0) {
-    recorder_.Add(named.line, rule::kBoneMissing, subject + " is not in " + sceneName_);
+    recorder_.Add(named.line, rule::kBoneMissing,
+                  subject + " is not in " + sceneName_ + jointNames_.DidYouMean(named.name, "; "));
     return false;
   }
   // The keys go to the last one met, joint or not.

@@ -113,7 +113,7 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
       {scene_, exports("jaw"), {}},
       {scene_,
        exports("jaww jaw nose"),
-       {"2 of 4 bones match no joint: \"jaww\", \"nose\"; " + out +
+       {"2 of 4 bones match no joint: \"jaww\" (did you mean \"jaw\"?), \"nose\"; " + out +
         " counts what it has no lines for" + misread}},
       {scene_,
        exports("eye head"),
