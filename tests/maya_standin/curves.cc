@@ -53,14 +53,13 @@ MObject SourceOf(const MObject& node, const MObject& attribute, bool isCompound)
     return isDriven ? DriverOf(input, content) : MObject();
   }
   const ChannelInput input = InputOf(content.node, content.attribute);
-  // A null attribute is what another one's connections came from: of these only a character set's
-  // elements have an input. The other that is asked for is the time of a curve.
-  if (attribute.isNull() && content.type == "character") {
-    ++content.step;
-    return DriverOf(input, content);
+  if (!attribute.isNull()) {  // the one of a curve
+    return content.isTimeCurve && input.isRetimed ? OtherNode(content, "timeWarp") : MObject();
   }
-  const bool isRetimed = !attribute.isNull() && content.isTimeCurve && input.isRetimed;
-  return isRetimed ? OtherNode(content, "timeWarp") : MObject();
+  // The attribute that a connection came from may have an input itself, but for an output.
+  if (content.step >= input.between.size() || content.type == "unitConversion") return {};
+  ++content.step;
+  return DriverOf(input, content);
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ ChannelInput EmbeddedStandinScene::InputOf(const host::Node& node,
   const auto way = between.find(name);
   if (way != between.end()) input.between = way->second;
   input.isRetimed = retimedCurves.count(input.driver) != 0;
-  if (input.isRetimed) {
+  if (input.isRetimed || !input.between.empty()) {
     input.kind = ChannelInput::Kind::kTimeCurve;
   } else if (drivenKeys.count(input.driver) != 0) {
     input.kind = ChannelInput::Kind::kDrivenKey;

@@ -42,8 +42,9 @@ class Interpreter : public host::PluginLoader {
   /// In alphabetical order.
   std::vector<std::string> CommandNames() const;
 
-  /// Runs the command that the first word names with the others. Words that it does not accept are
-  /// an error that says what it does accept, and the command is not run.
+  /// Runs the command that the first word names with the others. A flag that it does not know is an
+  /// error that says what it does accept, and the command is not run. Other words that have no
+  /// place are passed over, as the host passes them over, with a note.
   CommandOutcome Run(const std::vector<std::string>& words);
 
   const StandaloneHost& GetHost() const { return host_; }
@@ -65,6 +66,7 @@ class Interpreter : public host::PluginLoader {
   host::Status RunChecked(const std::vector<std::string>& words);
 
   std::vector<Message> messages_;  // of the command that runs
+  MessageSink sink_;
   StandaloneHost host_;
   std::map<std::string, Entry> commands_;
 };

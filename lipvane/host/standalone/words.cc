@@ -1,8 +1,10 @@
 #include "lipvane/host/standalone/words.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <limits>
+#include <set>
 
 #include "lipvane/text/numbers.h"
 
@@ -45,73 +47,57 @@ std::string Accepted(const CommandSyntax& syntax) {
   return "it accepts " + (list.empty() ? "no arguments" : list);
 }
 
-bool IsBoolean(const std::string& word) {
-  static constexpr const char* kWords[] = {"on", "off", "yes", "no", "true", "false", "1", "0"};
-  return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
-}
-
-bool Suits(host::ArgType type, const std::string& word) {
-  int integer = 0;
-  switch (type) {
-    case host::ArgType::kBoolean:
-      return IsBoolean(word);
-    case host::ArgType::kLong:
-      return ParseInteger(word, integer);
-    case host::ArgType::kDouble:
-      return text::WholeReal(word).has_value();
-    case host::ArgType::kNoArg:
-    case host::ArgType::kString:
-      break;
-  }
-  return true;
-}
-
 /// Reads the words of one command, one after the other.
 class Checker {
  public:
-  Checker(const CommandSyntax& syntax, const std::vector<std::string>& words,
-          std::vector<std::string>& objects)
-      : syntax_(syntax), words_(words), objects_(objects) {}
+  Checker(const std::string& command, const CommandSyntax& syntax,
+          const std::vector<std::string>& words)
+      : command_(command), syntax_(syntax), words_(words) {}
 
-  /// What is wrong with the first bad word, or nothing.
-  std::string Run() {
-    std::string problem;
-    while (at_ < words_.size() && problem.empty())
-      problem = TakeWord();
-    return problem;
+  WordCheck Run() {
+    while (at_ < words_.size() && result_.error.empty())
+      TakeWord(words_[at_++]);
+    return std::move(result_);
   }
 
  private:
-  std::string TakeWord() {
+  void Note(const std::string& text) { result_.notes.push_back(command_ + ": " + text); }
+
+  void TakeWord(const std::string& word) {
+    if (const host::Flag* flag = syntax_.flags.Find(word)) {
+      if (TakesValue(*flag)) TakeValue(*flag);
+    } else if (!word.empty() && word[0] == '-' && !text::WholeReal(word)) {
+      result_.error = command_ + ": unknown flag \"" + word + "\"; " + Accepted(syntax_);
+    } else if (!syntax_.objects.empty()) {
+      result_.objects.push_back(word);
+    } else {
+      Note("the word \"" + word + "\" belongs to no flag and is passed over");
+    }
+  }
+
+  void TakeValue(const host::Flag& flag) {
+    const std::string name = "flag " + FlagNames(flag);
+    if (at_ == words_.size()) return Note(name + " has no value and is passed over");
     const std::string& word = words_[at_++];
-    if (const host::Flag* flag = syntax_.flags.Find(word)) return TakeFlag(*flag);
-    const bool dashed = !word.empty() && word[0] == '-';
-    if (dashed && (syntax_.objects.empty() || !text::WholeReal(word))) {
-      return "unknown flag \"" + word + "\"";
+    const bool isFirst = used_.insert(&flag).second;
+    if (!isFirst && !flag.multiUse) {
+      return Note(name + " is given more than once: the value \"" + word + "\" is passed over");
     }
-    if (syntax_.objects.empty()) return "unexpected word \"" + word + "\"";
-    objects_.push_back(word);
-    return {};
+    int value = 0;
+    if (flag.argument != host::ArgType::kLong) return;
+    if (!ReadInteger(word, value)) {
+      Note("the value \"" + word + "\" of " + name + " is no INTEGER and is passed over");
+    } else if (text::WholeReal(word) != value) {
+      Note("the value \"" + word + "\" of " + name + " is read as " + std::to_string(value));
+    }
   }
 
-  std::string TakeFlag(const host::Flag& flag) {
-    if (!flag.multiUse && std::find(used_.begin(), used_.end(), &flag) != used_.end()) {
-      return "flag " + FlagNames(flag) + " is given more than once";
-    }
-    used_.push_back(&flag);
-    if (!TakesValue(flag)) return {};
-    if (at_ == words_.size()) return "flag " + FlagNames(flag) + " has no value";
-    const std::string& value = words_[at_++];
-    if (Suits(flag.argument, value)) return {};
-    return "the value \"" + value + "\" of flag " + FlagNames(flag) + " is no" +
-           ValueName(flag.argument);
-  }
-
+  const std::string& command_;
   const CommandSyntax& syntax_;
   const std::vector<std::string>& words_;
-  std::vector<std::string>& objects_;
-  std::vector<const host::Flag*> used_;
   std::size_t at_ = 0;
+  std::set<const host::Flag*> used_;
+  WordCheck result_;
 };
 
 }  // namespace
@@ -162,7 +148,7 @@ host::Status WordArgDatabase::GetFlagArgument(const std::string& flag, unsigned 
   std::string word;
   const host::Status status = GetFlagArgument(flag, index, word);
   if (!status.ok()) return status;
-  return ParseInteger(word, value) ? host::StatusCode::kSuccess : host::StatusCode::kFailure;
+  return ReadInteger(word, value) ? host::StatusCode::kSuccess : host::StatusCode::kFailure;
 }
 
 bool WordArgDatabase::IsFlagSet(const std::string& flag) const {
@@ -175,20 +161,19 @@ unsigned WordArgDatabase::NumberOfFlagUses(const std::string& flag) const {
                                              [&](const Use& use) { return use.flag == wanted; }));
 }
 
-std::string CheckWords(const std::string& command, const CommandSyntax& syntax,
-                       const std::vector<std::string>& words, std::vector<std::string>& objects) {
-  const std::string problem = Checker(syntax, words, objects).Run();
-  return problem.empty() ? problem : command + ": " + problem + "; " + Accepted(syntax);
+WordCheck CheckWords(const std::string& command, const CommandSyntax& syntax,
+                     const std::vector<std::string>& words) {
+  return Checker(command, syntax, words).Run();
 }
 
-bool ParseInteger(const std::string& word, int& value) {
-  const char* begin = word.data();
-  const char* end = begin + word.size();
-  if (word.size() > 1 && word[0] == '+' && word[1] != '-') ++begin;
-  int parsed = 0;
-  const auto [stop, error] = std::from_chars(begin, end, parsed);
-  if (error != std::errc() || stop != end) return false;
-  value = parsed;
+bool ReadInteger(const std::string& word, int& value) {
+  const auto real = text::FiniteReal(word);
+  if (!real) return false;
+  const double whole = std::trunc(*real);
+  if (whole < std::numeric_limits<int>::min() || whole > std::numeric_limits<int>::max()) {
+    return false;
+  }
+  value = static_cast<int>(whole);
   return true;
 }
 

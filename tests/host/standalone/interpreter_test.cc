@@ -91,11 +91,12 @@ TEST_F(InterpreterTest, AStatusAnErrorAnExceptionOrAWrongFlagIsAFailure) {
   EXPECT_EQ(ErrorOf({"obey", "-w", "throw"}), "obey: thrown");
   EXPECT_EQ(ErrorOf({"obey", "-w", "throw int"}), "obey: ended by an unknown exception");
   heard_.clear();
-  EXPECT_EQ(ErrorOf({"obey", "-what", "warn"}), "");
-  EXPECT_EQ(heard_, Names{"careful"});
-  EXPECT_EQ(ErrorOf({"obey", "-w", "warn", "-x"}),
+  EXPECT_EQ(ErrorOf({"obey", "stray", "-what", "warn"}), "");
+  const std::string note = "obey: the word \"stray\" belongs to no flag and is passed over";
+  EXPECT_EQ(heard_, (Names{note, "careful"}));
+  EXPECT_EQ(ErrorOf({"obey", "stray", "-w", "warn", "-x"}),
             "obey: unknown flag \"-x\"; it accepts -w/-what STRING");
-  EXPECT_EQ(heard_.size(), 2U) << "it did not run";
+  EXPECT_EQ(heard_.size(), 3U) << "it did not run";
 }
 
 TEST_F(InterpreterTest, SelectReplacesAddsAndClears) {

@@ -22,37 +22,40 @@ CommandSyntax TestSyntax(const std::string& objects = "") {
 
 using Words = std::vector<std::string>;
 
-TEST(CheckWordsTest, AcceptsWhatTheSyntaxDeclares) {
-  Words objects;
-  EXPECT_EQ(CheckWords("go", TestSyntax(), {}, objects), "");
-  EXPECT_EQ(CheckWords("go", TestSyntax(),
-                       {"-exp", "A", "-import", "-expression", "-import", "-lbp", "", "-np", "-3"},
-                       objects),
-            "");
-  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"a", "-lbp", "x", "-1.5", "b"}, objects), "");
-  EXPECT_EQ(objects, (Words{"a", "-1.5", "b"}));
+TEST(CheckWordsTest, FindsNothingInWhatTheSyntaxDeclares) {
+  const WordCheck check = CheckWords(
+      "go", TestSyntax("names"),
+      {"a", "-exp", "A", "-import", "-expression", "-import", "-1.5", "-lbp", "", "-np", "-3"});
+  EXPECT_EQ(check.error, "");
+  EXPECT_EQ(check.notes, Words{});
+  EXPECT_EQ(check.objects, (Words{"a", "-1.5"}));
 }
 
-TEST(CheckWordsTest, NamesWhatIsWrongAndWhatIsAccepted) {
+TEST(CheckWordsTest, AnUnknownFlagIsAnErrorAndWhatIsPassedOverIsNoted) {
+  for (const char* objects : {"", "names"}) {
+    EXPECT_EQ(
+        CheckWords("go", TestSyntax(objects), {"-imprt", "-x"}).error,
+        std::string("go: unknown flag \"-imprt\"; it accepts -i/-import, -lbp/-lbpfile STRING, "
+                    "-np/-numposes INTEGER, -exp/-expression STRING (any number of times)") +
+            (*objects == 0 ? "" : ", names"));
+  }
   std::vector<std::pair<Words, std::string>> cases = {
-      {{"-imprt"}, "unknown flag \"-imprt\""},
-      {{"-i", "jaw"}, "unexpected word \"jaw\""},
-      {{"-5"}, "unknown flag \"-5\""},
-      {{"-i", "-lbp"}, "flag -lbp/-lbpfile has no value"},
-      {{"-i", "-import"}, "flag -i/-import is given more than once"}};
-  for (const std::string value : {"three", "3.0", "3x", "", "99999999999", "++3", "+-3"}) {
+      {{"-i", "jaw"}, "the word \"jaw\" belongs to no flag and is passed over"},
+      {{"-5"}, "the word \"-5\" belongs to no flag and is passed over"},
+      {{"-exp", "-exp", "-exp"}, "flag -exp/-expression has no value and is passed over"},
+      {{"-i", "-i", "-lbp", "a", "-lbpfile", "b"},
+       "flag -lbp/-lbpfile is given more than once: the value \"b\" is passed over"},
+      {{"-np", "-2.9"}, "the value \"-2.9\" of flag -np/-numposes is read as -2"}};
+  for (const std::string value : {"three", "3x", "", "-inf", "99999999999", "++3", "+-3"}) {
     cases.push_back(
-        {{"-np", value}, "the value \"" + value + "\" of flag -np/-numposes is no INTEGER"});
+        {{"-np", value},
+         "the value \"" + value + "\" of flag -np/-numposes is no INTEGER and is passed over"});
   }
-  Words objects;
-  for (const auto& [words, problem] : cases) {
-    EXPECT_EQ(CheckWords("go", TestSyntax(), words, objects),
-              "go: " + problem +
-                  "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, "
-                  "-exp/-expression STRING (any number of times)");
+  for (const auto& [words, note] : cases) {
+    const WordCheck check = CheckWords("go", TestSyntax(), words);
+    EXPECT_EQ(check.error, "");
+    EXPECT_EQ(check.notes, Words{"go: " + note});
   }
-  EXPECT_NE(CheckWords("go", TestSyntax("names"), {"-x"}, objects).find(", names"),
-            std::string::npos);
 }
 
 TEST(WordArgDatabaseTest, ReadsFlagsByEitherNameAndPassesOverTheRest) {

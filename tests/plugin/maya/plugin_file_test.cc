@@ -177,6 +177,25 @@ TEST_F(PluginFileTest, NamesEveryChannelThatTakesNoKeyOnce) {
   EXPECT_EQ(curves.at("|lip.rotateZ").size(), 2u);
 }
 
+TEST_F(PluginFileTest, KeysNoCurveThatIsRetimedOrLockedAsOneOrAnotherJoints) {
+  NodeDescription jaw = Joint("|jaw");
+  jaw.frames[0] = {};
+  auto scene = SceneOf({jaw},
+                       "createNode animCurveTT -n \"warp\";\n"
+                       "connectAttr \"warp.o\" \"jaw1_rx.i\";\n"
+                       "createNode joint -n \"twin\";\nconnectAttr \"twin.ry\" \"|jaw.ry\";\n"
+                       "select -ne |jaw;\nsetAttr -l on \".tx\";\n");
+  EmbeddedMaya maya(scene);
+  maya.standinScene.retimedCurves = {"jaw1_rx"};
+  maya.standinScene.lockedAsOne = {"|jaw.translateX"};
+  maya.standinScene.between["|jaw.rotateY"] = {"joint"};
+  EXPECT_TRUE(maya.Run("facialAnim", {"-imp", "-lbp", Lbp({"jaw"}, {{{{1, 2, 3}}}})}));
+  ASSERT_EQ(maya.shown.size(), 3u);
+  EXPECT_NE(maya.shown[0].text.find("|jaw.translateX is locked"), std::string::npos);
+  EXPECT_NE(maya.shown[1].text.find("|jaw.rotateX is driven by jaw1_rx"), std::string::npos);
+  EXPECT_NE(maya.shown[2].text.find("|jaw.rotateY is driven by joint"), std::string::npos);
+}
+
 TEST_F(PluginFileTest, PrintsNothing) {
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
