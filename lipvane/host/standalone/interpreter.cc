@@ -58,6 +58,7 @@ Interpreter::Interpreter(Scene& scene, MessageSink sink)
 void Interpreter::AddOwn(const std::string& name, const CommandSyntax& syntax, OwnCommand command) {
   Entry& entry = commands_[name];
   entry.syntax = syntax;
+  entry.syntax.isStrict = true;
   entry.isOwn = true;
   entry.run = [this, &flags = entry.syntax.flags, command](
                   const std::vector<std::string>& arguments,

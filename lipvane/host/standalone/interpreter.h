@@ -43,8 +43,8 @@ class Interpreter : public host::PluginLoader {
   std::vector<std::string> CommandNames() const;
 
   /// Runs the command that the first word names with the others. A flag that it does not know is an
-  /// error that says what it does accept, and the command is not run. Other words that have no
-  /// place are passed over, as the host passes them over, with a note.
+  /// error that says what it does accept, and the command is not run. What else has no place is
+  /// passed over with a note, as the host passes it over; the host's own commands refuse it.
   CommandOutcome Run(const std::vector<std::string>& words);
 
   const StandaloneHost& GetHost() const { return host_; }

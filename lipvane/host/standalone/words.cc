@@ -47,6 +47,30 @@ std::string Accepted(const CommandSyntax& syntax) {
   return "it accepts " + (list.empty() ? "no arguments" : list);
 }
 
+bool IsBoolean(const std::string& word) {
+  static constexpr const char* kWords[] = {"on", "off", "yes", "no", "true", "false", "1", "0"};
+  return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
+}
+
+/// How a value is read that is not of its flag's type, or nothing when it is.
+std::string Misread(host::ArgType type, const std::string& word) {
+  static const std::string kPassedOver = "it is passed over";
+  int integer = 0;
+  switch (type) {
+    case host::ArgType::kBoolean:
+      return IsBoolean(word) ? "" : kPassedOver;
+    case host::ArgType::kLong:
+      if (!ReadInteger(word, integer)) return kPassedOver;
+      return text::WholeReal(word) == integer ? "" : "it is read as " + std::to_string(integer);
+    case host::ArgType::kDouble:
+      return text::WholeReal(word) ? "" : kPassedOver;
+    case host::ArgType::kNoArg:
+    case host::ArgType::kString:
+      break;
+  }
+  return {};
+}
+
 /// Reads the words of one command, one after the other.
 class Checker {
  public:
@@ -61,36 +85,42 @@ class Checker {
   }
 
  private:
-  void Note(const std::string& text) { result_.notes.push_back(command_ + ": " + text); }
+  void Refuse(const std::string& problem) {
+    result_.error = command_ + ": " + problem + "; " + Accepted(syntax_);
+  }
+
+  /// What a strict command refuses; to others it makes no more than a difference.
+  void Complain(const std::string& problem, const std::string& difference) {
+    if (syntax_.isStrict) return Refuse(problem);
+    result_.notes.push_back(command_ + ": " + problem + ": " + difference);
+  }
 
   void TakeWord(const std::string& word) {
-    if (const host::Flag* flag = syntax_.flags.Find(word)) {
-      if (TakesValue(*flag)) TakeValue(*flag);
-    } else if (!word.empty() && word[0] == '-' && !text::WholeReal(word)) {
-      result_.error = command_ + ": unknown flag \"" + word + "\"; " + Accepted(syntax_);
-    } else if (!syntax_.objects.empty()) {
-      result_.objects.push_back(word);
-    } else {
-      Note("the word \"" + word + "\" belongs to no flag and is passed over");
+    if (const host::Flag* flag = syntax_.flags.Find(word)) return TakeFlag(*flag);
+    const bool isNumber = text::WholeReal(word).has_value();
+    if (!word.empty() && word[0] == '-' && !isNumber) {
+      return Refuse("unknown flag \"" + word + "\"");
+    }
+    if (!TakesObjects()) return Complain("unexpected word \"" + word + "\"", "it is passed over");
+    result_.objects.push_back(word);
+  }
+
+  void TakeFlag(const host::Flag& flag) {
+    const std::string name = "flag " + FlagNames(flag);
+    const bool isLast = at_ == words_.size();
+    const std::string value = TakesValue(flag) && !isLast ? words_[at_++] : "";
+    if (!used_.insert(&flag).second && !flag.multiUse) {
+      if (syntax_.isStrict || TakesValue(flag))
+        Complain(name + " is given more than once", "\"" + value + "\" is passed over");
+    } else if (TakesValue(flag) && isLast) {
+      Complain(name + " has no value", "it is passed over");
+    } else if (const std::string read = Misread(flag.argument, value); !read.empty()) {
+      Complain("the value \"" + value + "\" of " + name + " is no" + ValueName(flag.argument),
+               read);
     }
   }
 
-  void TakeValue(const host::Flag& flag) {
-    const std::string name = "flag " + FlagNames(flag);
-    if (at_ == words_.size()) return Note(name + " has no value and is passed over");
-    const std::string& word = words_[at_++];
-    const bool isFirst = used_.insert(&flag).second;
-    if (!isFirst && !flag.multiUse) {
-      return Note(name + " is given more than once: the value \"" + word + "\" is passed over");
-    }
-    int value = 0;
-    if (flag.argument != host::ArgType::kLong) return;
-    if (!ReadInteger(word, value)) {
-      Note("the value \"" + word + "\" of " + name + " is no INTEGER and is passed over");
-    } else if (text::WholeReal(word) != value) {
-      Note("the value \"" + word + "\" of " + name + " is read as " + std::to_string(value));
-    }
-  }
+  bool TakesObjects() const { return !syntax_.objects.empty(); }
 
   const std::string& command_;
   const CommandSyntax& syntax_;

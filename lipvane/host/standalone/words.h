@@ -46,15 +46,16 @@ class WordArgDatabase : public host::ArgDatabase {
   std::vector<Use> uses_;
 };
 
-/// What a command accepts: its flags, and what its other words are, "" when it takes none.
+/// What a command accepts.
 struct CommandSyntax {
   host::Syntax flags;
-  std::string objects;
+  std::string objects;    ///< what its other words are, "" when it takes none
+  bool isStrict = false;  ///< does it refuse what can only be passed over?
 };
 
 /// What a look at the words of a command line finds.
 struct WordCheck {
-  std::string error;                 ///< the first unknown flag, and what would be accepted; or ""
+  std::string error;                 ///< the first that is refused, and what is accepted; or ""
   std::vector<std::string> notes;    ///< what is passed over or read otherwise than it stands
   std::vector<std::string> objects;  ///< the words that belong to no flag, if the command takes any
 };

@@ -92,7 +92,7 @@ TEST_F(InterpreterTest, AStatusAnErrorAnExceptionOrAWrongFlagIsAFailure) {
   EXPECT_EQ(ErrorOf({"obey", "-w", "throw int"}), "obey: ended by an unknown exception");
   heard_.clear();
   EXPECT_EQ(ErrorOf({"obey", "stray", "-what", "warn"}), "");
-  const std::string note = "obey: the word \"stray\" belongs to no flag and is passed over";
+  const std::string note = "obey: unexpected word \"stray\": it is passed over";
   EXPECT_EQ(heard_, (Names{note, "careful"}));
   EXPECT_EQ(ErrorOf({"obey", "stray", "-w", "warn", "-x"}),
             "obey: unknown flag \"-x\"; it accepts -w/-what STRING");
@@ -117,6 +117,7 @@ TEST_F(InterpreterTest, SelectRefusesAndChangesNothing) {
   EXPECT_EQ(ErrorOf({"select"}), "select: no names are given");
   EXPECT_NE(ErrorOf({"select", "-r", "-add", "left"}), "");
   EXPECT_NE(ErrorOf({"select", "-cl", "left"}), "");
+  EXPECT_NE(ErrorOf({"select", "-add", "-add", "left"}), "");
   EXPECT_EQ(ErrorOf({"select", "-d", "left"}),
             "select: unknown flag \"-d\"; it accepts -r/-replace, -add, -cl/-clear, names");
   EXPECT_EQ(Selected(), Names{"|left|eye|lid"});
