@@ -1,16 +1,20 @@
 #include "cli/bake.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "cli/bake_warnings.h"
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/playback.h"
 #include "cli/progress.h"
 #include "cli/samples.h"
 #include "cli/scene_file.h"
+#include "lipvane/check/namespace_hint.h"
 #include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/scene/dag_search.h"
 #include "lipvane/scene/pose_baking.h"
@@ -27,11 +31,14 @@ class Baking {
     const scene::DagSearch search(host_, playback_.BoneNames());
     for (const std::string& name : playback_.BoneNames()) {
       bones_.emplace_back(host_, search, name);
-      jointCount_ += bones_.back().HasJoint() ? 1 : 0;
+      if (bones_.back().HasJoint()) {
+        joints_.push_back(*standalone::StandaloneHost::IdOf(bones_.back().Joint()));
+      }
     }
   }
 
-  std::size_t JointCount() const { return jointCount_; }
+  /// Those that keys are meant for.
+  const std::vector<standalone::NodeId>& Joints() const { return joints_; }
 
   void KeyFrame(double frame) {
     host_.SetCurrentTime(frame);
@@ -62,7 +69,7 @@ class Baking {
   Playback& playback_;
   standalone::StandaloneHost& host_;
   std::vector<scene::BoneBaker> bones_;
-  std::size_t jointCount_ = 0;
+  std::vector<standalone::NodeId> joints_;
   std::set<std::size_t> skippedBones_;
   std::size_t skippedFrames_ = 0;
   double firstSkipped_ = 0.0;
@@ -81,45 +88,66 @@ bool KeysFit(std::size_t frames, std::size_t joints) {
 
 int Bake(const BakeOptions& options) {
   if (!FolderExists(options.output)) return 1;
+  auto inputs = ReadInputs({{options.scene, FileFormat::kScene},
+                            {options.lbp, FileFormat::kLbp},
+                            {options.ltf, FileFormat::kLtf}});
+  if (!inputs) return 1;
+  const InputFile& lbp = (*inputs)[1];
+  const InputFile& ltf = (*inputs)[2];
+  const std::string sceneName = inputs->front().name;
   Playback playback;
-  if (!playback.Load(options.lbp, options.ltf)) return 1;
+  if (!playback.Load(lbp, ltf, options.force)) return 1;
   Progress progress;
-  auto scene = OpenScene(options.scene, progress);
-  if (!scene) return 1;
+  auto scene = OpenScene(std::move(inputs->front()), progress);
+  if (!scene || !HasNamespace(*scene, sceneName, options.nameSpace)) return 1;
 
   SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
   if (options.framesPerSecond) {
     rate.framesPerSecond = *options.framesPerSecond;
     if (rate.framesPerSecond != scene->FramesPerSecond()) {
-      PrintWarning(options.scene + ": the scene shows " +
-                   text::ExactReal(scene->FramesPerSecond()) +
+      PrintWarning(sceneName + ": the scene shows " + text::ExactReal(scene->FramesPerSecond()) +
                    " frames a second; at that rate the animation, baked for " +
                    text::ExactReal(rate.framesPerSecond) + ", has another speed");
     }
   }
-  const auto frameCount = rate.CountUpTo(playback.Animation().length, options.ltf);
+  const double length = playback.Animation().length;
+  auto frameCount = rate.CountUpTo(playback.Animation().length, ltf.name);
   if (!frameCount) return 1;
+  // A mouth that shuts between two frames has shut on the second one.
+  if (rate.IsBefore(*frameCount - 1, length)) ++*frameCount;
 
   standalone::StandaloneHost host(*scene, [&](const Message& message) {
     progress.Erase();
     PrintMessage(message);
   });
-  WarnOfJoints(*scene, options.scene, playback.BoneNames());
+  host.SetNamespace(options.nameSpace);
   Baking baking(playback, host);
-  if (baking.JointCount() == 0) {
-    PrintError(options.scene + ": it has none of the joints of " + options.lbp);
+  const std::string hint =
+      baking.Joints().empty() ? check::NamespaceHint(*scene, playback.BoneNames()) : std::string();
+  if (!hint.empty()) {
+    PrintError(sceneName + ": none of the " + std::to_string(playback.BoneNames().size()) +
+               " bones of " + lbp.name + " is there by its plain name; " + hint);
     return 1;
   }
-  if (!KeysFit(*frameCount, baking.JointCount())) return 1;
+  WarnOfJoints(*scene, sceneName, playback.BoneNames());
+  if (baking.Joints().empty()) {
+    PrintError(sceneName + ": it has none of the joints of " + lbp.name);
+    return 1;
+  }
+  if (!KeysFit(*frameCount, baking.Joints().size())) return 1;
+  if (WarnOfLostKeys(*scene, baking.Joints()) == 0) {
+    PrintError(sceneName + ": no channel of the joints of " + lbp.name + " takes a key");
+    return 1;
+  }
   const BakedFrames frames{options.start, *frameCount};
   for (std::size_t i = 0; i < *frameCount; ++i) {
-    playback.Play(rate.TimeOf(i));
+    playback.Play(std::min(rate.TimeOf(i), length));
     baking.KeyFrame(frames.At(i));
     progress.Show("Baking", i, *frameCount);
   }
   progress.Erase();
   baking.WarnOfSkipped();
-  WarnOfOtherKeys(*scene, playback.BoneNames(), frames);
+  WarnOfOtherKeys(*scene, baking.Joints(), frames);
   return SaveScene(*scene, options.output) ? 0 : 1;
 }
 

@@ -16,7 +16,9 @@ struct BakeOptions {
   std::string output;
   std::optional<double> framesPerSecond;  ///< the scene's own rate when it is not given
   double ticksPerSecond = 1000.0;
-  double start = 0.0;  ///< the frame that time 0 falls on
+  double start = 0.0;     ///< the frame that time 0 falls on
+  bool force = false;     ///< also where the pose file lacks poses
+  std::string nameSpace;  ///< of the joints in the scene; empty for the root
 };
 
 /// Plays an animation onto the joints of a scene, one key a frame, and saves the scene. Returns the

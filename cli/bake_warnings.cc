@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <limits>
-#include <string_view>
-#include <unordered_map>
+#include <map>
 
 #include "cli/messages.h"
 #include "lipvane/check/finding.h"
 #include "lipvane/check/rules.h"
 #include "lipvane/check/scene_check.h"
+#include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/scene/bone_curves.h"
 #include "lipvane/text/numbers.h"
 
@@ -19,12 +19,35 @@ using standalone::Channel;
 using standalone::NodeId;
 using standalone::Scene;
 
-/// The last node of each name: the one that keys go to.
-std::unordered_map<std::string_view, NodeId> NodesByName(const Scene& scene) {
-  std::unordered_map<std::string_view, NodeId> nodes;
-  for (standalone::PathId path = 0; path < scene.PathCount(); ++path)
-    nodes[scene.Name(scene.NodeOf(path))] = scene.NodeOf(path);
-  return nodes;
+/// What keeps keys from channels, by what a user can do about it.
+struct Cause {
+  const char* what;
+  const char* advice;
+};
+constexpr const char* kDisconnect =
+    "break the connections, or bake onto a copy of the joints without them";
+constexpr const char* kDelete = "delete them, or bake onto a copy of the joints without them";
+constexpr Cause kLocked{"locked channels", "unlock them"};
+constexpr Cause kConstraints{"constraints", kDelete};
+constexpr Cause kDrivenKeys{"set-driven keys", kDelete};
+constexpr Cause kControls{"controls or other joints", kDisconnect};
+constexpr Cause kOthers{"other nodes", kDisconnect};
+constexpr Cause kOddCurves{"curves that take no keys here", kDelete};
+
+const Cause& CauseOf(const Scene& scene, NodeId joint, Channel channel) {
+  switch (scene.RefusalOf(joint, channel)) {
+    case standalone::Refusal::kLocked:
+      return kLocked;
+    case standalone::Refusal::kLostValues:
+    case standalone::Refusal::kUnreadKeys:
+      return kOddCurves;
+    default:
+      break;
+  }
+  const std::string& type = scene.DriverType(joint, channel);
+  if (type == "pairBlend" || type.find("Constraint") != std::string::npos) return kConstraints;
+  if (type.rfind("animCurveU", 0) == 0 || type == "blendWeighted") return kDrivenKeys;
+  return type == "transform" || type == "joint" ? kControls : kOthers;
 }
 
 /// A key of the channel that does not stand on a baked frame, or null.
@@ -59,19 +82,55 @@ void WarnOfJoints(const Scene& scene, const std::string& sceneName,
   }
 }
 
-void WarnOfOtherKeys(const Scene& scene, const std::vector<std::string>& boneNames,
-                     const BakedFrames& frames) {
-  const auto nodes = NodesByName(scene);
-  std::size_t count = 0;
-  std::string first;
-  for (const std::string& name : boneNames) {
-    const auto found = nodes.find(name);
-    if (found == nodes.end() || scene.Kind(found->second) != standalone::NodeKind::kJoint) continue;
+std::size_t WarnOfLostKeys(const Scene& scene, const std::vector<NodeId>& joints) {
+  struct Losses {
+    std::size_t joints = 0;
+    std::string first;
+  };
+  std::map<const Cause*, Losses> losses;
+  std::size_t keyed = 0;
+  for (const NodeId joint : joints) {
+    std::map<const Cause*, Channel> causes;
+    std::size_t lost = 0;
     for (std::size_t i = 0; i < scene::kPosedChannelCount; ++i) {
       const auto channel = static_cast<Channel>(i);
-      const standalone::CurveKey* other = OtherKey(scene, found->second, channel, frames);
+      if (scene.RefusalOf(joint, channel) == standalone::Refusal::kNone) continue;
+      ++lost;
+      causes.emplace(&CauseOf(scene, joint, channel), channel);
+    }
+    keyed += lost < scene::kPosedChannelCount ? 1 : 0;
+    for (const auto& [cause, channel] : causes) {
+      if (losses[cause].joints++ > 0) continue;
+      const std::string& driver = scene.DriverName(joint, channel);
+      losses[cause].first = scene.ShownPath(scene.FirstPath(joint)) + "." + ChannelName(channel);
+      if (cause != &kLocked) losses[cause].first += " by " + standalone::ShownName(driver);
+    }
+  }
+  const std::string all =
+      " of " + std::to_string(joints.size()) + (joints.size() == 1 ? " bone" : " bones");
+  for (const Cause* cause :
+       {&kLocked, &kConstraints, &kDrivenKeys, &kControls, &kOthers, &kOddCurves}) {
+    const auto found = losses.find(cause);
+    if (found == losses.end()) continue;
+    PrintWarning(cause->what + (" keep keys from " + std::to_string(found->second.joints)) + all +
+                 ", the first " + found->second.first + ": " + cause->advice);
+  }
+  if (const std::size_t none = joints.size() - keyed) {
+    PrintWarning(std::to_string(none) + all + (none == 1 ? " gets no keys" : " get no keys"));
+  }
+  return keyed;
+}
+
+void WarnOfOtherKeys(const Scene& scene, const std::vector<NodeId>& joints,
+                     const BakedFrames& frames) {
+  std::size_t count = 0;
+  std::string first;
+  for (const NodeId joint : joints) {
+    for (std::size_t i = 0; i < scene::kPosedChannelCount; ++i) {
+      const auto channel = static_cast<Channel>(i);
+      const standalone::CurveKey* other = OtherKey(scene, joint, channel, frames);
       if (other == nullptr || count++ > 0) continue;
-      first = scene.ShownPath(scene.FirstPath(found->second));
+      first = scene.ShownPath(scene.FirstPath(joint));
       first.append(".").append(standalone::ChannelName(channel)).append(" at frame ");
       first += text::ExactReal(other->time);
     }

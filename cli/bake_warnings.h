@@ -11,10 +11,14 @@
 namespace lipvane::cli {
 
 /// Warns of bones that the scene has not or has twice, and of joints that stand otherwise than keys
-/// say. Channels that take no keys are left to the host, which tells of them when it is asked for
-/// curves.
+/// say. Channels that take no keys are WarnOfLostKeys's.
 void WarnOfJoints(const standalone::Scene& scene, const std::string& sceneName,
                   const std::vector<std::string>& boneNames);
+
+/// Warns of joints with channels that take no keys, a line for each kind of cause with what to do
+/// about it, and counts the joints that get no keys at all. Answers how many get some.
+std::size_t WarnOfLostKeys(const standalone::Scene& scene,
+                           const std::vector<standalone::NodeId>& joints);
 
 /// The frames that were baked.
 struct BakedFrames {
@@ -30,7 +34,7 @@ struct BakedFrames {
 
 /// Warns of keys that the scene had at other times: they go on moving the joints, between the
 /// frames or after them.
-void WarnOfOtherKeys(const standalone::Scene& scene, const std::vector<std::string>& boneNames,
+void WarnOfOtherKeys(const standalone::Scene& scene, const std::vector<standalone::NodeId>& joints,
                      const BakedFrames& frames);
 
 }  // namespace lipvane::cli

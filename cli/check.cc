@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "cli/file_format.h"
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/progress.h"
@@ -18,7 +19,6 @@
 #include "lipvane/check/scene_check.h"
 #include "lipvane/check/vocabulary.h"
 #include "lipvane/host/standalone/scene.h"
-#include "lipvane/text/file.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
@@ -28,10 +28,7 @@ using check::Finding;
 using check::Vocabulary;
 using standalone::Scene;
 
-struct Input {
-  std::string name;
-  std::string text;
-  FileFormat format = FileFormat::kUnknown;
+struct Input : InputFile {
   std::string problem;  ///< why it could not be read
 };
 
@@ -40,11 +37,8 @@ bool ReadInputs(const std::vector<std::string>& files, std::vector<Input>& input
   bool ok = true;
   for (const std::string& file : files) {
     Input input;
-    input.name = file;
-    if (text::ReadFile(file, input.text, input.problem)) {
-      input.format = GuessFormat(input.text, file);
-    } else {
-      PrintProblem(file, {0, input.problem});
+    if (!ReadInput(file, input, input.problem)) {
+      PrintProblem(input.name, {0, input.problem});
       ok = false;
     }
     inputs.push_back(std::move(input));
@@ -59,7 +53,7 @@ bool HasAny(const std::vector<Input>& inputs, FileFormat format) {
 
 std::optional<Scene> OpenSceneToSearch(const std::string& fileName, std::string& problem) {
   Progress progress;
-  std::optional<Scene> scene = OpenScene(fileName, progress, problem);
+  std::optional<Scene> scene = OpenScene(fileName, "--scene", progress, problem);
   if (!scene) return scene;
   for (const std::string& file : scene->References()) {
     PrintWarning("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
@@ -122,13 +116,14 @@ void AddUnopened(const std::string& fileName, const std::string& problem,
 
 }  // namespace
 
-int Check(const std::vector<std::string>& files, const std::string& scene, bool asJson) {
+int Check(const std::vector<std::string>& files, const std::string& sceneFile, bool asJson) {
+  const std::string scene = InputName(sceneFile);
   std::vector<Input> inputs;
   bool ok = ReadInputs(files, inputs);
   std::optional<Scene> opened;
   std::string sceneProblem;
   if (!scene.empty()) {
-    opened = OpenSceneToSearch(scene, sceneProblem);
+    opened = OpenSceneToSearch(sceneFile, sceneProblem);
     ok = opened.has_value() && ok;
     if (!HasAny(inputs, FileFormat::kLbp)) {
       PrintWarning(scene + ": there is no bone pose file (LBP) to hold against it");

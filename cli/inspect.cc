@@ -3,7 +3,7 @@
 #include <ostream>
 #include <utility>
 
-#include "cli/file_format.h"
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/report.h"
@@ -14,7 +14,7 @@
 #include "lipvane/formats/ltf.h"
 #include "lipvane/formats/phonemes.h"
 #include "lipvane/host/standalone/scene.h"
-#include "lipvane/text/file.h"
+#include "lipvane/speech/timing.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
@@ -60,34 +60,35 @@ bool InspectScene(const std::string& fileName, std::string text, bool asJson) {
   return false;
 }
 
-bool InspectText(const std::string& fileName, std::string text, bool asJson) {
-  switch (GuessFormat(text, fileName)) {
+bool InspectFile(InputFile file, bool asJson) {
+  switch (file.format) {
     case FileFormat::kScene:
-      return InspectScene(fileName, std::move(text), asJson);
+      return InspectScene(file.name, std::move(file.text), asJson);
     case FileFormat::kLbp:
-      return InspectLbp(fileName, text, asJson);
+      return InspectLbp(file.name, file.text, asJson);
     case FileFormat::kLtf:
-      return InspectLtf(fileName, text, asJson);
+      return InspectLtf(file.name, file.text, asJson);
     case FileFormat::kTiming:
     case FileFormat::kUnknown:
       break;
   }
-  PrintError(fileName +
-             ": it is neither a bone pose file (LBP), an animation file (LTF) nor a Maya ASCII "
-             "scene");
+  const char* timing = speech::TimingFormat(file.text);
+  PrintError(file.name + ": it is " +
+             (timing != nullptr ? "a timing file (" + std::string(timing) + "), " : "") +
+             "neither a bone pose file (LBP), an animation file (LTF) nor a Maya ASCII scene");
   return false;
 }
 
 }  // namespace
 
 int Inspect(const std::string& fileName, bool asJson) {
-  std::string text;
+  InputFile file;
   std::string reason;
-  if (!text::ReadFile(fileName, text, reason)) {
-    PrintError(fileName + ": " + reason);
+  if (!ReadInput(fileName, file, reason)) {
+    PrintProblem(file.name, {0, reason});
     return 1;
   }
-  return InspectText(fileName, std::move(text), asJson) ? 0 : 1;
+  return InspectFile(std::move(file), asJson) ? 0 : 1;
 }
 
 }  // namespace lipvane::cli

@@ -22,7 +22,8 @@ bool WriteToStandardOutput(const std::function<void(std::ostream&)>& write) {
 
 bool TakesPlaceOf(const std::string& output, const std::string& other) {
   namespace fs = std::filesystem;
-  if (output.empty() || other.empty() || output == kStandardOutput) return false;
+  if (output.empty() || other.empty()) return false;
+  if (output == kStandardOutput || other == kStandardOutput) return false;  // the other: any stream
   std::error_code error;
   if (fs::exists(output, error) && !fs::is_regular_file(output, error)) return false;
   const fs::path one = fs::weakly_canonical(fs::absolute(output, error), error);
@@ -44,7 +45,12 @@ bool WriteOutput(const std::string& fileName, const std::function<void(std::ostr
   text::OutputFile file;
   std::string reason;
   if (file.Open(fileName, text::OutputFile::Mode::kBinary, reason)) {
-    write(file.Stream());
+    try {
+      write(file.Stream());
+    } catch (...) {
+      if (file.IsInPlace()) PrintError(fileName + ": a part of it was written in place");
+      throw;
+    }
     if (file.Commit(reason)) return true;
   }
   PrintError(fileName + ": " + reason);

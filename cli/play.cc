@@ -12,14 +12,19 @@ namespace lipvane::cli {
 
 int Play(PlayOptions options) {
   if (!FolderExists(options.output)) return 1;
+  const auto inputs =
+      ReadInputs({{options.lbp, FileFormat::kLbp}, {options.ltf, FileFormat::kLtf}});
+  if (!inputs) return 1;
+  const InputFile& lbp = inputs->front();
+  const InputFile& ltf = inputs->back();
   Playback playback;
-  if (!playback.Load(options.lbp, options.ltf)) return 1;
+  if (!playback.Load(lbp, ltf, options.force)) return 1;
 
   std::vector<double>& times = options.times;
   std::sort(times.begin(), times.end());
   std::size_t count = times.size();
   if (times.empty()) {
-    const auto upToLength = options.rate.CountUpTo(playback.Animation().length, options.ltf);
+    const auto upToLength = options.rate.CountUpTo(playback.Animation().length, ltf.name);
     if (!upToLength) return 1;
     count = *upToLength;
   }

@@ -12,6 +12,7 @@ struct PlayOptions {
   std::string ltf;
   SampleRate rate;
   std::vector<double> times;  ///< in the animation's unit; when empty, the rate counts
+  bool force = false;         ///< also where the pose file lacks poses
   std::string output;         ///< "-" is standard output
 };
 

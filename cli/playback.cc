@@ -3,22 +3,24 @@
 #include <cstddef>
 
 #include "cli/messages.h"
+#include "cli/pose_needs.h"
 #include "lipvane/formats/lbp_face.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/formats/read_problem.h"
 
 namespace lipvane::cli {
 
-bool Playback::Load(const std::string& lbpFileName, const std::string& ltfFileName) {
+bool Playback::Load(const InputFile& lbp, const InputFile& ltf, bool force) {
   ReadProblem problem;
-  if (!LoadFace(lbpFileName, controller_, mapping_, problem)) {
-    PrintProblem(lbpFileName, problem);
+  if (!LoadFaceText(lbp.text, controller_, mapping_, problem)) {
+    PrintProblem(lbp.name, problem);
     return false;
   }
-  if (!LoadLtfFile(ltfFileName, animation_, problem)) {
-    PrintProblem(ltfFileName, problem);
+  if (!ReadLtfText(ltf.text, animation_, problem)) {
+    PrintProblem(ltf.name, problem);
     return false;
   }
+  if (!HasPosesFor(lbp, Rig(), ltf.name, animation_, force)) return false;
   controller_.InitializeBones(pose_);
   for (int i = 0; i < pose_.BoneCount(); ++i) {
     // Expressions move bones of the rig alone, so the rig has every identifier.

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/input.h"
 #include "lipvane/engine/animation.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/engine/controller.h"
@@ -13,8 +14,8 @@ namespace lipvane::cli {
 /// A face and an animation for it, and the frame that was played last.
 class Playback {
  public:
-  /// Reads a bone pose file and an animation file. False, after saying why, when one is refused.
-  bool Load(const std::string& lbpFileName, const std::string& ltfFileName);
+  /// Takes a bone pose file and an animation file. False, after saying why, when one is refused.
+  bool Load(const InputFile& lbp, const InputFile& ltf, bool force);
 
   const PhonemeMapping& Mapping() const { return mapping_; }
   const TAnimation& Animation() const { return animation_; }

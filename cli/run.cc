@@ -6,16 +6,17 @@
 #include <ostream>
 #include <utility>
 
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/progress.h"
 #include "cli/report.h"
+#include "cli/run_notes.h"
 #include "cli/scene_file.h"
 #include "lipvane/host/standalone/interpreter.h"
 #include "lipvane/host/standalone/mel.h"
 #include "lipvane/host/standalone/scene.h"
 #include "lipvane/plugin/registration.h"
-#include "lipvane/text/file.h"
 
 namespace lipvane::cli {
 namespace {
@@ -29,10 +30,10 @@ bool ReadScript(const Script& script, const standalone::CodePage& page,
                 standalone::MelSource& source) {
   source = {script.text, script.name, script.isFile, page};
   if (!script.isFile) return true;
-  std::string reason;
-  if (text::ReadFile(script.text, source.text, reason)) return true;
-  PrintError(script.text + ": " + reason);
-  return false;
+  auto inputs = ReadInputs({{script.text, FileFormat::kUnknown, "-f", "command lines"}});
+  if (!inputs) return false;
+  source.text = std::move(inputs->front().text);
+  return true;
 }
 
 /// Reads every command line before the first runs, so that a slip in the last one costs nothing.
@@ -62,8 +63,15 @@ bool RunCommands(Interpreter& interpreter, const std::vector<MelCommand>& comman
   for (std::size_t i = 0; i < commands.size(); ++i) {
     progress.Show("Running", i, commands.size());
     records.push_back({commands[i].line, interpreter.Run(commands[i].words)});
-    const standalone::CommandOutcome& outcome = records.back().outcome;
-    if (!outcome.Failed()) continue;
+    standalone::CommandOutcome& outcome = records.back().outcome;
+    if (!outcome.Failed()) {
+      for (const std::string& note : NotesOnCommand(commands[i].words, interpreter.GetHost())) {
+        outcome.messages.push_back({Message::Kind::kNote, note, {}, {}});
+        progress.Erase();
+        PrintMessage(outcome.messages.back());
+      }
+      continue;
+    }
     const bool isSilent = outcome.messages.empty();
     // Its messages name no place; on the command line itself the command is in sight.
     if (isSilent || commands[i].hasLineNumber) {
@@ -82,13 +90,17 @@ int Run(const RunOptions& options) {
   if (!FolderExists(options.output) || !FolderExists(options.report)) return 1;
 
   Progress progress;
-  std::optional<Scene> scene = OpenScene(options.scene, progress);
-  if (!scene) return 1;
+  auto inputs = ReadInputs({{options.scene, FileFormat::kScene}});
+  if (!inputs) return 1;
+  const std::string sceneName = inputs->front().name;
+  std::optional<Scene> scene = OpenScene(std::move(inputs->front()), progress);
+  if (!scene || !HasNamespace(*scene, sceneName, options.nameSpace)) return 1;
 
   Interpreter interpreter(*scene, [&](const Message& message) {
     progress.Erase();
     PrintMessage(message);
   });
+  interpreter.SetNamespace(options.nameSpace);
   plugin::InitializePlugin(interpreter);
   std::vector<MelCommand> commands;
   std::vector<CommandRecord> records;

@@ -15,6 +15,7 @@ struct Script {
 struct RunOptions {
   std::string scene;
   std::vector<Script> scripts;  ///< in the order in which they run
+  std::string nameSpace;        ///< that commands look for bones in; "" for the root
   std::string output;           ///< where the scene is saved; "" for nowhere
   std::string report;           ///< where the report goes: "-" is standard output, "" nowhere
 };

@@ -18,6 +18,11 @@ struct SampleRate {
   double TimeOf(std::size_t sample) const {
     return static_cast<double>(sample) * ticksPerSecond / framesPerSecond;
   }
+  /// Whether a sample lies before a moment, and not just by what rounding leaves.
+  bool IsBefore(std::size_t sample, double time) const {
+    constexpr double kSmallestPartOfAFrame = 1e-6;
+    return (time - TimeOf(sample)) * framesPerSecond > kSmallestPartOfAFrame * ticksPerSecond;
+  }
   /// How many samples do not lie beyond a length (0 or more). Nothing, after saying so, when they
   /// are more than kMaxFrames.
   std::optional<std::size_t> CountUpTo(int length, const std::string& fileName) const;

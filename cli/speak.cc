@@ -5,8 +5,10 @@
 #include <ostream>
 #include <vector>
 
+#include "cli/input.h"
 #include "cli/messages.h"
 #include "cli/output.h"
+#include "cli/pose_needs.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/ltf.h"
@@ -29,23 +31,35 @@ class Speaking {
   explicit Speaking(const SpeakOptions& options) : options_(options) {}
 
   bool Read() {
-    TBonePoseInfo unusedPoses;
+    std::vector<InputArgument> arguments = {{options_.timing, FileFormat::kTiming},
+                                            {options_.lbp, FileFormat::kLbp}};
+    if (!options_.shapes.empty()) {
+      arguments.push_back(
+          {options_.shapes, FileFormat::kUnknown, "--shapes", "rows of mouth shapes"});
+    }
+    const auto inputs = ReadInputs(arguments);
+    if (!inputs) return false;
+    lbp_ = (*inputs)[1];
     ReadProblem problem;
-    if (!ReadTiming(options_.timing, options_.timingOptions, timing_, problem)) {
-      PrintProblem(options_.timing, problem);
+    if (!speech::ReadTimingText((*inputs)[0].text, options_.timingOptions, timing_, problem)) {
+      PrintProblem(timingName_, problem);
       return false;
     }
-    if (!ReadLbpFile(options_.lbp, unusedPoses, mapping_, problem)) {
-      PrintProblem(options_.lbp, problem);
+    if (!ReadLbpText(lbp_.text, rig_, mapping_, problem)) {
+      PrintProblem(lbpName_, problem);
       return false;
     }
     if (mapping_.speechTargets.empty()) {
-      PrintError(options_.lbp + ": it has no speech targets, so the face cannot speak");
+      PrintError(lbpName_ + ": it has no speech targets, so the face cannot speak");
       return false;
     }
+    if (!HasPoses(lbp_, rig_, options_.force)) return false;
     if (options_.shapes.empty()) return true;
-    if (ReadShapes(options_.shapes, mapping_.SpeechTargetCount(), shapes_, problem)) return true;
-    PrintProblem(options_.shapes, problem);
+    const InputFile& shapes = inputs->back();
+    if (speech::ReadShapesText(shapes.text, mapping_.SpeechTargetCount(), shapes_, problem)) {
+      return true;
+    }
+    PrintProblem(shapes.name, problem);
     return false;
   }
 
@@ -58,7 +72,7 @@ class Speaking {
       standIn = sounds.Of(options_.unknown).weights;
       if (standIn == nullptr) {
         PrintError("--unknown: " + text::QuotedLine(options_.unknown) + " is no phoneme of " +
-                   options_.lbp);
+                   lbpName_);
         return false;
       }
     }
@@ -72,21 +86,22 @@ class Speaking {
                 "too short for keys of their own and merged into their neighbours");
     NoteLeftOut(leftOut.beforeStart, "moved before the beginning by the lead and left out",
                 "moved before the beginning by the lead and left out");
-    return true;
+    return rig_.poses.empty() || HasPosesFor(lbp_, rig_, timingName_, animation, options_.force);
   }
 
   /// For whoever opens the file.
   std::vector<std::string> HeaderLines() const {
     const speech::TrackOptions& tracks = options_.trackOptions;
-    std::string source = WithoutFolder(options_.timing) + " (" + timing_.format;
+    std::string source = WithoutFolder(timingName_) + " (" + timing_.format;
     if (!timing_.tier.empty()) source += ", " + timing_.tier;
     std::string how = "Times are in milliseconds. Ramp " + text::RoundedReal(tracks.rampMs) +
                       ", lead " + text::RoundedReal(tracks.leadMs) + ", strength " +
                       text::RoundedReal(tracks.strength) + ".";
-    if (!options_.shapes.empty()) how += " Mouth shapes: " + WithoutFolder(options_.shapes) + ".";
+    if (!options_.shapes.empty())
+      how += " Mouth shapes: " + WithoutFolder(InputName(options_.shapes)) + ".";
     if (!options_.unknown.empty()) how += " Unknown labels: " + options_.unknown + ".";
-    return {HeaderLine("Made by lipvane speak from " + source + ") for " +
-                       WithoutFolder(options_.lbp) + "."),
+    return {HeaderLine("Made by lipvane speak from " + source + ") for " + WithoutFolder(lbpName_) +
+                       "."),
             HeaderLine(how)};
   }
 
@@ -96,7 +111,7 @@ class Speaking {
     if (unknown.empty()) return true;
     std::string list;
     for (const speech::UnknownLabel& label : unknown) {
-      list += "\n  " + options_.timing + ":" + std::to_string(label.line) + ": " +
+      list += "\n  " + timingName_ + ":" + std::to_string(label.line) + ": " +
               text::QuotedLine(label.text) + " at " + text::RoundedReal(label.start) + " s";
       if (label.count > 1) list += ", " + std::to_string(label.count) + " times";
       if (!label.phoneme.empty()) {
@@ -106,12 +121,12 @@ class Speaking {
     const bool isOne = unknown.size() == 1;
     const std::string count = std::to_string(unknown.size()) + (isOne ? " label" : " labels");
     if (!options_.unknown.empty()) {
-      PrintNote(options_.timing + ": " + options_.unknown + " stands for " + count +
+      PrintNote(timingName_ + ": " + options_.unknown + " stands for " + count +
                 " that nothing else explains:" + list);
       return true;
     }
-    PrintError(options_.timing + ": " + count + (isOne ? " stands" : " stand") +
-               " for no phoneme of " + options_.lbp + ":" + list +
+    PrintError(timingName_ + ": " + count + (isOne ? " stands" : " stand") + " for no phoneme of " +
+               lbpName_ + ":" + list +
                "\nWords need an aligner first; --tier names another tier. --unknown PHONEME says "
                "what stands for all of these (Sil is silence), --shapes FILE gives them weights of "
                "their own.");
@@ -124,7 +139,7 @@ class Speaking {
     const speech::TimedLabel& first = timing_.labels[labels.front()];
     const std::string label =
         text::QuotedLine(first.text) + " at " + text::RoundedReal(first.start) + " s";
-    PrintNote(options_.timing + ":" + std::to_string(first.line) + ": " +
+    PrintNote(timingName_ + ":" + std::to_string(first.line) + ": " +
               (labels.size() == 1
                    ? label + " is " + one
                    : label + " and " + std::to_string(labels.size() - 1) + " more are " + many));
@@ -139,7 +154,11 @@ class Speaking {
   }
 
   const SpeakOptions& options_;
+  const std::string timingName_ = InputName(options_.timing);
+  const std::string lbpName_ = InputName(options_.lbp);
   speech::Timing timing_;
+  InputFile lbp_;
+  TBonePoseInfo rig_;
   PhonemeMapping mapping_;
   std::vector<speech::ShapeRow> shapes_;
 };

@@ -14,6 +14,7 @@ struct SpeakOptions {
   speech::TrackOptions trackOptions;
   std::string shapes;   ///< a file of mouth shapes; empty for the built-in ones
   std::string unknown;  ///< the phoneme that stands for unknown labels; empty when they are errors
+  bool force = false;   ///< also where the pose file lacks poses
   std::string output;   ///< "-" is standard output
 };
 

@@ -1,5 +1,6 @@
 #include "cli/subcommands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <memory>
@@ -10,6 +11,7 @@
 
 #include "cli/bake.h"
 #include "cli/check.h"
+#include "cli/input.h"
 #include "cli/inspect.h"
 #include "cli/map.h"
 #include "cli/output.h"
@@ -37,6 +39,13 @@ void RefuseOverwriting(const CLI::Option& option, const std::string& output,
     if (TakesPlaceOf(output, input)) {
       throw CLI::ValidationError(option.get_name(), "names a file that is read, " + output);
     }
+  }
+}
+
+/// Its text can be read once.
+void RefuseSharedInput(const std::vector<std::string>& inputs) {
+  if (std::count(inputs.begin(), inputs.end(), kStandardInput) > 1) {
+    throw CLI::ValidationError(kStandardInput, "is standard input, which only one file can be");
   }
 }
 
@@ -99,6 +108,26 @@ CLI::Option* AddValue(CLI::App& command, const std::string& name, const std::str
       ->type_name(type);
 }
 
+void AddForce(CLI::App& command, bool& value) {
+  command.add_flag("--force", value, "Go on also when the LBP file lacks poses that this needs");
+}
+
+/// Namespaces are written with or without the colon that parts them from a name.
+CLI::Option* AddNamespace(CLI::App& command, std::string& value) {
+  return command
+      .add_option_function<std::string>(
+          "--namespace",
+          [&value](const std::string& text) {
+            const std::size_t first = text.find_first_not_of(':');
+            if (first == std::string::npos) {
+              throw CLI::ValidationError("--namespace", "needs a name");
+            }
+            value = text.substr(first, text.find_last_not_of(':') - first + 1);
+          },
+          "Look for the bones in this namespace of the scene: jaw is NAME:jaw")
+      ->type_name("NAME");
+}
+
 CLI::Option* AddTicksPerSecond(CLI::App& command, double& value) {
   return AddValue(command, "--ticks-per-second", "N",
                   "How many of the LTF file's units of time make a second [1000]", value, ReadRate);
@@ -124,6 +153,7 @@ void AddRun(CLI::App& app, Work& work) {
   CLI::Option* report = command->add_option(
       "--report", values->options.report, "Write what happened as JSON here; - is standard output");
   report->type_name("FILE");
+  AddNamespace(*command, values->options.nameSpace);
   command->footer(
       "The commands are facialAnim, demBonesExportPoses, select and currentTime. Each ends at a\n"
       "\";\", at the end of its text, or before a line that begins with a command's name.");
@@ -145,12 +175,15 @@ void AddRun(CLI::App& app, Work& work) {
         options.scripts.push_back({false, text, "-e " + std::to_string(line)});
       } else if (option == files) {
         const std::string& name = values->files[file++];
-        options.scripts.push_back({true, name, name});
+        options.scripts.push_back({true, name, InputName(name)});
       }
     }
     RefuseOverwriting(*output, options.output, values->files);
     RefuseOverwriting(*report, options.report, values->files);
     RefuseOverwriting(*report, options.report, {options.scene});
+    std::vector<std::string> inputs = values->files;
+    inputs.push_back(options.scene);
+    RefuseSharedInput(inputs);
     work = [values] { return Run(values->options); };
   });
 }
@@ -188,6 +221,9 @@ void AddCheck(CLI::App& app, Work& work) {
       "status is 1 when one of them is an error. docs/check.md says what each rule is about.");
   command->callback([=, &work] {
     RefuseEmpty(*scene);
+    std::vector<std::string> inputs = values->files;
+    inputs.push_back(values->scene);
+    RefuseSharedInput(inputs);
     work = [values] { return Check(values->files, values->scene, values->asJson); };
   });
 }
@@ -208,12 +244,14 @@ void AddPlay(CLI::App& app, Work& work) {
            options->times, ReadTimes)
       ->excludes(fps);
   AddTicksPerSecond(*command, options->rate.ticksPerSecond);
+  AddForce(*command, options->force);
   CLI::Option* output = command->add_option(
       "-o", options->output, "Write here instead of to standard output; CSV when it ends in .csv");
   output->type_name("FILE");
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
+    RefuseSharedInput({options->lbp, options->ltf});
     work = [options] { return Play(*options); };
   });
 }
@@ -232,9 +270,12 @@ void AddBake(CLI::App& app, Work& work) {
   AddTicksPerSecond(*command, options->ticksPerSecond);
   AddValue(*command, "--start", "FRAME", "The frame that time 0 falls on [0]", options->start,
            ReadFrame);
+  AddNamespace(*command, options->nameSpace);
+  AddForce(*command, options->force);
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
+    RefuseSharedInput({options->scene, options->lbp, options->ltf});
     work = [options] { return Bake(*options); };
   });
 }
@@ -283,12 +324,15 @@ void AddSpeak(CLI::App& app, Work& work) {
                                              "What stands for labels that nothing else explains");
   unknown->type_name("PHONEME");
   AddMohoRate(*command, options->timingOptions.framesPerSecond);
+  AddForce(*command, options->force);
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseEmpty(*shapes);
     RefuseEmpty(*tier, "a name");
     RefuseEmpty(*unknown, "a name");
-    RefuseOverwriting(*output, options->output, {options->timing, options->lbp, options->shapes});
+    const std::vector<std::string> inputs = {options->timing, options->lbp, options->shapes};
+    RefuseOverwriting(*output, options->output, inputs);
+    RefuseSharedInput(inputs);
     work = [options] { return Speak(*options); };
   });
 }
@@ -300,6 +344,7 @@ void AddMap(CLI::App& app, Work& work) {
     std::string lbp;
     std::string character;
     std::string output;
+    bool force = false;
   };
   const auto values = std::make_shared<Values>();
   command->add_option("LBP", values->lbp, "Bone pose file")->required();
@@ -307,6 +352,7 @@ void AddMap(CLI::App& app, Work& work) {
   CLI::Option* output =
       command->add_option("-o", values->output, "Write here; - is standard output [CHARACTER.map]");
   output->type_name("FILE");
+  AddForce(*command, values->force);
   command->callback([=, &work] {
     if (values->character.empty() || values->character.find_first_of("\r\n") != std::string::npos) {
       throw CLI::ValidationError("CHARACTER", "needs a name of one line");
@@ -314,7 +360,7 @@ void AddMap(CLI::App& app, Work& work) {
     RefuseEmpty(*output);
     if (values->output.empty()) values->output = values->character + ".map";
     RefuseOverwriting(*output, values->output, {values->lbp});
-    work = [values] { return Map(values->lbp, values->character, values->output); };
+    work = [values] { return Map(values->lbp, values->character, values->output, values->force); };
   });
 }
 
@@ -337,6 +383,7 @@ void AddPlot(CLI::App& app, Work& work) {
     RefuseEmpty(*output);
     RefuseEmpty(*tier, "a name");
     RefuseOverwriting(*output, options->output, {options->ltf, options->timing});
+    RefuseSharedInput({options->ltf, options->timing});
     work = [options] { return Plot(*options); };
   });
 }

@@ -13,6 +13,6 @@ struct DataLine {
 
 /// What is said of one that holds white space alone.
 inline constexpr const char* kBlankLineText =
-    "this line holds blanks or tabs alone, or before a comment: it is taken for data";
+    "this line holds white space alone, or before a comment: it is taken for data";
 
 }  // namespace lipvane::check

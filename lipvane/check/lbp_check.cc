@@ -277,7 +277,7 @@ void LbpCheck::CheckBoneLine(const DataLine& line, std::string_view name) {
     if (text.empty() || where == nullptr) continue;
     recorder_.Add(line.number, rule::kHierarchyLine,
                   "the name of a " + std::string(what) + ", " + Quoted(text) + ", " + where +
-                      " with a blank or tab, which is part of the name");
+                      " with white space, which is part of the name");
     return;
   }
 }

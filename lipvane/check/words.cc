@@ -10,6 +10,7 @@ namespace lipvane::check {
 namespace {
 
 constexpr std::size_t kLongestQuote = 60;
+constexpr std::string_view kSpace = " \t\r";
 
 }  // namespace
 
@@ -40,11 +41,11 @@ std::optional<std::size_t> WordsBeforeDoubledBlank(std::string_view line) {
 }
 
 std::string_view WithoutTrailingSpace(std::string_view line) {
-  return line.substr(0, line.find_last_not_of(" \t") + 1);
+  return line.substr(0, line.find_last_not_of(kSpace) + 1);
 }
 
 bool IsBlank(std::string_view text) {
-  return text.find_first_not_of(" \t") == std::string_view::npos;
+  return text.find_first_not_of(kSpace) == std::string_view::npos;
 }
 
 bool HasTab(std::string_view text) {

@@ -18,10 +18,11 @@ void SplitWords(std::string_view line, std::vector<std::string_view>& words,
 /// the line; nothing when it finds all. Blanks at the end do no harm.
 std::optional<std::size_t> WordsBeforeDoubledBlank(std::string_view line);
 
-/// Without blanks and tabs at the end: after a line's last number they do no harm.
+/// Without white space at the end: after a line's last number it does no harm.
 std::string_view WithoutTrailingSpace(std::string_view line);
 
-/// Blanks and tabs alone, or nothing?
+/// Blanks, tabs and carriage returns alone, or nothing? Of two carriage returns at a line's end the
+/// readers take the first for text.
 bool IsBlank(std::string_view text);
 
 bool HasTab(std::string_view text);

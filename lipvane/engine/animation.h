@@ -14,7 +14,7 @@ struct TAnimation {
   std::string name;
   /// The last moment, in the keys' unit of time; see Digest.
   int length = 0;
-  /// In the order of the speech targets: track i drives pose i + 1.
+  /// In the order of the speech targets: the first moves pose 1, since pose 0 is neutral.
   std::vector<TAnimationTrack> tracks;
   /// Found by their names.
   std::vector<TAnimationTrack> expressionTracks;

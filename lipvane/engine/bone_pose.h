@@ -16,7 +16,7 @@ namespace lipvane {
 struct TIndexedBone {
   Vector3 translation;
   Quaternion rotation;
-  /// The bone's position in the bone names; in a controller's output pose its outside identifier.
+  /// Its place among the bone names; in a controller's output pose its outside identifier.
   int boneIndex = 0;
 
   TIndexedBone() : TIndexedBone({}, {}, 0) {}
@@ -50,8 +50,8 @@ class TBonePose {
   ContentStamp stamp_;
 };
 
-/// The bones of a rig, their poses and the result of the last blend. Pose 0 is the neutral pose,
-/// the speech targets' poses follow, then those of the expressions.
+/// The bones of a rig, their poses and what was blended last. The neutral pose comes first, then
+/// the speech targets' poses, then those of the expressions.
 ///
 /// Copies are deep. References and pointers to elements are valid until their array grows.
 struct TBonePoseInfo {
@@ -61,7 +61,7 @@ struct TBonePoseInfo {
   /// Parallel to boneNames: what the outside calls each bone.
   std::vector<int> boneIds;
   std::vector<TBonePose> poses;
-  /// The result of the last Blend, one element a bone.
+  /// What Blend made last, one element a bone.
   std::vector<TIndexedBone> blendedBones;
 
   TBonePoseInfo() = default;
@@ -120,8 +120,8 @@ struct TBonePoseInfo {
   KeptPoses kept_;
 };
 
-/// One pose's contribution to one bone: adds `weight` times its difference from the neutral pose to
-/// the accumulator. `neutralInverse` is neutralR.Inverse(); poseR is a working copy and is aligned
+/// What one pose does to one bone: adds `weight` times its difference from the neutral one to the
+/// accumulator. `neutralInverse` is neutralR.Inverse(); poseR is a working copy and is aligned
 /// with neutralR and normalised in place.
 void _Blend(const Vector3& poseT, Quaternion& poseR, const Vector3& neutralT,
             const Quaternion& neutralR, const Quaternion& neutralInverse, Vector3& accT,

@@ -125,25 +125,23 @@ bool TController::UpdateFacialAnim(TAnimation& animation, double time, std::vect
                                    TBonePose& out) {
   return Trail("TController::UpdateFacialAnim", [&] {
     const bool outside = animation.ValuesAtTime(time, values);
+    bonePoseInfo_.Blend(values);
     double shareOfSpeech = 1.0;  // at most, of any bone
+    // Each weight is stored just before its own blend, so that a failure finds the frame before in
+    // all that was not reached.
     for (TExpressionInfo& expression : expressions_) {
       expression.weight = animation.ExpressionValueAtTime(time, expression.name);
-      if (expression.weight < 0.0) shareOfSpeech -= expression.weight;
-    }
-    if (shareOfSpeech <= kMostShareOfBlend) {
-      bonePoseInfo_.Blend(values);
-    } else {
-      bonePoseInfo_.BlendExactly(values);
-    }
-    for (TExpressionInfo& expression : expressions_) {
       if (expression.weight == 0.0) {
         continue;
       }
+      if (expression.weight < 0.0) shareOfSpeech -= expression.weight;
       const bool singlePose = expression.poses.size() == 1;
       TBonePose& reference = singlePose ? bonePoseInfo_.GetPose(0) : expression.GetPose(0);
       // Deliberate: the poses of an expression that has several get the speech targets' weights.
       expression.Blend(&reference, values, singlePose);
     }
+    // Known only now, and so rare that blending twice costs nobody anything.
+    if (shareOfSpeech > kMostShareOfBlend) bonePoseInfo_.BlendExactly(values);
     FinalBlend(out);
     return outside;
   });

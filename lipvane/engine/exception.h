@@ -4,9 +4,8 @@
 
 namespace lipvane {
 
-/// The engine's one failure. `message` is the text that it was raised with, followed by its trail:
-/// the qualified name of every engine method that it passed, innermost first, each followed by
-/// " -> ". Catch it by reference.
+/// The engine's one failure. Behind its first words `message` gathers a trail: as the failure goes
+/// up, each engine method adds its qualified name and " -> ". Catch it by reference.
 struct TamskException {
   std::string message;
 

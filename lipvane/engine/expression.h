@@ -8,8 +8,8 @@
 
 namespace lipvane {
 
-/// A named set of bone poses, with bones of its own, that is laid over the speech: a blink, a
-/// raised eyebrow. Its poses are absolute transforms.
+/// A movement of its own beside the speech, with bones and poses of its own: a blink, a raised
+/// eyebrow. Its poses are absolute transforms.
 struct TExpressionInfo : TBonePoseInfo {
   /// By which expression tracks and the controller find it.
   std::string name;

@@ -1,8 +1,8 @@
 #pragma once
 
-/// The engine's small mathematics. Components are 32-bit floats. A rotation is stored scalar first
-/// (w, x, y, z). Matrices are row-major and work on row vectors: a point goes through as p * M, so
-/// the translation is the last row. Angles are radians.
+/// The engine's small mathematics. Components are 32-bit floats. Quaternions are w, x, y, z
+/// in this order. Matrices are kept row after row and work on row vectors, so what moves a point
+/// stands in their last row. Angles are radians.
 namespace lipvane {
 
 /// A point, a translation or a direction. By default (0, 0, 0).
@@ -53,11 +53,11 @@ struct Quaternion {
   /// Multiplies by `b` from the right: *this becomes Multiply(*this, b).
   Quaternion& operator*=(const Quaternion& b);
 
-  /// To length 1. The identity when the length is 0 or not a number.
+  /// To length 1. One without a length, or with NaN for it, becomes the identity.
   void Normalize();
   /// Negates x, y and z in place.
   void Conjugate();
-  /// The negated conjugate (-w, x, y, z): the same rotation as the conjugate.
+  /// The negated conjugate (-w, x, y, z), which turns as the conjugate does.
   Quaternion Inverse() const;
   /// The exponential of the rotation vector in x, y, z, in place; w is not read.
   void Exp();
@@ -82,7 +82,7 @@ struct Quaternion {
 struct Matrix4 {
   /// `flags`: this is the identity.
   static constexpr int kIdentity = 1;
-  /// `flags`: elements 3, 7, 11 are 0 and element 15 is 1, so no projective divide is needed.
+  /// `flags`: the last column is (0, 0, 0, 1), so points need not be divided by a fourth component.
   static constexpr int kAffine = 2;
 
   /// Row by row; 12, 13, 14 are the translation, 3, 7, 11, 15 the projective column.
@@ -104,7 +104,7 @@ struct Matrix4 {
   /// the determinant of the 3x3 part is below 1e-12.
   bool Inverse(Matrix4& out) const;
 
-  /// p * M, divided by the projective coordinate when the matrix is not affine.
+  /// p * M; of a matrix that is not flagged affine, divided by the fourth component.
   Vector3 TransformPoint(const Vector3& p) const;
   /// The same without the translation.
   Vector3 TransformVector(const Vector3& p) const;

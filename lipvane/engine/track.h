@@ -15,8 +15,8 @@ struct TAnimationKey {
   double value = 0.0;
 };
 
-/// The weight of one speech target or one expression over time. Between keys the track eases with
-/// zero slope at both; outside them it holds the end values.
+/// How strongly one speech target, or one expression, shows over time. The curve leaves each key
+/// and reaches the next one level; before the first and after the last it stays at their values.
 class TAnimationTrack {
  public:
   /// The speech target or the expression that the track drives.
@@ -42,8 +42,8 @@ class TAnimationTrack {
   double ValueAtTime(double t) const;
 
  private:
-  /// The start of the first interval that holds `t`. The last one when none does: `t` is the last
-  /// key's time, or the keys are out of order.
+  /// The start of the first interval that holds `t`, or of the last one: at the end of the track,
+  /// and where disorder among the keys leaves a gap.
   std::size_t IntervalAt(double t) const;
 
   std::vector<TAnimationKey> keys_;

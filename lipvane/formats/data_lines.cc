@@ -32,8 +32,8 @@ std::size_t NextDataLine(std::string_view& remaining, std::string_view& line) {
   }
   remaining.remove_prefix(next);
 
-  while (!line.empty() && line.back() == '\r')
-    line.remove_suffix(1);
+  // Just one: it belongs to the line's end, any before it to the text.
+  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
   line = line.substr(0, line.find("//"));
   return passed;
 }
@@ -127,9 +127,7 @@ bool DataLineReader::Next(std::string_view& line) {
   while (!remaining_.empty()) {
     const std::size_t current = nextLineNumber_;
     nextLineNumber_ += NextDataLine(remaining_, line);
-    // A comment cut in two at the end of the file must not pass for data.
-    const bool cutComment = nextLineNumber_ == current && line == "/";
-    if (!line.empty() && !cutComment) {
+    if (!line.empty()) {
       lineNumber_ = current;
       return true;
     }

@@ -11,8 +11,9 @@
 namespace lipvane {
 
 /// Takes one line off `remaining`: the text before the first "//" or line feed, or all of it. What
-/// remains starts after that line feed and those that follow it directly. Carriage returns at the
-/// end of a line are no part of it. Returns how many line feeds were passed.
+/// remains starts after that line feed and those that follow it directly. A carriage return before
+/// the line feed is no part of the line, but one before that is. Returns how many line feeds were
+/// passed.
 std::size_t NextDataLine(std::string_view& remaining, std::string_view& line);
 
 /// Goes through the tokens of a line. A separator at the very start of what is left ends the
@@ -61,8 +62,8 @@ class DataLineReader {
  public:
   explicit DataLineReader(std::string_view text) : remaining_(text) {}
 
-  /// The next line that is not empty (blanks alone are not empty). False at the end of the text; a
-  /// lone slash there is a comment that was cut short, not data.
+  /// The next line that is not empty (blanks alone are not empty, nor is half of a comment mark
+  /// that the text ends in). False at the end of the text.
   bool Next(std::string_view& line);
   /// The number, from 1, of the line that `Next` gave last; 0 before the first.
   std::size_t LineNumber() const { return lineNumber_; }

@@ -72,7 +72,7 @@ inline constexpr char DefaultPhonemeTable[] =
     "Flap 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.00 0.50 0.00 0.00 0.00 0.00";
 // clang-format on
 
-/// How strongly each phoneme pulls each speech target.
+/// What a mouth does for each phoneme: a weight for every speech target.
 struct PhonemeMapping {
   std::vector<std::string> speechTargets;
   std::vector<std::string> phonemes;
@@ -96,7 +96,7 @@ struct PhonemeMapping {
   /// with `weight` left alone, when there is no such speech target or phoneme.
   bool GetWeight(int target, int phoneme, float& weight);
 
-  /// Writes the table as a LIPSinc phoneme mapping file (".map"), in place of one that is there.
+  /// Puts the table into a phoneme mapping file of LIPSinc (".map"), in place of one that is there.
   /// Deliberate: a file that cannot be written is passed over in silence; see LipsincMapText.
   void WriteLipsincMap(const std::string& fileName, const std::string& characterName);
   /// The bytes of that file. Weights that were never given are made, as by GetWeight.

@@ -16,7 +16,7 @@ struct Flag {
   bool multiUse = false;
 };
 
-/// The flags that a command accepts, in the order in which they were added.
+/// The flags that a command accepts, the first added first.
 class Syntax {
  public:
   void AddFlag(const std::string& shortName, const std::string& longName,

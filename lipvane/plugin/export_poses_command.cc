@@ -41,18 +41,25 @@ host::Syntax ExportPosesCommand::NewSyntax() {
   return syntax;
 }
 
+std::vector<std::string> ExportPosesCommand::BoneNames(const host::ArgDatabase& flags) {
+  std::string bones;
+  std::string headBone;
+  flags.GetFlagArgument("-bl", 0, bones);
+  flags.GetFlagArgument("-hb", 0, headBone);
+  std::vector<std::string> names = Words(bones);
+  names.push_back(headBone);
+  return names;
+}
+
 host::Status ExportPosesCommand::ParseArgs(const host::Arguments& arguments) {
   const auto database = host_.NewArgDatabase(NewSyntax(), arguments);
-  std::string bones;
   // An absent flag leaves its field as it was made; no status is looked at.
-  database->GetFlagArgument("-bl", 0, bones);
-  database->GetFlagArgument("-hb", 0, headBoneName_);
+  boneNames_ = BoneNames(*database);
+  headBoneName_ = boneNames_.back();
   database->GetFlagArgument("-lbp", 0, lbpFileName_);
   database->GetFlagArgument("-np", 0, numPoses_);
   database->GetFlagArgument("-map", 0, mapFileName_);
   mappingFlag_ = database->IsFlagSet("-map");
-  boneNames_ = Words(bones);
-  boneNames_.push_back(headBoneName_);
   return {};
 }
 
@@ -122,7 +129,7 @@ void ExportPosesCommand::WritePoses(scene::SkeletonCapture& skeleton) {
   }
 }
 
-// Deliberate: a greeting from those who wrote the first version.
+// Deliberate: a greeting, as old as the format.
 void ExportPosesCommand::SayWhoseBonesTheyAre() {
   if (headBoneName_ != "skullSkullskullHollowSkulls") return;
   host_.ShowMessageBox(

@@ -13,13 +13,15 @@
 namespace lipvane::plugin {
 
 /// `demBonesExportPoses`: writes the joints of a face, posed every ten frames, into a bone pose
-/// file. Leaves the current time at frame 0.
+/// file. The time line rests on frame 0 afterwards.
 class ExportPosesCommand : public host::Command {
  public:
   explicit ExportPosesCommand(host::Host& host) : host_(host) {}
 
   static std::unique_ptr<host::Command> Create(host::Host& host);
   static host::Syntax NewSyntax();
+  /// The bones that a command line lists, the head bone (empty when it is not given) last.
+  static std::vector<std::string> BoneNames(const host::ArgDatabase& flags);
 
   host::Status DoIt(const host::Arguments& arguments) override;
 

@@ -1,4 +1,4 @@
-// What facialAnim does once its arguments are read.
+// The import and the selection of facialAnim.
 
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/lbp_hierarchy.h"

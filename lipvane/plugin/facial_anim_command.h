@@ -12,8 +12,8 @@
 
 namespace lipvane::plugin {
 
-/// `facialAnim`: puts the poses of a bone pose file onto the scene's joints of the same names as
-/// keys ten frames apart (-import), or selects those joints (-select). Not undoable.
+/// `facialAnim`: brings a bone pose file to the scene's joints that bear its names, a pose of keys
+/// on every tenth frame (-import), or has them selected (-select). Not undoable.
 class FacialAnimCommand : public host::Command {
  public:
   explicit FacialAnimCommand(host::Host& host) : host_(host) {}

@@ -11,8 +11,11 @@
 namespace lipvane::scene {
 
 /// Reads bones by name off the scene, as often as poses are wanted. The scene is walked for the
-/// first of them alone: its nodes stay the same while time goes by. Only a walk that could not be
-/// begun is tried again.
+/// first of them alone, and the paths and nodes found are kept. That rests on nothing that runs
+/// with the time (expressions, scripts, callbacks) adding, deleting, renaming or reparenting bones:
+/// one that is added is not seen, and one that is deleted is still asked for. A host that answers
+/// with a failure then has the bone printed and left out, but no host promises to notice. Only a
+/// walk that could not be begun is tried again.
 ///
 /// Bones come in the order of the names; a name that several nodes bear gives several, a name that
 /// none bears gives none. Nodes that cannot be read are printed anew for every name each time.

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "lipvane/text/numbers.h"
+
 namespace lipvane::speech {
 namespace {
 
@@ -151,14 +153,21 @@ class KeyRun {
   TAnimationTrack& track_;
 };
 
+/// A phone's weight for a target times the strength, as the decimal of the float that the engine
+/// makes of it: 0.85 of a table is 0.85 in an animation file, too.
+double KeyValue(const Plateau& plateau, std::size_t target, double strength) {
+  if (plateau.weights == nullptr) return 0.0;
+  const double weight = text::DecimalOf((*plateau.weights)[target]) * strength;
+  return text::DecimalOf(static_cast<float>(weight));
+}
+
 TAnimationTrack TrackOf(const std::vector<Plateau>& plateaus, std::size_t target, double strength) {
   TAnimationTrack track;
   KeyRun keys(track);
   for (const Plateau& plateau : plateaus) {
-    const double weight =
-        plateau.weights == nullptr ? 0.0 : static_cast<double>((*plateau.weights)[target]);
-    keys.Add(plateau.from, weight * strength);
-    if (plateau.to > plateau.from) keys.Add(plateau.to, weight * strength);
+    const double value = KeyValue(plateau, target, strength);
+    keys.Add(plateau.from, value);
+    if (plateau.to > plateau.from) keys.Add(plateau.to, value);
   }
   return track;
 }

@@ -30,12 +30,12 @@ struct LeftOut {
 
 /// A track for each speech target, over milliseconds, that leads from phone to phone.
 ///
-/// In the middle of a phone every target has just the phone's weight times the strength. A phone
-/// longer than two ramps holds it from start + ramp to end - ramp. Between, the tracks' own ease
-/// leads from one phone to the next, so the mouth is half-way where two long phones meet, and
-/// neighbours of equal weight do not dip. Gaps of 20 ms and more are silence. Each track has a key
-/// of 0 at time 0 and at the end, and times that strictly ascend; keys that change nothing are left
-/// out.
+/// In the middle of a phone every target has just the phone's weight times the strength, as the
+/// shortest decimal of that float (0.85, not 0.8500000238). A phone longer than two ramps holds it
+/// from start + ramp to end - ramp. Between, the tracks' own ease leads from one phone to the next,
+/// so the mouth is half-way where two long phones meet, and neighbours of equal weight do not dip.
+/// Gaps of 20 ms and more are silence. Each track has a key of 0 at time 0 and at the end, and
+/// times that strictly ascend; keys that change nothing are left out.
 ///
 /// The phones are in order, do not overlap, and all have weights, one a speech target; `end` is the
 /// recording's, in seconds.

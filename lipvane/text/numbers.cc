@@ -151,4 +151,18 @@ std::string ExactReal(double value) {
   return std::string(buffer.data(), end);
 }
 
+double DecimalOf(float value) {
+  const auto exact = static_cast<double>(value);
+  std::array<char, 32> buffer{};
+  for (int digits = 1; digits <= std::numeric_limits<float>::max_digits10; ++digits) {
+    const auto [end, error] = RealToChars(buffer.data(), buffer.data() + buffer.size(), exact,
+                                          RealFormat::kGeneral, digits);
+    static_cast<void>(error);  // so few digits have room
+    double decimal = 0.0;
+    RealFromChars(buffer.data(), end, decimal);
+    if (static_cast<float>(decimal) == value) return decimal;
+  }
+  return exact;  // not a number
+}
+
 }  // namespace lipvane::text

@@ -22,12 +22,17 @@ std::optional<double> WholeReal(std::string_view token);
 /// The same, when it is finite.
 std::optional<double> FiniteReal(std::string_view token);
 
-/// Appends a number with six significant digits, trailing zeros dropped: 0.85, 1, 1e-07.
+/// Appends a number as C++ streams print it by default ("%g"), rounded to six digits: 0.85, 1,
+/// 1e-07.
 void AppendReal(std::string& out, double value);
 /// The same as a text of its own.
 std::string RoundedReal(double value);
 
 /// The shortest text that reads back as exactly this value.
 std::string ExactReal(double value);
+
+/// The decimal number that a float was made from, as a double: 0.85 for 0.85F, where the float's
+/// own value is 0.8500000238418579. It is the shortest one that becomes the same float again.
+double DecimalOf(float value);
 
 }  // namespace lipvane::text

@@ -148,15 +148,30 @@ TEST_F(FaultsTest, ASmallDiskKeepsTheEarlierResult) {
             "Error: folder/out.json: Not all of it could be written; is the disk full?\n");
 }
 
-TEST_F(FaultsTest, AFolderThatCannotBeWrittenIsNamed) {
-  if (!fs::is_directory("/sys/kernel")) GTEST_SKIP() << "no folder that root cannot write to";
-  for (Arguments job : kJobs) {
-    if (!Writes(job)) continue;
-    job.back() = "/sys/kernel/" + job.back();
-    const ProcessResult result = Lipvane(job);
-    EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(Has(result.err, "Error: " + job.back() + ": ")) << result.err;
+// A file that is mounted keeps its name, and in a folder that is read-only no other can be made.
+TEST_F(FaultsTest, AFileThatCannotBeReplacedIsWrittenInPlace) {
+  const Arguments play = {"play", "face.lbp", "line.ltf", "--fps", "200", "-o", "folder/out"};
+  const std::string whole = Lipvane({play.begin(), play.end() - 2}).out;
+  folder_.Make("folder/out", "");
+  const auto errorAfter = [&](const std::string& mount) {
+    const std::string script = mount + " && " + CommandLine(play);
+    return RunProcess("/usr/bin/unshare", {"-rm", "/bin/sh", "-c", script}).err;
+  };
+  for (const std::string how : {"", " && mount -o remount,bind,ro folder && ! touch folder/x"}) {
+    folder_.Make("out", std::string(1'000'000, 'x'));
+    const std::string said =
+        errorAfter("mount --bind folder folder && mount --bind out folder/out" + how);
+    if (Has(said, "mount: ") || Has(said, "unshare: ")) GTEST_SKIP() << said;
+    EXPECT_FALSE(Has(said, "Error")) << said;
+    EXPECT_TRUE(folder_.Content("out") == whole) << how;
+    EXPECT_EQ(std::distance(fs::directory_iterator("folder"), {}), 1) << how;
   }
+  // Only a part of it has room there.
+  const std::string said = errorAfter(
+      "mount -t tmpfs -o size=16k none /mnt && touch /mnt/out && mount --bind /mnt/out folder/out");
+  EXPECT_TRUE(Has(said, "out: No space left on device (it had to be written in place,")) << said;
+  const std::size_t at = std::min(said.rfind("folder/"), said.size());
+  EXPECT_TRUE(folder_.Content(said.substr(at, said.rfind(')') - at)) == whole) << said;
 }
 
 /// A run of some seconds that is sent signals as soon as it writes.

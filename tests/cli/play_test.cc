@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/cli/cli_test.h"
 
 namespace lipvane::test {
@@ -93,7 +95,7 @@ TEST_F(PlayTest, CsvHasAColumnForTracksBeyondThePoses) {
   for (int i = 0; i < 6; ++i)
     tracks += "{\nEat\n1\n0 0." + std::to_string(i) + "\n}\n";
   ltf_ = folder_.Make("six.ltf", "LTF\n1\n0\n6\n" + tracks + "0\n");
-  ASSERT_EQ(Play({"-o", "six.csv"}).status, 0);
+  ASSERT_EQ(Play({"-o", "six.csv", "--force"}).status, 0);
   const std::string csv = folder_.Content("six.csv");
   EXPECT_TRUE(Has(csv, "weight.Blink_Left,weight.Blink_Right,weight.pose 6,expression."));
   EXPECT_TRUE(Has(csv, "\n0,1,0,0,0.1,0.2,0.3,0.4,0.5,0,0,0,")) << csv;
@@ -112,12 +114,36 @@ TEST_F(PlayTest, WhatIsNotANumberIsNullAndTheFileIsWhole) {
   EXPECT_TRUE(Has(folder_.Content("frames.csv"), "\n5,1,0,,0,0,0,"));
 }
 
+TEST_F(PlayTest, PoseFilesThatLackPosesNeedForce) {
+  const std::string timing = folder_.Make("aa.txt", "0 0.4 P1\n");
+  const std::string scene = folder_.Make("face.ma", kFaceScene);
+  const std::string none = folder_.Make("none.lbp", LbpText({"lip"}, {}));
+  const std::string few = folder_.Make("few.lbp", LbpText({"lip"}, {{{}}}));
+  for (const std::string& lbp : {none, few}) {
+    const std::string why = lbp + (lbp == none ? ":52: 0 poses are" : ":52: 1 pose is") +
+                            " too few for the neutral one and 1 speech target; ";
+    for (const Arguments& one : std::vector<Arguments>{{"play", lbp, ltf_},
+                                                       {"bake", scene, lbp, ltf_, "-o", "o.ma"},
+                                                       {"speak", timing, lbp, "-o", "o.ltf"},
+                                                       {"map", lbp, "Face", "-o", "o.map"}}) {
+      const ProcessResult refused = Lipvane(one);
+      const ProcessResult forced = Lipvane(one, {"--force"});
+      EXPECT_EQ(forced.status, 0) << forced.err;
+      const bool isFine = one[0] == "map" && lbp == few;  // it has all that is asked of it
+      EXPECT_EQ(refused.status, isFine ? 0 : 1) << one[0];
+      EXPECT_EQ(refused.err.rfind("Error: " + why, 0) == 0, !isFine) << refused.err;
+      EXPECT_EQ(forced.err.rfind("Warning: " + why, 0) == 0, !isFine) << forced.err;
+    }
+  }
+  const std::string still = AnimationOf("still.ltf", "1\n50 0");
+  EXPECT_EQ(Lipvane({"play", few, still}).status, 0) << "no track moves anything";
+}
+
 TEST_F(PlayTest, SaysWhatCannotBePlayed) {
   const std::string vast = AnimationOf("vast.ltf", "1\n2147483647 0");
   const std::string old = folder_.Make("old.lbp", "1\n");
   const Refusals cases = {
       {{old, ltf_}, old + ":1: the version is 1, not 2"},
-      {{lbp_, lbp_}, lbp_ + ":1: it begins with \"2\", not with \"LTF\""},
       {{lbp_, vast},
        vast + ": its length of 2147483647 makes more than 1000000 frames at 30 a second and 1000 "
               "ticks a second"},

@@ -112,9 +112,7 @@ TEST_F(PlotTest, ShowsWhatIsSpokenBelow) {
 }
 
 TEST_F(PlotTest, SaysWhatCannotBeDrawn) {
-  const std::string none = folder_.Make("none.txt", "");
   const Refusals cases = {
-      {{table_}, table_ + ":1: it begins with \"0\", not with \"LTF\""},
       {{ltf_, table_, "--tier", "phones"},
        table_ + ": it is a table and has no tiers: leave out --tier"},
       {{ltf_, "-o", "/no/such/f.svg"}, "/no/such/f.svg: there is no folder /no/such"}};

@@ -86,11 +86,87 @@ TEST_F(RunTest, AnErrorShownByACommandThatSucceedsStopsTooAndOtherMessagesDoNot)
   EXPECT_EQ(warned.status, 0);
   EXPECT_EQ(warned.err,
             "Warning: Bone(s) in the LBP file were not found.  Make sure your LBP file is "
-            "correct.\n");
+            "correct.\nNote: facialAnim: 1 of 2 bones of " +
+                lbp + " got keys; not in the scene: \"nose\"\n");
   const ProcessResult boxed = Run({"-e", Export() + " -map \"\""});
   EXPECT_EQ(boxed.status, 1);
   EXPECT_EQ(boxed.err,
             "[Application Error] Must select a valid LBP file for mapping informaion.\n");
+}
+
+TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
+  std::string spaced = "createNode joint -n \"a:b:jaw\";\ncreateNode joint -n \"a:b:lip\";\n";
+  spaced = folder_.Make("spaced.ma", spaced);
+  const auto pose = [&](const std::string& name, const std::vector<std::string>& bones, int poses) {
+    const std::vector<BoneLine> lines(bones.size());
+    return folder_.Make(name, LbpText(bones, {static_cast<std::size_t>(poses), lines}));
+  };
+  const std::string two = pose("two.lbp", {"jaw", "lip"}, 1);
+  const std::string out = folder_.Path("o.lbp");
+  const auto exports = [&](const std::string& bones) {
+    return "demBonesExportPoses -np 1 -lbp \"" + out + "\" -hb lip -bl \"" + bones + "\"";
+  };
+  const auto imports = [](const std::string& file) {
+    return "facialAnim -import -lbp \"" + file + "\"";
+  };
+  const std::string misread = ": it cannot be read as it was meant";
+  const std::string in = "all are in the namespace \"a:b\": give --namespace a:b";
+  struct Case {
+    std::string scene, line;
+    std::vector<std::string> notes;
+  };
+  const std::vector<Case> cases = {
+      {scene_, exports("jaw"), {}},
+      {scene_,
+       exports("jaww jaw nose"),
+       {"2 of 4 bones match no joint: \"jaww\", \"nose\"; " + out +
+        " counts what it has no lines for" + misread}},
+      {scene_,
+       exports("eye head"),
+       {"1 of 3 bones matches several nodes: \"eye\" (2 times); " + out + " has a line for each" +
+            misread,
+        "1 of 3 bones matches no joint: \"head\" (a transform); an import gives no keys to what "
+        "is no joint"}},
+      {scene_,
+       exports("world"),
+       {"1 of 2 bones has no bone line: \"world\"; " + out + " lacks lines" + misread}},
+      {scene_,
+       "demBonesExportPoses -bl jaw -lbp \"" + out + "\"",
+       {"1 of 2 bones matches no joint: the head bone, which is not given; " + out +
+            " counts what it has no lines for" + misread,
+        out + " has no poses: -numposes asks for none"}},
+      {spaced, exports("jaw"), {"2 of 2 bones match no joint: \"jaw\", \"lip\"; " + in}},
+      {scene_, imports(two), {"2 of 2 bones of " + two + " got keys"}},
+      {spaced, imports(two), {"0 of 2 bones of " + two + " got keys: NOTHING WAS IMPORTED; " + in}},
+      {scene_,
+       imports(pose("odd.lbp", {"head", "eye"}, 1)),
+       {"1 of 2 bones of " + folder_.Path("odd.lbp") +
+        " got keys; no joint: \"head\"; more than "
+        "once in the scene, where the last one got the keys: \"eye\""}},
+      {scene_,
+       imports(pose("none.lbp", {"jaw"}, 0)),
+       {"0 of 1 bones of " + folder_.Path("none.lbp") +
+        " got keys: NOTHING WAS IMPORTED; it reads as a file without poses"}},
+      {scene_,
+       "facialAnim -sel -lbp \"" + pose("last.lbp", {"jaw", "eye"}, 0) + "\"",
+       {"nothing is selected, since the last bone of " + folder_.Path("last.lbp") +
+        ", \"eye\", was selected before or is not in the scene exactly once"}}};
+  for (const Case& one : cases) {
+    scene_ = one.scene;
+    const json report = Report(0, {"-e", one.line});
+    std::vector<std::string> notes;
+    for (const json& message : report["commands"][0]["messages"]) {
+      if (message["kind"] != "note") continue;
+      const std::string text = message["text"];
+      notes.push_back(text.substr(text.find(": ") + 2));
+      EXPECT_EQ(text.rfind(one.line.substr(0, one.line.find(' ')) + ": ", 0), 0U);
+      EXPECT_TRUE(Has(Run({"-e", one.line}).err, "Note: " + text + "\n"));
+    }
+    EXPECT_EQ(notes, one.notes) << one.line;
+  }
+  scene_ = spaced;
+  EXPECT_EQ(Report(0, {"-e", imports(two), "--namespace", ":a:b:"})["curves"][0]["node"],
+            "|a:b:jaw");
 }
 
 TEST_F(RunTest, NamesWhatItDoesNotKnowAndWhatFailsInSilence) {

@@ -113,7 +113,7 @@ TEST_F(SpeakTest, TakesItsOptionsIntoAccount) {
   const std::string table = folder_.Make("line.txt", "0.2 0.5 M\n0.5 0.9 AA1\n");
   const json tracks = Tracks(table, {"--ramp", "40", "--lead", "50", "--strength", "2"});
   ASSERT_EQ(tracks.size(), 15U);
-  const double most = 2.0 * static_cast<double>(0.85F);
+  const double most = 1.7;
   EXPECT_EQ(tracks[11]["name"], "Bump");
   EXPECT_EQ(tracks[11]["keys"],
             json({{0, 0.0}, {110, 0.0}, {190, most}, {410, most}, {490, 0.0}, {850, 0.0}}));

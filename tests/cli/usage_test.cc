@@ -44,6 +44,8 @@ TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
       {{"run", "a.ma", "--report", "a.ma"}, "--report: names a file that is read, a.ma"},
       {{"run", "a.ma", "-f", "./s", "--report", "s"}, "--report: names a file that is read, s"},
       {{"run", "a.ma", "-f", "s", "-o", "s"}, "-o: names a file that is read, s"},
+      {{"run", "-", "-f", "-"}, "-: is standard input, which only one file can be"},
+      {{"check", "-", "--scene", "-"}, "-: is standard input, which only one file can be"},
       {{"inspect"}, "FILE is required"},
       {{"inspect", "a", "--jsno"}, "The following argument was not expected: --jsno"},
       {{"check"}, "FILE is required"},
@@ -88,6 +90,75 @@ TEST_F(CliTest, WrongUsageIsStatusTwoAndSaysWhatIsAccepted) {
                   "\nlipvane --help and lipvane SUBCOMMAND --help say what is accepted; "
                   "subcommands: run, inspect, check, play, speak, bake, map, plot.\n");
     EXPECT_EQ(result.out, "");
+  }
+}
+
+TEST_F(CliTest, FilesInTheWrongPlaceAreToldByWhatTheyHold) {
+  folder_.Make("face.ma", kFaceScene);
+  folder_.Make("face.lbp", LbpText({"lip"}, {{{}}}));
+  folder_.Make("line.ltf", "LTF\n1\n0\n0\n0\n");
+  folder_.Make("line.txt", "0 1 AA\n");
+  folder_.Make("oddly named.ltf", "hello\n");
+  const Refusals cases = {
+      {{"bake", "face.lbp", "face.ma", "line.ltf", "-o", "a"},
+       "face.lbp is an LBP file; the Maya scene comes first\n"
+       "Error: face.ma is a Maya scene; the LBP file comes second"},
+      {{"play", "face.lbp", "face.ma"}, "face.ma is a Maya scene; the LTF file comes second"},
+      {{"plot", "line.ltf", "--timing", "line.ltf"},
+       "line.ltf is an LTF file; the timing file comes second"},
+      {{"speak", "line.txt", "line.txt"},
+       "line.txt is a timing file (table); the LBP file comes second"},
+      {{"speak", "line.txt", "face.lbp", "--shapes", "face.lbp"},
+       "face.lbp is an LBP file; --shapes takes rows of mouth shapes"},
+      {{"run", "face.ma", "-f", "face.ma"}, "face.ma is a Maya scene; -f takes command lines"},
+      {{"map", "Face", "face.lbp"},
+       "face.lbp is an LBP file; the LBP file comes first, then CHARACTER"},
+      {{"play", "oddly named.ltf", "line.ltf"}, "oddly named.ltf:1: the version is 0, not 2"}};
+  for (const auto& [arguments, error] : cases)
+    ExpectFailure(arguments, error);
+}
+
+TEST_F(CliTest, ADashIsStandardInputWhereverAFileIsRead) {
+  folder_.Make("face.ma", kFaceScene);
+  folder_.Make("face.lbp", LbpText({"lip"}, {{{}}}));
+  folder_.Make("line.ltf", "LTF\n1\n0\n0\n0\n");
+  folder_.Make("line.txt", "0 1 Sil\n");
+  folder_.Make("shapes", "A 0 0\n");
+  folder_.Make("cut.ltf", "LTF\n");
+  folder_.Make("lines.mel", "select lip\n");
+  const std::string commands[] = {"bake @face.ma face.lbp line.ltf -o -",
+                                  "bake face.ma @face.lbp line.ltf -o -",
+                                  "bake face.ma face.lbp @line.ltf -o -",
+                                  "run face.ma -f @lines.mel --report -",
+                                  "check @face.lbp --scene face.ma",
+                                  "check face.lbp --scene @face.ma",
+                                  "inspect @face.lbp",
+                                  "map @face.lbp Face -o -",
+                                  "plot @line.ltf line.txt",
+                                  "plot line.ltf --timing @line.txt",
+                                  "speak @line.txt face.lbp",
+                                  "speak line.txt face.lbp --shapes @shapes",
+                                  "play face.lbp @cut.ltf"};
+  for (const std::string& command : commands) {
+    const std::size_t begin = command.find('@');
+    const std::string name = command.substr(begin + 1, command.find(' ', begin) - begin - 1);
+    const auto run = [&](const std::string& argument) {
+      const std::string line = std::string(command).replace(begin, name.size() + 1, argument);
+      ProcessResult result =
+          RunProcess("/bin/sh", {"-c", LIPVANE_BINARY " " + line + " < " + name});
+      // Results that name what they are made from.
+      for (std::string* text : {&result.out, &result.err}) {
+        for (std::size_t at; (at = text->find(name)) != std::string::npos;)
+          text->replace(at, name.size(), "standard input");
+      }
+      return result;
+    };
+    const ProcessResult named = run(name);
+    const ProcessResult piped = run("-");
+    EXPECT_EQ(piped.status, named.status) << command;
+    EXPECT_EQ(piped.out, named.out) << command;
+    EXPECT_EQ(piped.err, named.err) << command;
+    EXPECT_NE(piped.out + piped.err, "") << command;
   }
 }
 

@@ -278,19 +278,30 @@ TEST_P(Contract, ImportMakesCurvesOnEveryMatchAndKeysTheLast) {
   EXPECT_EQ(curves.at("|twin|lip.translateX").size(), 1u);
 }
 
-TEST_P(Contract, AChannelThatSomethingElseDrivesIsLeftAloneWithOneWarning) {
+TEST_P(Contract, KeysThatAreLostAreOneLineAJointAndACount) {
   SceneDescription scene = Face();
   NodeDescription twin;  // met after the free lip: no key may go to that one either
   twin.path = "|rig|lip";
   twin.drivers["rotateX"] = "mixer";
+  twin.drivers["scaleX"] = "size";  // which no key is meant for
   scene.push_back(twin);
+  NodeDescription brow;
+  brow.path = "|rig|brow";
+  for (const char* axis : {"X", "Y", "Z"})
+    brow.drivers[std::string("translate") + axis] = brow.drivers[std::string("rotate") + axis] =
+        "aim";
+  scene.push_back(brow);
   const auto host = Make(scene);
-  const std::string file = WriteLbp({"lip"}, {{{}}, {{}}});
+  const std::string file = WriteLbp({"lip", "brow", "jaw"}, {{{}, {}, {}}, {{}, {}, {}}});
+  EXPECT_TRUE(host->Run("facialAnim", {"-sel", "-lbp", file}));
+  EXPECT_TRUE(host->AllShown().empty());  // curves alone lose nothing
   EXPECT_TRUE(host->Run("facialAnim", {"-imp", "-lbp", file}));
-  EXPECT_EQ(host->AllShown(), (std::vector<Shown>{{"warning",
-                                                   "|rig|lip.rotateX is driven by mixer (not a "
-                                                   "curve over time): it gets no curve and no keys",
-                                                   ""}}));
+  EXPECT_EQ(
+      host->AllShown(),
+      (std::vector<Shown>{
+          {"warning", "|rig|lip loses keys: rotateX driven by mixer (not a curve over time)", ""},
+          {"warning", "|rig|brow gets no keys: all six driven by aim (not a curve over time)", ""},
+          {"warning", "1 of 3 bones gets no keys", ""}}));
   const auto curves = host->Curves();
   EXPECT_EQ(curves.count("|rig|lip.rotateX"), 0u);
   EXPECT_EQ(curves.at("|rig|lip.rotateY").size(), 2u);

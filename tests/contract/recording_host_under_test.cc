@@ -10,8 +10,12 @@ class RecordingHostUnderTest : public HostUnderTest {
   explicit RecordingHostUnderTest(const SceneDescription& scene) : host_(scene) {}
 
   bool Run(const std::string& command, const std::vector<std::string>& words) override {
-    return command == "facialAnim" ? plugin::FacialAnimCommand(host_).DoIt(Words(words)).ok()
-                                   : plugin::ExportPosesCommand(host_).DoIt(Words(words)).ok();
+    const bool ok = command == "facialAnim"
+                        ? plugin::FacialAnimCommand(host_).DoIt(Words(words)).ok()
+                        : plugin::ExportPosesCommand(host_).DoIt(Words(words)).ok();
+    for (const std::string& line : host_.lostKeys.Lines())
+      host_.DisplayWarning(line);
+    return ok;
   }
   std::vector<Shown> AllShown() const override { return host_.shown; }
   std::vector<std::string> Selection() const override { return host_.selection; }

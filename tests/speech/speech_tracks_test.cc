@@ -133,15 +133,16 @@ TEST_F(SpeechTracksTest, KeepTheirPropertiesOverRandomTimings) {
         ASSERT_LT(track.GetKey(i - 1)->time, track.GetKey(i)->time);
       for (int ms = 0; ms <= animation.length; ++ms) {
         ASSERT_GE(track.ValueAtTime(ms), -1e-15);
-        ASSERT_LE(track.ValueAtTime(ms), kMost * options.strength + 1e-15);
+        ASSERT_LE(track.ValueAtTime(ms), kMost * options.strength + 2e-7);
       }
       for (std::size_t i = 0; i < phones.size(); ++i) {
         const double start = phones[i].start * 1000 - options.leadMs;
         const double end = phones[i].end * 1000 - options.leadMs;
-        const double weight = static_cast<double>((*phones[i].weights)[target]) * options.strength;
+        const double exact = static_cast<double>((*phones[i].weights)[target]) * options.strength;
         const double middle = std::round((start + end) / 2);
         if ((start + end) / 2 < 1) continue;  // before the beginning
-        ASSERT_EQ(track.ValueAtTime(middle), weight) << round << " " << i;
+        const double weight = track.ValueAtTime(middle);
+        ASSERT_FLOAT_EQ(static_cast<float>(weight), static_cast<float>(exact));
         // Long silence is such a phone as well.
         for (double ms = std::max(1.0, std::ceil(start + options.rampMs));
              ms <= end - options.rampMs; ms += 1.0) {

@@ -87,18 +87,21 @@ class RecordingHost::Curve : public host::AnimCurve {
     if (!node.object.has_value() || !attribute.object.has_value()) {
       return host::StatusCode::kInvalidParameter;
     }
-    const std::string driver = host_.DriverOf(channel);
-    if (!driver.empty()) {
-      host_.DisplayWarning(channel + " is driven by " + driver +
-                           " (not a curve over time): it gets no curve and no keys");
-      return host::StatusCode::kFailure;
-    }
+    driver_ = host_.DriverOf(channel);
+    refused_ = channel;
+    if (!driver_.empty()) return host::StatusCode::kFailure;
     channel_ = channel;
     host_.curves[channel];
     return {};
   }
   host::Status AddKeyframe(double frame, double value) override {
+    const std::size_t dot = refused_.find('.');
+    if (!driver_.empty()) {
+      host_.lostKeys.AddLost(refused_.substr(0, dot), refused_.substr(dot + 1),
+                             "driven by " + driver_ + " (not a curve over time)");
+    }
     if (channel_.empty()) return host::StatusCode::kFailure;
+    host_.lostKeys.AddKeyed(refused_.substr(0, dot));
     if (host_.Note("AddKeyframe " + channel_)) return host::StatusCode::kFailure;
     host_.curves[channel_][frame] = value;
     return {};
@@ -106,7 +109,9 @@ class RecordingHost::Curve : public host::AnimCurve {
 
  private:
   RecordingHost& host_;
-  std::string channel_;
+  std::string channel_;  // "" when it takes no keys
+  std::string refused_;  // the channel, be it so or not
+  std::string driver_;
 };
 
 RecordingHost::RecordingHost(const SceneDescription& scene) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lipvane/host/host.h"
+#include "lipvane/host/lost_keys.h"
 #include "lipvane/host/standalone/words.h"
 #include "tests/support/scene_description.h"
 
@@ -51,6 +52,7 @@ class RecordingHost : public host::Host {
   double currentTime = 1.0;
   /// "|head|jaw.rotateX" -> frame -> value.
   std::map<std::string, std::map<double, double>> curves;
+  host::LostKeys lostKeys;
 
   // host::Host
   std::unique_ptr<host::DagIterator> NewDagIterator(host::Status& status) override;

@@ -124,11 +124,12 @@ TEST_F(OutputFileTest, RefusesWhatCannotBeWritten) {
   EXPECT_EQ(folder_.Names().size(), 1U);
 }
 
-TEST_F(OutputFileTest, RefusesAReadOnlyFileOrFolder) {
+TEST_F(OutputFileTest, InAReadOnlyFolderWritesWhatIsThereAndMayBeWritten) {
   const std::string path = folder_.Make("fixed", "old");
   fs::permissions(path, fs::perms::owner_read);
-  const fs::perms readable = fs::perms::owner_read | fs::perms::owner_exec;
-  fs::permissions(folder_.Path(), readable | fs::perms::others_read | fs::perms::others_exec);
+  fs::permissions(folder_.Make("open", "older"), fs::perms::all);
+  constexpr fs::perms kReadable{0555};
+  fs::permissions(folder_.Path(), kReadable);
 #ifdef __unix__
   // Root may write everything, so it is nobody for a moment.
   constexpr uid_t kNobody = 65534;
@@ -137,12 +138,29 @@ TEST_F(OutputFileTest, RefusesAReadOnlyFileOrFolder) {
 #endif
   const std::string reason = Write(path);
   const std::string reasonInFolder = Write(folder_.Path("new"));
+  const std::string reasonInPlace = Write(folder_.Path("open"));
 #ifdef __unix__
   ASSERT_EQ(seteuid(user), 0);
 #endif
   fs::permissions(folder_.Path(), fs::perms::owner_all);
   EXPECT_EQ(reason, "Permission denied");
   EXPECT_EQ(reasonInFolder, "Permission denied");
+  EXPECT_EQ(reasonInPlace, kWritten);
+  EXPECT_EQ(folder_.Content("open"), "x");
+  EXPECT_EQ(folder_.Names().size(), 2U);
+}
+
+TEST_F(OutputFileTest, AllowsAPathThatLeavesNoRoomForATemporary) {
+  std::string path = folder_.Path();
+  while (path.size() < 3893)
+    fs::create_directory(path += "/" + std::string(200, 'd'));
+  path += "/" + std::string(4094 - path.size(), 'n');
+  OutputFile file;
+  std::string reason;
+  EXPECT_TRUE(file.Open(path, OutputFile::Mode::kText, reason)) << reason;
+  file.Discard();
+  EXPECT_FALSE(fs::exists(path));
+  EXPECT_EQ(Write(path), kWritten);
 }
 
 TEST_F(OutputFileTest, TellsOfAFullDisk) {

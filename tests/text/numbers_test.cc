@@ -84,11 +84,13 @@ TEST(AppendReal, PrintsSixSignificantDigits) {
   EXPECT_EQ(Real(kInfinity), "inf");
 }
 
-TEST(ExactReal, ReadsBackAsTheSameValue) {
+TEST(ExactReal, ReadsBackAsTheSameValueAndADecimalAsTheSameFloat) {
   EXPECT_EQ(ExactReal(0.1), "0.1");
   for (const double value : {1.0 / 3.0, -1.7976931348623157e308, 5e-324, 1e22}) {
     EXPECT_EQ(WholeReal(ExactReal(value)), value);
   }
+  for (const double decimal : {0.85, -0.2, 0.0, 1e-45, 16777216.0, 3.4028235e38, 0.33333334})
+    EXPECT_EQ(DecimalOf(static_cast<float>(decimal)), decimal);
 }
 
 TEST(Numbers, IgnoreTheLocaleOfTheProcess) {

@@ -66,29 +66,39 @@ host::Status MayaCurve::Create(const host::Node& node, const host::Attribute& at
   MStatus created;
   curve_.create(object, channel == nullptr ? MObject() : channel->object, nullptr, &created);
   host::Status status = ToStatus(created);
-  if (!status.ok() && channel != nullptr && !object.isNull())
-    status = AttachToInput(object, *channel);
+  node_ = object;
+  channel_ = channel == nullptr ? std::string() : channel->name;
+  isReported_ = channel == nullptr || object.isNull();
+  if (!status.ok() && !isReported_) status = AttachToInput(object, *channel);
   attached_ = status.ok();
   return status;
 }
 
 host::Status MayaCurve::AttachToInput(MObject& node, const AttributeHandle& attribute) {
-  const auto refuse = [&](const std::string& reason) -> host::Status {
-    const std::string path = MFnDagNode(node).fullPathName().asChar();
-    host_.WarnOnce(path + "." + attribute.name + reason + ": it gets no curve and no keys");
+  const auto refuse = [this](const std::string& reason) -> host::Status {
+    refusal_ = reason;
     return host::StatusCode::kFailure;
   };
   const MPlug plug(node, attribute.object);
-  if (IsLocked(plug)) return refuse(" is locked");
+  if (IsLocked(plug)) return refuse("locked");
   MObject driver = DriverOfChannel(plug);
-  if (driver.isNull()) return refuse(" takes no curve");
+  if (driver.isNull()) return refuse("refused by the host");
   if (ToStatus(curve_.setObject(driver)).ok() && curve_.isTimeInput() && !IsRetimed(driver))
     return {};
-  return refuse(std::string(" is driven by ") + MFnDependencyNode(driver).name().asChar() +
+  return refuse(std::string("driven by ") + MFnDependencyNode(driver).name().asChar() +
                 " (not a curve over time)");
 }
 
 host::Status MayaCurve::AddKeyframe(double frame, double value) {
+  if (!isReported_) {
+    isReported_ = true;
+    const std::string path = MFnDagNode(node_).fullPathName().asChar();
+    if (attached_) {
+      host_.Keys().AddKeyed(path);
+    } else {
+      host_.Keys().AddLost(path, channel_, refusal_);
+    }
+  }
   if (!attached_) return host::StatusCode::kFailure;
   MTime time;  // in the time line's own unit
   time.setValue(frame);

@@ -3,6 +3,8 @@
 #include <maya/MFnAnimCurve.h>
 #include <maya/MObject.h>
 
+#include <string>
+
 #include "lipvane/host/host.h"
 #include "lipvane/host/maya/maya_handles.h"
 
@@ -20,12 +22,17 @@ class MayaCurve : public host::AnimCurve {
 
  private:
   /// The host makes no curve on a channel that has an input. Attaches to that input when it is a
-  /// curve over time, else warns.
+  /// curve over time, else keeps why not.
   host::Status AttachToInput(MObject& node, const AttributeHandle& attribute);
 
   MayaHost& host_;
   MFnAnimCurve curve_;
   bool attached_ = false;  // the function set itself keeps an older curve when a creation fails
+  // For what is said of keys.
+  bool isReported_ = false;
+  MObject node_;
+  std::string channel_;
+  std::string refusal_;
 };
 
 }  // namespace lipvane::maya

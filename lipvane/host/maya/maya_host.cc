@@ -231,8 +231,9 @@ void MayaHost::ShowMessageBox(const std::string& text, const std::string& title,
   maya::ShowMessageBox(text, title, icon);
 }
 
-void MayaHost::WarnOnce(const std::string& text) {
-  if (warned_.insert(text).second) DisplayWarning(text);
+void MayaHost::WarnOfLostKeys() {
+  for (const std::string& line : keys_.Lines())
+    DisplayWarning(line);
 }
 
 }  // namespace lipvane::maya

@@ -2,10 +2,10 @@
 
 #include <array>
 #include <memory>
-#include <set>
 #include <string>
 
 #include "lipvane/host/host.h"
+#include "lipvane/host/lost_keys.h"
 
 namespace lipvane::maya {
 
@@ -43,11 +43,13 @@ class MayaHost : public host::Host {
   void ShowMessageBox(const std::string& text, const std::string& title,
                       host::BoxIcon icon) override;
 
-  /// A warning that the invocation gives once.
-  void WarnOnce(const std::string& text);
+  /// What became of the invocation's keys.
+  host::LostKeys& Keys() { return keys_; }
+  /// Warns of keys that were lost; at the end of an invocation.
+  void WarnOfLostKeys();
 
  private:
-  std::set<std::string> warned_;
+  host::LostKeys keys_;
 };
 
 }  // namespace lipvane::maya

@@ -112,7 +112,9 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
     sink_({Message::Kind::kNote, note, {}, {}});
   // Whatever escapes a command is its failure and not the end of the program.
   try {
-    return entry->second.run(arguments, check.objects);
+    const host::Status status = entry->second.run(arguments, check.objects);
+    host_.EndCommand();
+    return status;
   } catch (const std::bad_alloc&) {
     host_.DisplayError(words[0] + ": out of memory");
   } catch (const std::exception& error) {

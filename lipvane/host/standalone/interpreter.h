@@ -38,6 +38,9 @@ class Interpreter : public host::PluginLoader {
       const std::string& vendor, const std::string& version,
       const std::string& requiredApiVersion) override;
 
+  /// Of the names that commands look for: StandaloneHost::SetNamespace.
+  void SetNamespace(const std::string& nameSpace) { host_.SetNamespace(nameSpace); }
+
   bool Knows(const std::string& command) const;
   /// In alphabetical order.
   std::vector<std::string> CommandNames() const;

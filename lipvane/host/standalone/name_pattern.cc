@@ -35,7 +35,8 @@ bool MatchesWildcards(std::string_view pattern, std::string_view name) {
 
 }  // namespace
 
-NamePattern::NamePattern(std::string_view pattern, const CodePage& page) {
+NamePattern::NamePattern(std::string_view pattern, const CodePage& page,
+                         const std::string& nameSpace) {
   if (!pattern.empty() && pattern.front() == '|') {
     wholePath_ = true;
     pattern.remove_prefix(1);
@@ -43,8 +44,9 @@ NamePattern::NamePattern(std::string_view pattern, const CodePage& page) {
   for (;;) {
     const std::size_t bar = page.Find(pattern, '|');
     std::string_view part = pattern.substr(0, bar);
-    if (!part.empty() && part.front() == ':') part.remove_prefix(1);
-    parts_.emplace_back(part);
+    const bool isOfRoot = !part.empty() && part.front() == ':';
+    if (isOfRoot) part.remove_prefix(1);
+    parts_.emplace_back(isOfRoot || nameSpace.empty() ? "" : nameSpace + ":").append(part);
     if (bar == std::string_view::npos) break;
     pattern.remove_prefix(bar + 1);
   }

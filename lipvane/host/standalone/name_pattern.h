@@ -13,8 +13,10 @@ namespace lipvane::standalone {
 /// neither reaches over a namespace's colon, and a leading colon is the root namespace.
 class NamePattern {
  public:
-  /// `page` is that of the scene, whose names are bytes of its file.
-  explicit NamePattern(std::string_view pattern, const CodePage& page = {});
+  /// `page` is that of the scene, whose names are bytes of its file. Names without a leading colon
+  /// are of the namespace.
+  explicit NamePattern(std::string_view pattern, const CodePage& page = {},
+                       const std::string& nameSpace = {});
 
   /// Without wildcards, so that a user means one node.
   bool IsPlain() const;

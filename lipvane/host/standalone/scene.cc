@@ -165,14 +165,14 @@ Scene Scene::Open(const std::string& fileName,
   std::string text;
   std::string reason;
   if (!text::ReadFile(fileName, text, reason)) throw SceneError(fileName + ": " + reason);
-  return Named(fileName, [&] {
-    return Scene(std::make_unique<Impl>(ReadScene(std::move(text), fileName, progress)));
-  });
+  return Parse(std::move(text), fileName, progress);
 }
 
-Scene Scene::Parse(std::string text, const std::string& name) {
-  return Named(name,
-               [&] { return Scene(std::make_unique<Impl>(ReadScene(std::move(text), name, {}))); });
+Scene Scene::Parse(std::string text, const std::string& name,
+                   const std::function<void(std::size_t, std::size_t)>& progress) {
+  return Named(name, [&] {
+    return Scene(std::make_unique<Impl>(ReadScene(std::move(text), name, progress)));
+  });
 }
 
 const std::vector<std::string>& Scene::ReadingNotes() const {
@@ -276,6 +276,13 @@ TransformValues Scene::ValuesAt(
 
 Driver Scene::DriverOf(NodeId node, Channel channel) const {
   return impl_->SourceOf(node, channel).driver;
+}
+
+const std::string& Scene::DriverType(NodeId node, Channel channel) const {
+  static const std::string none;
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  const bool isInFile = source.item != kNoItem && !impl_->data.IsMissing(source.item);
+  return isInFile ? impl_->data.TypeOf(source.item).name : none;
 }
 
 const std::string& Scene::DriverName(NodeId node, Channel channel) const {

@@ -73,7 +73,8 @@ class Scene {
   static Scene Open(const std::string& fileName,
                     const std::function<void(std::size_t, std::size_t)>& progress = {});
   /// The same from text in memory; `name` stands for the file in messages.
-  static Scene Parse(std::string text, const std::string& name);
+  static Scene Parse(std::string text, const std::string& name,
+                     const std::function<void(std::size_t, std::size_t)>& progress = {});
 
   Scene(Scene&&) noexcept;
   Scene& operator=(Scene&&) noexcept;
@@ -125,6 +126,8 @@ class Scene {
   Driver DriverOf(NodeId node, Channel channel) const;
   const std::string& DriverName(NodeId node,
                                 Channel channel) const;  ///< the node at the other end, or ""
+  /// The type of that node, or "" when the file does not have it.
+  const std::string& DriverType(NodeId node, Channel channel) const;
   bool IsLocked(NodeId node, Channel channel) const;
   /// The curve that drives the channel, or null. Its values are the channel's, also when the file
   /// has a conversion between. Good until a key is set.

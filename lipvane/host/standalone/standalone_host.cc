@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "lipvane/host/standalone/limits.h"
+#include "lipvane/host/standalone/namespaces.h"
+#include "lipvane/host/standalone/references.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/host/standalone/words.h"
 
@@ -65,12 +67,8 @@ class StandaloneHost::SceneJoint : public host::Joint {
   SceneJoint(StandaloneHost& host, NodeId node) : host_(host), node_(node) {}
 
   host::Status GetOrientation(host::Rotation& orientation) const override {
-    const TransformValues values = host_.scene_.ValuesAt(
-        node_, host_.currentTime_, [&](const std::string& attribute, const std::string& driver) {
-          if (attribute.rfind("jointOrient", 0) == 0) {
-            host_.WarnNotEvaluated(node_, attribute, driver);
-          }
-        });
+    const TransformValues values = host_.ValuesNow(
+        node_, [](const std::string& attribute) { return attribute.rfind("jointOrient", 0) == 0; });
     orientation = RotationFromEuler(values.jointOrient, RotateOrder::kXyz);
     return {};
   }
@@ -87,32 +85,45 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
 
   host::Status Create(const host::Node& node, const host::Attribute& attribute) override {
     attached_ = false;
+    isReported_ = true;
     const auto id = IdOf(node);
     const auto channel = ChannelOf(attribute);
     if (!id || !channel || !HasChannels(host_.scene_.Kind(*id))) {
       return host::StatusCode::kInvalidParameter;
     }
-    if (!host_.AttachCurve(*id, *channel)) return host::StatusCode::kFailure;
-    attached_ = true;
-    isKeyed_ = false;
     node_ = *id;
     channel_ = *channel;
-    return {};
+    isReported_ = false;
+    attached_ = host_.scene_.AttachCurve(node_, channel_);
+    return attached_ ? host::StatusCode::kSuccess : host::StatusCode::kFailure;
   }
 
   host::Status AddKeyframe(double frame, double value) override {
+    const bool isFinite = std::isfinite(frame) && std::isfinite(value);
+    if (!isReported_ && (isFinite || !attached_)) Report();
     if (!attached_) return host::StatusCode::kFailure;
-    if (!std::isfinite(frame) || !std::isfinite(value)) return host::StatusCode::kInvalidParameter;
-    if (!isKeyed_) host_.WarnShared(node_, channel_);
-    isKeyed_ = true;
+    if (!isFinite) return host::StatusCode::kInvalidParameter;
     host_.scene_.SetKey(node_, channel_, frame, value);
     return {};
   }
 
  private:
+  /// Of the channel's first key.
+  void Report() {
+    isReported_ = true;
+    const std::string joint = host_.scene_.ShownPath(host_.scene_.FirstPath(node_));
+    if (attached_) {
+      host_.WarnShared(node_, channel_);
+      host_.keyedNodes_.insert(node_);
+      host_.lostKeys_.AddKeyed(joint);
+    } else {
+      host_.lostKeys_.AddLost(joint, ChannelName(channel_), host_.RefusalText(node_, channel_));
+    }
+  }
+
   StandaloneHost& host_;
   bool attached_ = false;
-  bool isKeyed_ = false;
+  bool isReported_ = true;
   NodeId node_ = 0;
   Channel channel_ = Channel::kTranslateX;
 };
@@ -177,9 +188,8 @@ void StandaloneHost::Select(const std::vector<PathId>& paths, host::ListAdjustme
 }
 
 std::unique_ptr<host::DagIterator> StandaloneHost::NewDagIterator(host::Status& status) {
-  for (const std::string& file : scene_.References()) {
-    WarnOnce("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
-  }
+  const std::string missing = MissingReferences(scene_);
+  if (!missing.empty()) WarnOnce(missing);
   status = {};
   return std::make_unique<SceneIterator>(scene_.PathCount());
 }
@@ -204,7 +214,7 @@ host::Status StandaloneHost::TransformOf(const host::DagPath& path, host::Node& 
 
 std::string StandaloneHost::NodeName(const host::Node& node) {
   const auto id = IdOf(node);
-  return id ? scene_.Name(*id) : std::string();
+  return id ? RelativeName(scene_, *id, nameSpace_) : std::string();
 }
 
 host::Node StandaloneHost::ParentOf(const host::Node& node, unsigned index) {
@@ -238,12 +248,7 @@ host::Status StandaloneHost::LocalMatrix(const host::Node& transform, host::Matr
   const auto id = IdOf(transform);
   if (!id) return host::StatusCode::kInvalidParameter;
   TransformValues values;
-  if (HasChannels(scene_.Kind(*id))) {
-    values = scene_.ValuesAt(*id, currentTime_,
-                             [&](const std::string& attribute, const std::string& driver) {
-                               WarnNotEvaluated(*id, attribute, driver);
-                             });
-  }
+  if (HasChannels(scene_.Kind(*id))) values = ValuesNow(*id);
   matrix = standalone::LocalMatrix(values);
   if (!IsFinite(matrix)) {
     WarnOnce(scene_.ShownPath(scene_.FirstPath(*id)) +
@@ -283,7 +288,7 @@ host::Status StandaloneHost::SetCurrentTime(double frame) {
 
 host::Status StandaloneHost::SelectByName(const std::string& name,
                                           host::ListAdjustment adjustment) {
-  const std::vector<PathId> paths = FindPaths(NamePattern(name, scene_.Page()));
+  const std::vector<PathId> paths = FindPaths(NamePattern(name, scene_.Page(), nameSpace_));
   if (paths.empty()) return host::StatusCode::kFailure;
   Select(paths, adjustment);
   return {};
@@ -326,10 +331,32 @@ void StandaloneHost::WarnOnce(const std::string& text) {
   if (warned_.insert(text).second) DisplayWarning(text);
 }
 
-void StandaloneHost::WarnNotEvaluated(NodeId node, const std::string& attribute,
-                                      const std::string& driver) {
-  WarnOnce(AttributePath(node, attribute) + " is driven by " + ShownName(driver) +
-           ", which is not evaluated: its value in the file is used");
+TransformValues StandaloneHost::ValuesNow(
+    NodeId node, const std::function<bool(const std::string& attribute)>& counts) {
+  // What each driver drives, in the order in which they are met.
+  std::vector<std::pair<std::string, std::vector<std::string>>> unread;
+  const auto add = [&](const std::string& attribute, const std::string& driver) {
+    if (counts && !counts(attribute)) return;
+    const auto known = std::find_if(unread.begin(), unread.end(),
+                                    [&](const auto& one) { return one.first == driver; });
+    (known == unread.end() ? unread.emplace_back(driver, std::vector<std::string>()) : *known)
+        .second.push_back(attribute);
+  };
+  TransformValues values = scene_.ValuesAt(node, currentTime_, add);
+  if (unread.empty()) return values;
+  std::size_t count = 0;
+  for (const auto& one : unread)
+    count += one.second.size();
+  std::string line = scene_.ShownPath(scene_.FirstPath(node)) + (count == 1 ? "." : ": ");
+  for (std::size_t i = 0; i < unread.size(); ++i) {
+    const auto& [driver, attributes] = unread[i];
+    line += (i > 0 ? "; " : "") + host::JoinedNames(attributes) +
+            (attributes.size() == 1 ? " is driven by " : " are driven by ") + ShownName(driver);
+  }
+  WarnOnce(line +
+           (unread.size() == 1 ? ", which is not evaluated: " : ", which are not evaluated: ") +
+           (count == 1 ? "its value in the file is used" : "their values in the file are used"));
+  return values;
 }
 
 void StandaloneHost::WarnShared(NodeId node, Channel channel) {
@@ -347,28 +374,27 @@ void StandaloneHost::WarnShared(NodeId node, Channel channel) {
                  ": keys set on one show on " + (more > 0 ? "all" : "both"));
 }
 
-bool StandaloneHost::AttachCurve(NodeId node, Channel channel) {
-  if (scene_.AttachCurve(node, channel)) return true;
-  const std::string path = AttributePath(node, ChannelName(channel));
-  const std::string driver = " is driven by " + ShownName(scene_.DriverName(node, channel));
+std::string StandaloneHost::RefusalText(NodeId node, Channel channel) const {
+  const std::string driven = "driven by " + ShownName(scene_.DriverName(node, channel));
   switch (scene_.RefusalOf(node, channel)) {
     case Refusal::kLocked:
-      WarnOnce(path + " is locked: it gets no curve and no keys");
-      break;
+      return "locked";
     case Refusal::kOther:
-      WarnOnce(path + driver + " (not a curve over time): it gets no curve and no keys");
-      break;
+      return driven + " (not a curve over time)";
     case Refusal::kLostValues:
-      WarnOnce(path + driver + " through a conversion that loses its values: it gets no keys");
-      break;
+      return driven + " through a conversion that loses its values";
     case Refusal::kUnreadKeys:
-      WarnOnce(path + driver + ", a curve with keys that are not understood: it gets no keys");
-      break;
+      return driven + ", a curve with keys that are not understood";
     case Refusal::kNoChannel:
     case Refusal::kNone:
       break;
   }
-  return false;
+  return "refused";
+}
+
+void StandaloneHost::EndCommand() {
+  for (const std::string& line : lostKeys_.Lines())
+    DisplayWarning(line);
 }
 
 std::string StandaloneHost::AttributePath(NodeId node, const std::string& attribute) const {

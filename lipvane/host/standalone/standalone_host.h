@@ -1,15 +1,18 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "lipvane/host/host.h"
+#include "lipvane/host/lost_keys.h"
 #include "lipvane/host/standalone/message.h"
 #include "lipvane/host/standalone/name_pattern.h"
 #include "lipvane/host/standalone/scene.h"
@@ -27,8 +30,20 @@ class StandaloneHost : public host::Host {
   void BeginCommand() {
     warned_.clear();
     keyedCurves_.clear();
+    keyedNodes_.clear();
+    lostKeys_.Clear();
     pathsMatched_ = 0;
   }
+  /// Warns of keys that the command lost.
+  void EndCommand();
+
+  /// Whether the command that runs, or ran last, set a key on the node.
+  bool IsKeyed(NodeId node) const { return keyedNodes_.count(node) > 0; }
+
+  /// Names of nodes are taken within this namespace from now on, as in a host that shows names
+  /// relative to its current one: "jaw" is hero:jaw, ":jaw" the one outside. "" is the root.
+  void SetNamespace(std::string nameSpace) { nameSpace_ = std::move(nameSpace); }
+  const std::string& Namespace() const { return nameSpace_; }
 
   const Scene& GetScene() const { return scene_; }
   double CurrentTime() const { return currentTime_; }
@@ -82,19 +97,25 @@ class StandaloneHost : public host::Host {
   void WarnOnce(const std::string& text);
   /// Before the first key of a channel: others may show it too.
   void WarnShared(NodeId node, Channel channel);
-  void WarnNotEvaluated(NodeId node, const std::string& attribute, const std::string& driver);
-  /// Puts the curve on the channel, or warns why there is none.
-  bool AttachCurve(NodeId node, Channel channel);
+  /// The node's values now. Warns, once a node, of those that count and are not evaluated; all of
+  /// them count that `counts` does not leave out.
+  TransformValues ValuesNow(NodeId node,
+                            const std::function<bool(const std::string& attribute)>& counts = {});
+  /// Why a channel takes no keys, for LostKeys.
+  std::string RefusalText(NodeId node, Channel channel) const;
   std::string AttributePath(NodeId node, const std::string& attribute) const;
 
   Scene& scene_;
   MessageSink sink_;
   double currentTime_;
+  std::string nameSpace_;
   std::vector<PathId> selection_;
   std::set<PathId> selected_;  // the same paths
   std::set<std::string> warned_;
   // By the command that runs.
   std::set<std::string> keyedCurves_;
+  std::set<NodeId> keyedNodes_;
+  host::LostKeys lostKeys_;
   std::size_t pathsMatched_ = 0;
   std::unordered_map<std::string_view, std::vector<PathId>> pathsByName_;  // made when first needed
 };

@@ -20,9 +20,11 @@ void Report(const char* text, const char* detail = "") noexcept {
 
 }  // namespace
 
-MStatus RunCommand(host::Command& command, const MArgList& arguments) {
+MStatus RunCommand(host::Command& command, MayaHost& host, const MArgList& arguments) {
   try {
-    return ToMStatus(command.DoIt(MayaArguments(arguments)));
+    const host::Status status = command.DoIt(MayaArguments(arguments));
+    host.WarnOfLostKeys();
+    return ToMStatus(status);
   } catch (const TamskException&) {
     throw;  // deliberate: the engine's failure is for whoever runs the command
   } catch (const std::bad_alloc&) {

@@ -13,8 +13,9 @@
 
 namespace lipvane::maya {
 
-/// Runs a command. An exception that is not the engine's becomes an error message and a failure.
-MStatus RunCommand(host::Command& command, const MArgList& arguments);
+/// Runs a command that calls that host, which then warns of keys that were lost. An exception that
+/// is not the engine's becomes an error message and a failure.
+MStatus RunCommand(host::Command& command, MayaHost& host, const MArgList& arguments);
 
 /// One of our commands as a command class of the host: an object an invocation, which the host owns
 /// and deletes. The command goes first, then what it calls the host by.
@@ -39,7 +40,9 @@ class MayaCommand : public MPxCommand {
     }
   }
 
-  MStatus doIt(const MArgList& arguments) override { return RunCommand(command_, arguments); }
+  MStatus doIt(const MArgList& arguments) override {
+    return RunCommand(command_, host_, arguments);
+  }
 
  private:
   MayaHost host_;

@@ -1,0 +1,22 @@
+#include "lipvane/check/namespace_hint.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "lipvane/host/standalone/namespaces.h"
+#include "lipvane/text/printable.h"
+
+namespace lipvane::check {
+
+std::string NamespaceHint(const standalone::Scene& scene, const std::vector<std::string>& bones) {
+  constexpr std::size_t kMostNamed = 5;
+  const std::vector<std::string> whole = standalone::NamespacesWithAll(scene, bones);
+  if (whole.empty()) return {};
+  std::string hint = whole.size() == 1 ? "all are in the namespace " : "all are in the namespaces ";
+  for (std::size_t i = 0; i < std::min(whole.size(), kMostNamed); ++i)
+    hint += (i > 0 ? ", " : "") + text::QuotedLine(whole[i]);
+  if (whole.size() > kMostNamed) hint += " and more";
+  return hint + ": give --namespace " + text::PrintableLine(whole.front());
+}
+
+}  // namespace lipvane::check

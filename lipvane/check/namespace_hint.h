@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "lipvane/host/standalone/scene.h"
+
+namespace lipvane::check {
+
+/// For bones of which a scene has none by their plain names: `all are in the namespace "hero": give
+/// --namespace hero`. Empty when no namespace has all of them.
+std::string NamespaceHint(const standalone::Scene& scene, const std::vector<std::string>& bones);
+
+}  // namespace lipvane::check
