@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/bake_results.h"
 #include "cli/bake_warnings.h"
 #include "cli/input.h"
 #include "cli/messages.h"
@@ -15,6 +16,7 @@
 #include "cli/samples.h"
 #include "cli/scene_file.h"
 #include "lipvane/check/namespace_hint.h"
+#include "lipvane/host/standalone/namespaces.h"
 #include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/scene/dag_search.h"
 #include "lipvane/scene/pose_baking.h"
@@ -35,6 +37,7 @@ class Baking {
         joints_.push_back(*standalone::StandaloneHost::IdOf(bones_.back().Joint()));
       }
     }
+    keyedFrames_.resize(bones_.size());
   }
 
   /// Those that keys are meant for.
@@ -45,11 +48,24 @@ class Baking {
     bool isWhole = true;
     for (std::size_t i = 0; i < bones_.size(); ++i) {
       if (!bones_[i].HasJoint()) continue;
-      if (bones_[i].Key(playback_.Pose().GetBone(static_cast<int>(i)), frame).ok()) continue;
+      if (bones_[i].Key(playback_.Pose().GetBone(static_cast<int>(i)), frame).ok()) {
+        keyedFrames_[i].push_back(frame);
+        continue;
+      }
       skippedBones_.insert(i);
       isWhole = false;
     }
     if (!isWhole && skippedFrames_++ == 0) firstSkipped_ = frame;
+  }
+
+  /// The joints, and the frames that they were keyed at.
+  KeyedJoints Keyed() const {
+    KeyedJoints keyed;
+    for (std::size_t i = 0; i < bones_.size(); ++i) {
+      if (const auto joint = standalone::StandaloneHost::IdOf(bones_[i].Joint()))
+        keyed.Add(*joint, keyedFrames_[i]);
+    }
+    return keyed;
   }
 
   /// Of the frames whose pose is not finite.
@@ -70,6 +86,7 @@ class Baking {
   standalone::StandaloneHost& host_;
   std::vector<scene::BoneBaker> bones_;
   std::vector<standalone::NodeId> joints_;
+  std::vector<std::vector<double>> keyedFrames_;  // of each bone
   std::set<std::size_t> skippedBones_;
   std::size_t skippedFrames_ = 0;
   double firstSkipped_ = 0.0;
@@ -88,6 +105,8 @@ bool KeysFit(std::size_t frames, std::size_t joints) {
 
 int Bake(const BakeOptions& options) {
   if (!FolderExists(options.output)) return 1;
+  speech::WavHeader sound;
+  if (!options.sound.empty() && !ReadSound(options.sound, sound)) return 1;
   auto inputs = ReadInputs({{options.scene, FileFormat::kScene},
                             {options.lbp, FileFormat::kLbp},
                             {options.ltf, FileFormat::kLtf}});
@@ -99,7 +118,14 @@ int Bake(const BakeOptions& options) {
   if (!playback.Load(lbp, ltf, options.force)) return 1;
   Progress progress;
   auto scene = OpenScene(std::move(inputs->front()), progress);
-  if (!scene || !HasNamespace(*scene, sceneName, options.nameSpace)) return 1;
+  if (!scene) return 1;
+  const bool isScript = IsKeyScript(options.output);
+  std::string nameSpace = options.nameSpace;
+  std::string prefix;  // of nodes in the shot that a script is for
+  if (isScript && standalone::NamespacesOf(*scene).count(nameSpace) == 0) {
+    std::swap(nameSpace, prefix);
+  }
+  if (!HasNamespace(*scene, sceneName, nameSpace)) return 1;
 
   SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
   if (options.framesPerSecond) {
@@ -120,7 +146,7 @@ int Bake(const BakeOptions& options) {
     progress.Erase();
     PrintMessage(message);
   });
-  host.SetNamespace(options.nameSpace);
+  host.SetNamespace(nameSpace);
   Baking baking(playback, host);
   const std::string hint =
       baking.Joints().empty() ? check::NamespaceHint(*scene, playback.BoneNames()) : std::string();
@@ -148,6 +174,10 @@ int Bake(const BakeOptions& options) {
   progress.Erase();
   baking.WarnOfSkipped();
   WarnOfOtherKeys(*scene, baking.Joints(), frames);
+  const KeyedJoints keyed = baking.Keyed();
+  if (isScript) return SaveKeyScript(*scene, options, keyed.Nodes(), prefix) ? 0 : 1;
+  ShowAllOf(keyed.Nodes(), *scene);
+  if (!options.sound.empty()) AddSound(options, sound, *scene);
   return SaveScene(*scene, options.output) ? 0 : 1;
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "cli/bake.h"
+#include "cli/bake_results.h"
 #include "cli/check.h"
 #include "cli/input.h"
 #include "cli/inspect.h"
@@ -155,8 +156,11 @@ void AddRun(CLI::App& app, Work& work) {
   report->type_name("FILE");
   AddNamespace(*command, values->options.nameSpace);
   command->footer(
-      "The commands are facialAnim, demBonesExportPoses, select and currentTime. Each ends at a\n"
-      "\";\", at the end of its text, or before a line that begins with a command's name.");
+      "The commands are facialAnim, demBonesExportPoses, select, currentTime, setKeyframe, "
+      "getAttr\n"
+      "and undoInfo. Each ends at a \";\", at the end of its text, or before a line that begins "
+      "with\n"
+      "a command's name.");
 
   command->callback([=, &work] {
     RunOptions& options = values->options;
@@ -263,19 +267,31 @@ void AddBake(CLI::App& app, Work& work) {
   command->add_option("SCENE", options->scene, "Maya ASCII scene (.ma)")->required();
   command->add_option("LBP", options->lbp, "Bone pose file of the face")->required();
   command->add_option("LTF", options->ltf, "Animation file")->required();
-  CLI::Option* output = command->add_option("-o", options->output, "Save the scene here");
-  output->type_name("OUT.ma")->required();
+  CLI::Option* output = command->add_option(
+      "-o", options->output,
+      "Save the scene here; a name that ends in .mel gets the keys alone, as a script to source");
+  output->type_name("OUT")->required();
   AddValue(*command, "--fps", "N", "Frames a second [the scene's own rate]",
            options->framesPerSecond, ReadRate);
   AddTicksPerSecond(*command, options->ticksPerSecond);
   AddValue(*command, "--start", "FRAME", "The frame that time 0 falls on [0]", options->start,
            ReadFrame);
+  CLI::Option* sound = command->add_option("--sound", options->sound,
+                                           "Give the scene this sound, which begins at --start");
+  sound->type_name("FILE.wav");
   AddNamespace(*command, options->nameSpace);
   AddForce(*command, options->force);
   command->callback([=, &work] {
     RefuseEmpty(*output);
-    RefuseOverwriting(*output, options->output, {options->lbp, options->ltf});
+    RefuseEmpty(*sound);
+    RefuseOverwriting(*output, options->output, {options->lbp, options->ltf, options->sound});
     RefuseSharedInput({options->scene, options->lbp, options->ltf});
+    if (IsKeyScript(options->output)) {
+      RefuseOverwriting(*output, options->output, {options->scene});
+      if (!options->sound.empty()) {
+        throw CLI::ValidationError("--sound", "goes with a scene: a script of keys holds no sound");
+      }
+    }
     work = [options] { return Bake(*options); };
   });
 }

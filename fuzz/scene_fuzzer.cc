@@ -30,6 +30,8 @@ void Visit(Scene& scene, const std::string& text) {
       scene.SetKey(node, Channel::kRotateX, 10.0, 0.5);
     }
   }
+  scene.ExtendPlaybackRange(-5.5, 1e6);
+  scene.AddSound({"a \\\"b\".wav", 1.0, 24.0});
   // What was keyed and saved is a scene again, with the same nodes.
   const Scene again = Scene::Parse(Written(scene), "saved.ma");
   Expect(again.NodeCount() == scene.NodeCount());

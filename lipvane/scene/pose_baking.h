@@ -21,7 +21,7 @@ class BoneBaker {
   BoneBaker(host::Host& host, const DagSearch& search, const std::string& boneName);
 
   bool HasJoint() const { return hasJoint_; }
-  /// The joint; the null node when there is none.
+  /// The joint; the null object when there is none.
   const host::Node& Joint() const { return bone_.node; }
 
   /// Frames come in ascending order, the host's current time being the frame. Fails, with nothing

@@ -178,7 +178,7 @@ TEST_F(RunTest, NamesWhatItDoesNotKnowAndWhatFailsInSilence) {
        "-exp/-expression STRING (any number of times), -imp/-import, -sel/-select\n"},
       {"polySphere",
        "unknown command \"polySphere\"; the commands are currentTime, "
-       "demBonesExportPoses, facialAnim, select\n"},
+       "demBonesExportPoses, facialAnim, getAttr, select, setKeyframe, undoInfo\n"},
       {silent, "-e 2: the command failed without a message: " + silent + "\n"}};
   for (const auto& [line, error] : cases) {
     const ProcessResult result = Run({"-e", "select jaw", "-e", line});

@@ -194,6 +194,24 @@ double Curve::ValueAt(double time) const {
   return ValueWithin(*this, time);
 }
 
+const CurveKey* Curve::FindKey(double time) const {
+  const auto place =
+      std::lower_bound(keys.begin(), keys.end(), time,
+                       [](const CurveKey& key, double wanted) { return key.time < wanted; });
+  return place != keys.end() && place->time == time ? &*place : nullptr;
+}
+
+bool Curve::SetTangents(double time, std::optional<Tangent> in, std::optional<Tangent> out) {
+  const CurveKey* const found = FindKey(time);
+  if (found == nullptr) return false;
+  CurveKey& key = keys[static_cast<std::size_t>(found - keys.data())];
+  const Tangent oldIn = key.inType;
+  const Tangent oldOut = key.outType;
+  key.inType = in.value_or(key.inType);
+  key.outType = out.value_or(key.outType);
+  return key.inType != oldIn || key.outType != oldOut;
+}
+
 void Curve::SetKey(double time, double value) {
   const auto place =
       std::lower_bound(keys.begin(), keys.end(), time,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 namespace lipvane::standalone {
@@ -48,9 +49,14 @@ struct Curve {
   /// The value at a time in frames: exactly a key's at that key, 0 without keys, one key's own
   /// always. Not NaN while times, values and tangents are finite.
   double ValueAt(double time) const;
+  /// The key at exactly that time, or null.
+  const CurveKey* FindKey(double time) const;
   /// Adds a key with automatic tangents in its place, or gives the key at exactly that time the
   /// value and leaves its tangents.
   void SetKey(double time, double value);
+  /// Gives the key at exactly that time these tangents; what is not given stays. Says whether
+  /// anything changed.
+  bool SetTangents(double time, std::optional<Tangent> in, std::optional<Tangent> out);
 };
 
 }  // namespace lipvane::standalone

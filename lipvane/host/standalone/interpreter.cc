@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "lipvane/host/standalone/key_commands.h"
 #include "lipvane/host/standalone/own_commands.h"
 
 namespace lipvane::standalone {
@@ -53,6 +54,9 @@ Interpreter::Interpreter(Scene& scene, MessageSink sink)
       host_(scene, sink_) {
   AddOwn("select", SelectSyntax(), &Select);
   AddOwn("currentTime", CurrentTimeSyntax(), &CurrentTime);
+  AddOwn("setKeyframe", SetKeyframeSyntax(), &SetKeyframe);
+  AddOwn("getAttr", GetAttrSyntax(), &GetAttr);
+  AddOwn("undoInfo", UndoInfoSyntax(), &UndoInfo);
 }
 
 void Interpreter::AddOwn(const std::string& name, const CommandSyntax& syntax, OwnCommand command) {

@@ -62,7 +62,7 @@ class Interpreter : public host::PluginLoader {
     Runner run;
     bool isOwn = false;
   };
-  using OwnCommand = host::Status (*)(StandaloneHost&, const host::ArgDatabase&,
+  using OwnCommand = host::Status (*)(StandaloneHost&, const WordArgDatabase&,
                                       const std::vector<std::string>&);
 
   void AddOwn(const std::string& name, const CommandSyntax& syntax, OwnCommand command);

@@ -14,6 +14,12 @@ struct Edit {
   std::string text;
 };
 
+/// What is to change in a file, and what is to be added behind its statements.
+struct TextChanges {
+  std::vector<Edit> edits;
+  std::string added;
+};
+
 /// How a file writes what does not change its meaning.
 struct Style {
   explicit Style(const SceneData& data);

@@ -493,14 +493,17 @@ class Reader {
         NoteUnit("time", unit->text);
       }
     }
-    SetUnit(words.Find({"-l", "-linear"}), "linear", CentimetresIn, data_.centimetresPerUnit);
-    SetUnit(words.Find({"-a", "-angle"}), "angular", RadiansIn, data_.radiansPerUnit);
+    SetUnit(words.Find({"-l", "-linear"}), "linear", CentimetresIn, data_.linearUnit,
+            data_.centimetresPerUnit);
+    SetUnit(words.Find({"-a", "-angle"}), "angular", RadiansIn, data_.angularUnit,
+            data_.radiansPerUnit);
   }
 
   void SetUnit(const Token* unit, const char* kind, std::optional<double> (*find)(std::string_view),
-               double& size) {
+               std::string& name, double& size) {
     if (unit == nullptr) return;
     if (const auto known = find(unit->text)) {
+      name = unit->text;
       size = *known;
     } else {
       NoteUnit(kind, unit->text);

@@ -35,6 +35,8 @@ class TokenReader {
   Token Next();
   /// The next one, which stays.
   Token Peek();
+  /// In the statement, behind the last one.
+  std::size_t Position() const { return position_; }
 
  private:
   Token ReadString();

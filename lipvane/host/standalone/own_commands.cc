@@ -22,6 +22,18 @@ bool IsOneObject(const Scene& scene, const std::vector<PathId>& paths) {
 
 }  // namespace
 
+bool FindObject(StandaloneHost& host, const std::string& name, std::vector<PathId>& paths) {
+  const NamePattern pattern(name, host.GetScene().Page());
+  paths = host.FindPaths(pattern);
+  if (paths.empty()) {
+    host.DisplayError("No object matches name: " + name);
+    return false;
+  }
+  if (!pattern.IsPlain() || IsOneObject(host.GetScene(), paths)) return true;
+  host.DisplayError("More than one object matches name: " + name);
+  return false;
+}
+
 CommandSyntax SelectSyntax() {
   CommandSyntax syntax;
   syntax.flags.AddFlag("-r", "-replace");
@@ -31,7 +43,7 @@ CommandSyntax SelectSyntax() {
   return syntax;
 }
 
-host::Status Select(StandaloneHost& host, const host::ArgDatabase& flags,
+host::Status Select(StandaloneHost& host, const WordArgDatabase& flags,
                     const std::vector<std::string>& names) {
   const bool clear = flags.IsFlagSet("-cl");
   const bool add = flags.IsFlagSet("-add");
@@ -46,12 +58,8 @@ host::Status Select(StandaloneHost& host, const host::ArgDatabase& flags,
 
   std::vector<PathId> paths;
   for (const std::string& name : names) {
-    const NamePattern pattern(name, host.GetScene().Page());
-    const std::vector<PathId> found = host.FindPaths(pattern);
-    if (found.empty()) return Fail(host, "No object matches name: " + name);
-    if (pattern.IsPlain() && !IsOneObject(host.GetScene(), found)) {
-      return Fail(host, "More than one object matches name: " + name);
-    }
+    std::vector<PathId> found;
+    if (!FindObject(host, name, found)) return host::StatusCode::kFailure;
     paths.insert(paths.end(), found.begin(), found.end());
   }
   host.Select(paths, add ? host::ListAdjustment::kAddToList : host::ListAdjustment::kReplaceList);
@@ -65,7 +73,7 @@ CommandSyntax CurrentTimeSyntax() {
   return syntax;
 }
 
-host::Status CurrentTime(StandaloneHost& host, const host::ArgDatabase& /*flags*/,
+host::Status CurrentTime(StandaloneHost& host, const WordArgDatabase& /*flags*/,
                          const std::vector<std::string>& frames) {
   if (frames.size() != 1) return Fail(host, "currentTime: it takes one frame");
   const auto frame = text::WholeReal(frames[0]);

@@ -12,8 +12,10 @@
 #include "lipvane/host/standalone/hierarchy.h"
 #include "lipvane/host/standalone/ma_reader.h"
 #include "lipvane/host/standalone/path_names.h"
+#include "lipvane/host/standalone/playback_range_edit.h"
 #include "lipvane/host/standalone/scene_data.h"
 #include "lipvane/host/standalone/scene_writer.h"
+#include "lipvane/host/standalone/sound_node_text.h"
 #include "lipvane/text/file.h"
 #include "lipvane/text/numbers.h"
 
@@ -43,11 +45,8 @@ std::string CurveNameOf(const std::string& node, Channel channel) {
 /// Has the curve the key, but for a difference that the file cannot show? `factor` leads from its
 /// values to the channel's.
 bool IsKeyed(const CurveRecord& record, double frame, double value, double factor) {
-  const std::vector<CurveKey>& keys = record.curve.keys;
-  const auto key =
-      std::lower_bound(keys.begin(), keys.end(), frame,
-                       [](const CurveKey& one, double wanted) { return one.time < wanted; });
-  if (key == keys.end() || key->time != frame) return false;
+  const CurveKey* const key = record.curve.FindKey(frame);
+  if (key == nullptr) return false;
   if (key->value * factor == value || key->value == value / factor) return true;
   const auto shown = text::WholeReal(InFileUnit(value / factor, record.valueFactor));
   return shown && *shown * record.valueFactor == key->value;
@@ -137,6 +136,10 @@ struct Scene::Impl {
     Channel channel;
   };
   std::vector<AddedCurve> addedCurves;
+  FrameRange range;
+  std::vector<Edit> rangeEdits;
+  std::string addedText;
+  std::vector<std::pair<std::string, std::string>> addedSounds;  // file and node
 };
 
 Scene::Scene(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
@@ -194,6 +197,17 @@ double Scene::FramesPerSecond() const {
 }
 double Scene::CentimetresPerUnit() const {
   return impl_->data.centimetresPerUnit;
+}
+const std::string& Scene::LinearUnit() const {
+  return impl_->data.linearUnit;
+}
+const std::string& Scene::AngularUnit() const {
+  return impl_->data.angularUnit;
+}
+double Scene::UnitSize(Channel channel) const {
+  const Unit unit = UnitOf(CodeOf(channel));
+  if (unit == Unit::kPlain) return 1.0;
+  return unit == Unit::kAngle ? impl_->data.radiansPerUnit : impl_->data.centimetresPerUnit;
 }
 double Scene::StartTime() const {
   return impl_->data.startTime;
@@ -333,8 +347,7 @@ bool Scene::AttachCurve(NodeId node, Channel channel) {
   record.tangent = Tangent::kAuto;
   record.curve.weighted = false;
   record.curve.framesPerSecond = data.framesPerSecond;
-  if (unit == Unit::kLength) record.valueFactor = data.centimetresPerUnit;
-  if (unit == Unit::kAngle) record.valueFactor = data.radiansPerUnit;
+  record.valueFactor = UnitSize(channel);
   impl_->addedCurves.push_back({item, node, channel});
   data.connections[plug] = {item, plug::kOutput};  // last: what is connected is also written
   impl_->drivers.ForgetPlan(plug.item);
@@ -354,6 +367,29 @@ void Scene::SetKey(NodeId node, Channel channel, double frame, double value) {
   if (IsKeyed(record, frame, value, source.factor)) return;
   record.curve.SetKey(frame, value / source.factor);
   ++record.revision;
+}
+
+void Scene::SetTangents(NodeId node, Channel channel, double frame, std::optional<Tangent> in,
+                        std::optional<Tangent> out) {
+  const Drivers::Source source = impl_->SourceOf(node, channel);
+  if (source.driver != Driver::kCurve) return;
+  CurveRecord& record = impl_->drivers.Load(impl_->data.curves[source.item]);
+  if (record.curve.SetTangents(frame, in, out)) ++record.revision;
+}
+
+RangeChange Scene::ExtendPlaybackRange(double first, double last) {
+  impl_->range.first = std::min(first, impl_->range.first);
+  impl_->range.last = std::max(last, impl_->range.last);
+  return standalone::ExtendPlaybackRange(impl_->data, impl_->range, impl_->rangeEdits);
+}
+
+SoundNode Scene::AddSound(const Sound& sound) {
+  for (const auto& [file, node] : impl_->addedSounds) {
+    if (file == sound.fileName) return {node, false};
+  }
+  SoundNode node = AddSoundNode(impl_->data, sound, impl_->addedText);
+  impl_->addedSounds.emplace_back(sound.fileName, node.name);
+  return node;
 }
 
 std::vector<Scene::DrivenChannel> Scene::DrivenChannels() const {
@@ -396,7 +432,7 @@ void Scene::Write(std::ostream& out) const {
     }
     newCurves.push_back({item, std::move(plug)});
   }
-  WriteScene(impl_->data, newCurves, out);
+  WriteScene(impl_->data, newCurves, {impl_->rangeEdits, impl_->addedText}, out);
 }
 
 }  // namespace lipvane::standalone

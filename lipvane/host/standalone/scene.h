@@ -4,6 +4,7 @@
 #include <functional>
 #include <iosfwd>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -12,6 +13,8 @@
 #include "lipvane/host/host.h"
 #include "lipvane/host/standalone/code_page.h"
 #include "lipvane/host/standalone/curve.h"
+#include "lipvane/host/standalone/playback_range.h"
+#include "lipvane/host/standalone/sound_node.h"
 #include "lipvane/host/standalone/transform.h"
 
 namespace lipvane::standalone {
@@ -89,9 +92,13 @@ class Scene {
   const CodePage& Page() const;
 
   // Units.
-  const std::string& TimeUnit() const;  ///< as in the file: "film" when it says none
-  double FramesPerSecond() const;       ///< of the time unit
-  double CentimetresPerUnit() const;    ///< of the linear unit
+  const std::string& TimeUnit() const;     ///< as in the file: "film" when it says none
+  double FramesPerSecond() const;          ///< of the time unit
+  double CentimetresPerUnit() const;       ///< of the linear unit
+  const std::string& LinearUnit() const;   ///< by one of the host's names for it
+  const std::string& AngularUnit() const;  ///< likewise
+  /// How many centimetres or radians the channel's unit in the file and for users is; 1 for scale.
+  double UnitSize(Channel channel) const;
   /// The time that the file was saved at, in frames.
   double StartTime() const;
 
@@ -139,6 +146,9 @@ class Scene {
   /// Adds or replaces a key (centimetres, radians). Needs an attached curve, else throws
   /// std::logic_error, and a finite time (std::invalid_argument).
   void SetKey(NodeId node, Channel channel, double frame, double value);
+  /// How the curve enters and leaves a key that is there; what is not given stays.
+  void SetTangents(NodeId node, Channel channel, double frame, std::optional<Tangent> in,
+                   std::optional<Tangent> out);
 
   /// A curve and the channel it drives, by node path, then channel order.
   struct DrivenChannel {
@@ -150,9 +160,14 @@ class Scene {
   /// The other channels that the curve of a channel drives, in the same order, without their curve.
   std::vector<DrivenChannel> SharersOf(NodeId node, Channel channel) const;
 
-  /// The scene as a file: the bytes that were read, with the curves that were changed or added
-  /// since. Throws SceneError, with nothing written, when the paths that new curves need are too
-  /// long.
+  /// Widens the playback range that the file sets, and the animation range around it, so that both
+  /// frames lie within. A file that sets none stays without.
+  RangeChange ExtendPlaybackRange(double first, double last);
+  /// Adds a node that plays a sound, unless there is one for the very file name.
+  SoundNode AddSound(const Sound& sound);
+
+  /// The scene as a file: the bytes that were read, with what was changed or added since. Throws
+  /// SceneError, with nothing written, when the paths that new curves need are too long.
   void Write(std::ostream& out) const;
 
  private:

@@ -153,6 +153,8 @@ class SceneData {
   std::vector<std::string> references;
 
   std::string timeUnit = "film";
+  std::string linearUnit = "centimeter";
+  std::string angularUnit = "degree";
   double framesPerSecond = 24.0;
   double centimetresPerUnit = 1.0;
   double radiansPerUnit = kRadiansPerDegree;

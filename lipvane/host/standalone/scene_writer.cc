@@ -89,7 +89,8 @@ std::string TextOf(const SceneData& data, const std::vector<NewCurve>& newCurves
 
 }  // namespace
 
-void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves, std::ostream& out) {
+void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves,
+                const TextChanges& changes, std::ostream& out) {
   const std::string_view text = data.text;
   const Style style(data);
   KeyEdits keyEdits;
@@ -99,7 +100,8 @@ void WriteScene(const SceneData& data, const std::vector<NewCurve>& newCurves, s
   }
   std::vector<Edit> edits = std::move(keyEdits.edits);
   AddRemovals(text, std::move(keyEdits.removed), edits);
-  std::string added = TextOf(data, newCurves, style);
+  edits.insert(edits.end(), changes.edits.begin(), changes.edits.end());
+  std::string added = changes.added + TextOf(data, newCurves, style);
   if (!added.empty()) {
     const std::size_t end = FindEnd(data);
     const bool isAtLine = end == 0 || text[end - 1] == '\n' || text[end - 1] == '\r';

@@ -46,6 +46,7 @@ class StandaloneHost : public host::Host {
   const std::string& Namespace() const { return nameSpace_; }
 
   const Scene& GetScene() const { return scene_; }
+  Scene& GetScene() { return scene_; }
   double CurrentTime() const { return currentTime_; }
   /// In the order in which they were selected.
   const std::vector<PathId>& Selection() const { return selection_; }

@@ -191,6 +191,15 @@ unsigned WordArgDatabase::NumberOfFlagUses(const std::string& flag) const {
                                              [&](const Use& use) { return use.flag == wanted; }));
 }
 
+std::vector<std::string> WordArgDatabase::ValuesOf(const std::string& flag) const {
+  const host::Flag* wanted = syntax_.Find(flag);
+  std::vector<std::string> values;
+  for (const Use& use : uses_) {
+    if (use.flag == wanted) values.insert(values.end(), use.values.begin(), use.values.end());
+  }
+  return values;
+}
+
 WordCheck CheckWords(const std::string& command, const CommandSyntax& syntax,
                      const std::vector<std::string>& words) {
   return Checker(command, syntax, words).Run();

@@ -32,6 +32,8 @@ class WordArgDatabase : public host::ArgDatabase {
   host::Status GetFlagArgument(const std::string& flag, unsigned index, int& value) const override;
   bool IsFlagSet(const std::string& flag) const override;
   unsigned NumberOfFlagUses(const std::string& flag) const override;
+  /// The values of every use of the flag, in their order.
+  std::vector<std::string> ValuesOf(const std::string& flag) const;
 
  private:
   struct Use {

@@ -74,14 +74,17 @@ class InterpreterTest : public testing::Test {
 };
 
 TEST_F(InterpreterTest, KnowsItsOwnAndRegisteredCommands) {
-  EXPECT_EQ(interpreter_.CommandNames(), (Names{"currentTime", "obey", "select"}));
+  EXPECT_EQ(interpreter_.CommandNames(),
+            (Names{"currentTime", "getAttr", "obey", "select", "setKeyframe", "undoInfo"}));
   EXPECT_FALSE(registry_->RegisterCommand("obey", &ObeyCommand::Create, nullptr).ok());
   EXPECT_FALSE(registry_->RegisterCommand("select", &ObeyCommand::Create, nullptr).ok());
   EXPECT_FALSE(registry_->DeregisterCommand("select").ok());
   EXPECT_TRUE(registry_->DeregisterCommand("obey").ok());
   EXPECT_FALSE(registry_->DeregisterCommand("obey").ok());
   EXPECT_FALSE(interpreter_.Knows("obey"));
-  EXPECT_EQ(ErrorOf({"obey"}), "unknown command \"obey\"; the commands are currentTime, select");
+  EXPECT_EQ(ErrorOf({"obey"}),
+            "unknown command \"obey\"; the commands are currentTime, getAttr, select, setKeyframe, "
+            "undoInfo");
 }
 
 TEST_F(InterpreterTest, AStatusAnErrorAnExceptionOrAWrongFlagIsAFailure) {
