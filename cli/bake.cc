@@ -155,7 +155,7 @@ int Bake(const BakeOptions& options) {
                " bones of " + lbp.name + " is there by its plain name; " + hint);
     return 1;
   }
-  WarnOfJoints(*scene, sceneName, playback.BoneNames());
+  WarnOfJoints({*scene, sceneName, nameSpace}, playback.BoneNames(), playback.Rig());
   if (baking.Joints().empty()) {
     PrintError(sceneName + ": it has none of the joints of " + lbp.name);
     return 1;

@@ -66,18 +66,19 @@ const standalone::CurveKey* OtherKey(const Scene& scene, NodeId joint, Channel c
 
 }  // namespace
 
-void WarnOfJoints(const Scene& scene, const std::string& sceneName,
-                  const std::vector<std::string>& boneNames) {
+void WarnOfJoints(const check::CheckedScene& scene, const std::vector<std::string>& boneNames,
+                  const TBonePoseInfo& rig) {
   std::vector<check::NamedBone> bones;
   bones.reserve(boneNames.size());
   for (const std::string& name : boneNames)
     bones.push_back({name, 1});
   std::vector<check::Finding> findings;
   check::Recorder recorder({}, findings, std::numeric_limits<std::size_t>::max());
-  check::CheckBonesAgainstScene(bones, scene, sceneName, recorder);
+  check::CheckBonesAgainstScene(bones, rig, scene, recorder);
   for (const check::Finding& finding : findings) {
-    const bool isOfChannel =
-        finding.rule == check::rule::kChannelDriven || finding.rule == check::rule::kChannelLocked;
+    const bool isOfChannel = finding.rule == check::rule::kChannelDriven ||
+                             finding.rule == check::rule::kChannelLocked ||
+                             finding.rule == check::rule::kNoKeys;
     if (!isOfChannel) PrintWarning(finding.text);
   }
 }

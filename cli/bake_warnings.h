@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "lipvane/check/scene_check.h"
+#include "lipvane/engine/bone_pose.h"
 #include "lipvane/host/standalone/scene.h"
 
 /// What a user should know of a scene before, and after, an animation is baked onto it.
@@ -12,8 +14,8 @@ namespace lipvane::cli {
 
 /// Warns of bones that the scene has not or has twice, and of joints that stand otherwise than keys
 /// say. Channels that take no keys are WarnOfLostKeys's.
-void WarnOfJoints(const standalone::Scene& scene, const std::string& sceneName,
-                  const std::vector<std::string>& boneNames);
+void WarnOfJoints(const check::CheckedScene& scene, const std::vector<std::string>& boneNames,
+                  const TBonePoseInfo& rig);
 
 /// Warns of joints with channels that take no keys, a line for each kind of cause with what to do
 /// about it, and counts the joints that get no keys at all. Answers how many get some.

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <ostream>
+#include <string_view>
 #include <utility>
 
 #include "cli/file_format.h"
@@ -17,8 +18,12 @@
 #include "lipvane/check/lbp_check.h"
 #include "lipvane/check/ltf_check.h"
 #include "lipvane/check/scene_check.h"
+#include "lipvane/check/timing/timing_check.h"
 #include "lipvane/check/vocabulary.h"
+#include "lipvane/formats/phonemes.h"
+#include "lipvane/host/standalone/references.h"
 #include "lipvane/host/standalone/scene.h"
+#include "lipvane/speech/timing.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
@@ -55,42 +60,62 @@ std::optional<Scene> OpenSceneToSearch(const std::string& fileName, std::string&
   Progress progress;
   std::optional<Scene> scene = OpenScene(fileName, "--scene", progress, problem);
   if (!scene) return scene;
-  for (const std::string& file : scene->References()) {
-    PrintWarning("the nodes of the referenced file \"" + file + "\" are missing: it is not read");
-  }
+  const std::string missing = standalone::MissingReferences(*scene);
+  if (!missing.empty()) PrintWarning(missing);
   return scene;
 }
 
-/// What the animations may move: by the first pose file among them, else by a new rig.
-Vocabulary FindVocabulary(const std::vector<Input>& inputs) {
+/// What `read` makes of the first pose file that it can read, else what a new rig has: all other
+/// files are held against that.
+template <typename Value>
+Value FirstOf(const std::vector<Input>& inputs, std::optional<Value> (*read)(std::string_view),
+              Value (*ofNewRig)()) {
   for (const Input& input : inputs) {
     if (input.format != FileFormat::kLbp) continue;
-    if (auto vocabulary = check::VocabularyOf(input.text)) return *vocabulary;
+    if (auto value = read(input.text)) return *value;
   }
-  return check::NewRigVocabulary();
+  return ofNewRig();
 }
+
+/// What the files of each kind are held against.
+struct Measure {
+  std::optional<Scene> scene;
+  Vocabulary vocabulary;
+  PhonemeMapping phonemes;
+  double framesPerSecond = kFilmRate;
+};
 
 void AddWrongFormat(const Input& input, std::vector<Finding>& findings) {
   check::Recorder(input.name, findings)
-      .Add(1, check::rule::kUnreadable,
-           input.format == FileFormat::kScene
-               ? "this is a Maya ASCII scene: a scene is given with --scene"
-               : "this is neither a bone pose file (LBP) nor an animation file (LTF)");
+      .Add(
+          1, check::rule::kUnreadable,
+          input.format == FileFormat::kScene
+              ? "this is a Maya ASCII scene: a scene is given with --scene"
+              : "this is neither a bone pose file (LBP) nor an animation file (LTF), and no timing "
+                "file");
 }
 
-void CheckInput(const Input& input, const std::optional<Scene>& scene, const std::string& sceneName,
-                const Vocabulary& vocabulary, std::vector<Finding>& findings) {
+void CheckInput(const Input& input, const Measure& measure, const CheckOptions& options,
+                std::vector<Finding>& findings) {
   const std::size_t before = findings.size();
   switch (input.format) {
     case FileFormat::kLbp:
       check::CheckLbp(input.name, input.text, findings);
-      if (scene) check::CheckAgainstScene(input.name, input.text, *scene, sceneName, findings);
+      if (measure.scene) {
+        check::CheckAgainstScene(input.name, input.text,
+                                 {*measure.scene, InputName(options.scene), options.nameSpace},
+                                 findings);
+      }
       check::SortByLine(findings, before);
       return;
     case FileFormat::kLtf:
-      return check::CheckLtf(input.name, input.text, vocabulary, findings);
-    case FileFormat::kScene:
+      return check::CheckLtf(input.name, input.text, measure.vocabulary, findings);
     case FileFormat::kTiming:
+      return check::CheckTiming(
+          input.name, input.text,
+          speech::OptionsFor(input.text, {options.tier, options.framesPerSecond}), measure.phonemes,
+          measure.framesPerSecond, findings);
+    case FileFormat::kScene:
     case FileFormat::kUnknown:
       return AddWrongFormat(input, findings);
   }
@@ -116,32 +141,42 @@ void AddUnopened(const std::string& fileName, const std::string& problem,
 
 }  // namespace
 
-int Check(const std::vector<std::string>& files, const std::string& sceneFile, bool asJson) {
-  const std::string scene = InputName(sceneFile);
+int Check(const CheckOptions& options) {
+  const std::string scene = InputName(options.scene);
   std::vector<Input> inputs;
-  bool ok = ReadInputs(files, inputs);
-  std::optional<Scene> opened;
+  bool ok = ReadInputs(options.files, inputs);
+  Measure measure;
   std::string sceneProblem;
-  if (!scene.empty()) {
-    opened = OpenSceneToSearch(sceneFile, sceneProblem);
-    ok = opened.has_value() && ok;
+  if (!options.scene.empty()) {
+    measure.scene = OpenSceneToSearch(options.scene, sceneProblem);
+    if (measure.scene && !HasNamespace(*measure.scene, scene, options.nameSpace)) {
+      measure.scene.reset();
+      sceneProblem = "there is no such namespace";
+    }
+    ok = measure.scene.has_value() && ok;
+    if (measure.scene) measure.framesPerSecond = measure.scene->FramesPerSecond();
     if (!HasAny(inputs, FileFormat::kLbp)) {
       PrintWarning(scene + ": there is no bone pose file (LBP) to hold against it");
     }
   }
-  const Vocabulary vocabulary =
-      HasAny(inputs, FileFormat::kLtf) ? FindVocabulary(inputs) : Vocabulary();
+  measure.framesPerSecond = options.framesPerSecond.value_or(measure.framesPerSecond);
+  if (HasAny(inputs, FileFormat::kLtf)) {
+    measure.vocabulary = FirstOf(inputs, check::VocabularyOf, check::NewRigVocabulary);
+  }
+  if (HasAny(inputs, FileFormat::kTiming)) {
+    measure.phonemes = FirstOf(inputs, check::PhonemesOf, check::NewRigPhonemes);
+  }
   std::vector<Finding> findings;
   for (const Input& input : inputs) {
     if (input.problem.empty()) {
-      CheckInput(input, opened, scene, vocabulary, findings);
-    } else if (asJson) {
+      CheckInput(input, measure, options, findings);
+    } else if (options.asJson) {
       AddUnopened(input.name, input.problem, findings);
     }
   }
-  if (asJson && !sceneProblem.empty()) AddUnopened(scene, sceneProblem, findings);
+  if (options.asJson && !sceneProblem.empty()) AddUnopened(scene, sceneProblem, findings);
 
-  const std::string result = asJson ? CheckReport(findings) : CheckLines(findings);
+  const std::string result = options.asJson ? CheckReport(findings) : CheckLines(findings);
   ok = WriteOutput(kStandardOutput, [&](std::ostream& out) { out << result; }) && ok;
   const bool hasError = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
     return finding.rule.severity == check::Severity::kError;

@@ -13,6 +13,7 @@
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/ltf.h"
 #include "lipvane/formats/phonemes.h"
+#include "lipvane/speech/label_kinds.h"
 #include "lipvane/speech/meanings.h"
 #include "lipvane/speech/phones.h"
 #include "lipvane/speech/shapes_file.h"
@@ -78,7 +79,10 @@ class Speaking {
     }
     std::vector<speech::UnknownLabel> unknown;
     const auto phones = speech::PhonesOf(timing_, meanings, standIn, unknown);
-    if (!AreSettled(unknown)) return false;
+    if (!AreSettled(unknown, speech::FindWordsTier(timing_, meanings))) return false;
+    if (const auto words = speech::FindUnknownWords(timing_, meanings); !words.text.empty()) {
+      PrintNote(timingName_ + ":" + std::to_string(words.line) + ": " + words.text);
+    }
     speech::LeftOut leftOut;
     animation = speech::SpeechTracks(phones, timing_.end, meanings.Silence(),
                                      mapping_.speechTargets, options_.trackOptions, leftOut);
@@ -106,9 +110,17 @@ class Speaking {
   }
 
  private:
-  /// Whether every label has a meaning, be it the one for unknown labels; says which have none.
-  bool AreSettled(const std::vector<speech::UnknownLabel>& unknown) const {
+  /// Whether every label has a meaning, be it the one for unknown labels; says which have none, and
+  /// when they are words. By their look alone they may be sounds that --unknown is meant for.
+  bool AreSettled(const std::vector<speech::UnknownLabel>& unknown,
+                  const speech::WordsTier& words) const {
+    std::string start = timingName_ + ": ";
+    if (words.isNamed && (unknown.empty() || !options_.unknown.empty())) {
+      PrintError(start + words.text);
+      return false;
+    }
     if (unknown.empty()) return true;
+    if (!words.text.empty()) start += words.text + ". ";
     std::string list;
     for (const speech::UnknownLabel& label : unknown) {
       list += "\n  " + timingName_ + ":" + std::to_string(label.line) + ": " +
@@ -121,12 +133,12 @@ class Speaking {
     const bool isOne = unknown.size() == 1;
     const std::string count = std::to_string(unknown.size()) + (isOne ? " label" : " labels");
     if (!options_.unknown.empty()) {
-      PrintNote(timingName_ + ": " + options_.unknown + " stands for " + count +
+      PrintNote(start + options_.unknown + " stands for " + count +
                 " that nothing else explains:" + list);
       return true;
     }
-    PrintError(timingName_ + ": " + count + (isOne ? " stands" : " stand") + " for no phoneme of " +
-               lbpName_ + ":" + list +
+    PrintError(start + count + (isOne ? " stands" : " stand") + " for no phoneme of " + lbpName_ +
+               ":" + list +
                "\nWords need an aligner first; --tier names another tier. --unknown PHONEME says "
                "what stands for all of these (Sil is silence), --shapes FILE gives them weights of "
                "their own.");

@@ -206,29 +206,40 @@ void AddInspect(CLI::App& app, Work& work) {
       [=, &work] { work = [values] { return Inspect(values->file, values->asJson); }; });
 }
 
+CLI::Option* AddTier(CLI::App& command, std::string& value) {
+  return command
+      .add_option("--tier", value,
+                  "The tier of a TextGrid [the only one whose name ends in \"phones\", else in "
+                  "\"phone\" or "
+                  "\"MAU\"], or the voice of a Papagayo project")
+      ->type_name("NAME");
+}
+
 void AddCheck(CLI::App& app, Work& work) {
   CLI::App* command = app.add_subcommand(
-      "check", "Say what is wrong with pose (LBP) and animation (LTF) files, or odd");
-  struct Values {
-    std::vector<std::string> files;
-    std::string scene;
-    bool asJson = false;
-  };
-  const auto values = std::make_shared<Values>();
-  command->add_option("FILE", values->files, "Files to check")->required();
+      "check", "Say what is wrong with pose (LBP), animation (LTF) and timing files, or odd");
+  const auto options = std::make_shared<CheckOptions>();
+  command->add_option("FILE", options->files, "Files to check")->required();
   CLI::Option* scene = command->add_option(
-      "--scene", values->scene, "Also say what keeps the poses from being put onto this scene");
+      "--scene", options->scene, "Also say what keeps the poses from being put onto this scene");
   scene->type_name("SCENE.ma");
-  command->add_flag("--json", values->asJson, "The findings as JSON");
+  AddNamespace(*command, options->nameSpace)->needs(scene);
+  command->add_flag("--json", options->asJson, "The findings as JSON");
+  CLI::Option* tier = AddTier(*command, options->tier);
+  AddValue(
+      *command, "--fps", "N",
+      "Frames a second, to find sounds that are shorter than a frame [the scene's rate, else 24]",
+      options->framesPerSecond, ReadRate);
   command->footer(
       "Findings go to standard output, one a line: FILE:LINE: SEVERITY: TEXT [RULE]. The exit\n"
       "status is 1 when one of them is an error. docs/check.md says what each rule is about.");
   command->callback([=, &work] {
     RefuseEmpty(*scene);
-    std::vector<std::string> inputs = values->files;
-    inputs.push_back(values->scene);
+    RefuseEmpty(*tier, "a name");
+    std::vector<std::string> inputs = options->files;
+    inputs.push_back(options->scene);
     RefuseSharedInput(inputs);
-    work = [values] { return Check(values->files, values->scene, values->asJson); };
+    work = [options] { return Check(*options); };
   });
 }
 
@@ -294,15 +305,6 @@ void AddBake(CLI::App& app, Work& work) {
     }
     work = [options] { return Bake(*options); };
   });
-}
-
-CLI::Option* AddTier(CLI::App& command, std::string& value) {
-  return command
-      .add_option(
-          "--tier", value,
-          "The tier of a TextGrid [the only one whose name ends in \"phones\"], or the voice "
-          "of a Papagayo project")
-      ->type_name("NAME");
 }
 
 CLI::Option* AddMohoRate(CLI::App& command, std::optional<double>& value) {

@@ -6,7 +6,11 @@
 namespace lipvane::check {
 void SortByLine(std::vector<Finding>& findings, std::size_t first) {
   std::stable_sort(findings.begin() + static_cast<std::ptrdiff_t>(first), findings.end(),
-                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
+                   [](const Finding& a, const Finding& b) {
+                     const bool isSum = a.rule == rule::kNoKeys;
+                     const bool isOtherSum = b.rule == rule::kNoKeys;
+                     return isSum == isOtherSum ? a.line < b.line : isOtherSum;
+                   });
 }
 
 Recorder::Recorder(std::string file, std::vector<Finding>& findings, std::size_t most)

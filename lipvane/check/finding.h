@@ -18,7 +18,8 @@ struct Finding {
   std::string text;  ///< begins small, no full stop; may hold any bytes of the file
 };
 
-/// Orders those from place `first` on by line; of one line they stay as they were found.
+/// Orders those from place `first` on by line; of one line they stay as they were found. What sums
+/// up others comes last.
 void SortByLine(std::vector<Finding>& findings, std::size_t first);
 
 /// So many findings of one rule are kept of a file, and one more that counts the rest: a file of

@@ -9,6 +9,7 @@
 #include "lipvane/check/count_lines.h"
 #include "lipvane/check/lbp_sections.h"
 #include "lipvane/check/pose_check.h"
+#include "lipvane/check/unmoved_poses.h"
 #include "lipvane/check/unreadable.h"
 #include "lipvane/check/words.h"
 #include "lipvane/engine/bone_pose.h"
@@ -354,8 +355,12 @@ void LbpCheck::CheckReadable() {
   TBonePoseInfo poseInfo;
   PhonemeMapping mapping;
   ReadProblem problem;
-  if (isRefusalExplained_ || ReadLbpText(text_, poseInfo, mapping, problem)) return;
-  AddUnreadable(text_, problem, recorder_);
+  if (isRefusalExplained_) return;
+  if (!ReadLbpText(text_, poseInfo, mapping, problem)) {
+    AddUnreadable(text_, problem, recorder_);
+    return;
+  }
+  CheckUnmovedPoses(sections_, poseInfo, mapping, recorder_);
 }
 
 }  // namespace

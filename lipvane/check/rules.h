@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
-/// What is looked for in pose and animation files. docs/check.md says of each rule why it matters
-/// and what to do; scripts rely on the identifiers.
+/// What is looked for in pose, animation and timing files. docs/check.md says of each rule why it
+/// matters and what to do; scripts rely on the identifiers.
 namespace lipvane::check {
 
 enum class Severity {
@@ -49,6 +49,7 @@ inline constexpr Rule kBoneLineLong{"bone-line-long", Severity::kWarning};
 inline constexpr Rule kRotationLength{"rotation-length", Severity::kWarning};
 inline constexpr Rule kSpeechPoses{"speech-poses", Severity::kError};
 inline constexpr Rule kExpressionPoses{"expression-poses", Severity::kWarning};
+inline constexpr Rule kUnmovedPose{"unmoved-pose", Severity::kWarning};
 
 // Bone pose files against a scene.
 inline constexpr Rule kBoneMissing{"bone-missing", Severity::kError};
@@ -58,6 +59,9 @@ inline constexpr Rule kRotateOrder{"rotate-order", Severity::kError};
 inline constexpr Rule kRotateAxis{"rotate-axis", Severity::kError};
 inline constexpr Rule kChannelDriven{"channel-driven", Severity::kWarning};
 inline constexpr Rule kChannelLocked{"channel-locked", Severity::kWarning};
+inline constexpr Rule kNeutralScale{"neutral-scale", Severity::kWarning};
+inline constexpr Rule kNeutralPose{"neutral-pose", Severity::kWarning};
+inline constexpr Rule kNoKeys{"no-keys", Severity::kWarning};
 
 // Animation files.
 inline constexpr Rule kKeyOrder{"key-order", Severity::kError};
@@ -70,6 +74,13 @@ inline constexpr Rule kUnknownTrack{"unknown-track", Severity::kWarning};
 inline constexpr Rule kTrackOrder{"track-order", Severity::kWarning};
 inline constexpr Rule kDuplicateTrack{"duplicate-track", Severity::kWarning};
 inline constexpr Rule kUnreadTracks{"unread-tracks", Severity::kError};
+
+// Timing files.
+inline constexpr Rule kUnknownLabel{"unknown-label", Severity::kError};
+inline constexpr Rule kWordsTier{"words-tier", Severity::kError};
+inline constexpr Rule kUnknownWord{"unknown-word", Severity::kWarning};
+inline constexpr Rule kShortClosure{"short-closure", Severity::kWarning};
+inline constexpr Rule kShortSound{"short-sound", Severity::kNote};
 
 }  // namespace rule
 
@@ -96,6 +107,7 @@ inline constexpr std::array kAllRules = {rule::kUnreadable,
                                          rule::kRotationLength,
                                          rule::kSpeechPoses,
                                          rule::kExpressionPoses,
+                                         rule::kUnmovedPose,
                                          rule::kBoneMissing,
                                          rule::kBoneNotJoint,
                                          rule::kBoneRepeated,
@@ -103,6 +115,9 @@ inline constexpr std::array kAllRules = {rule::kUnreadable,
                                          rule::kRotateAxis,
                                          rule::kChannelDriven,
                                          rule::kChannelLocked,
+                                         rule::kNeutralScale,
+                                         rule::kNeutralPose,
+                                         rule::kNoKeys,
                                          rule::kKeyOrder,
                                          rule::kEqualTimes,
                                          rule::kEqualLastTimes,
@@ -113,7 +128,12 @@ inline constexpr std::array kAllRules = {rule::kUnreadable,
                                          rule::kTrackOrder,
                                          rule::kDuplicateTrack,
                                          rule::kUnreadLines,
-                                         rule::kUnreadTracks};
+                                         rule::kUnreadTracks,
+                                         rule::kUnknownLabel,
+                                         rule::kWordsTier,
+                                         rule::kUnknownWord,
+                                         rule::kShortClosure,
+                                         rule::kShortSound};
 
 /// "error", "warning" or "note".
 constexpr const char* SeverityName(Severity severity) {

@@ -3,11 +3,18 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <unordered_map>
 #include <unordered_set>
 
+#include "lipvane/check/joint_turn.h"
 #include "lipvane/check/lbp_sections.h"
+#include "lipvane/check/namespace_hint.h"
+#include "lipvane/check/rest_check.h"
+#include "lipvane/check/words.h"
 #include "lipvane/formats/lbp.h"
+#include "lipvane/host/lost_keys.h"
+#include "lipvane/host/standalone/namespaces.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
@@ -21,6 +28,7 @@ using standalone::PathId;
 using standalone::Refusal;
 using standalone::Scene;
 using standalone::ShownName;
+using standalone::TransformValues;
 using text::Quoted;  // in full: long names of rigs often differ at their ends alone
 
 /// Keys go to these; scale gets none.
@@ -28,142 +36,221 @@ constexpr Channel kKeyedChannels[] = {Channel::kTranslateX, Channel::kTranslateY
                                       Channel::kTranslateZ, Channel::kRotateX,
                                       Channel::kRotateY,    Channel::kRotateZ};
 
-/// In radians. Hosts write dust instead of zeros; a file's six digits hold no less than this.
-constexpr double kAxisTolerance = 1e-6;
+/// In degrees: less is seen by nobody.
+constexpr double kTurnTolerance = 0.1;
 
 constexpr const char* kRotateOrders[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
 
+/// With its poses when they are what their lines look like: a wrong count gives each bone
+/// another's.
+TBonePoseInfo RigOf(std::string_view lbpText, const LbpSections& sections) {
+  TBonePoseInfo rig;
+  PhonemeMapping unused;
+  ReadProblem problem;
+  const bool isWhole = ReadLbpText(lbpText, rig, unused, problem) &&
+                       rig.boneNames.size() == sections.hierarchy.size() &&
+                       rig.poses.size() * rig.boneNames.size() == sections.boneLines.size();
+  return isWhole ? rig : TBonePoseInfo();
+}
+
+/// "translateX, translateY and rotateZ are".
+std::string ListedChannels(const std::vector<std::string>& channels) {
+  if (channels.size() == std::size(kKeyedChannels)) return "all six channels are";
+  return host::JoinedNames(channels) + (channels.size() == 1 ? " is" : " are");
+}
+
+/// What a channel is that gets no keys.
+std::string RefusalText(Refusal refusal, const std::string& driver) {
+  if (refusal == Refusal::kLocked) return " locked";
+  const std::string driven = " driven by " + Quoted(driver);
+  if (refusal == Refusal::kLostValues)
+    return driven + " through a conversion that loses its values";
+  if (refusal == Refusal::kUnreadKeys)
+    return driven + ", a curve with keys that are not understood";
+  return driven + " (not a curve over time)";
+}
+
 class SceneCheck {
  public:
-  SceneCheck(const Scene& scene, std::string sceneName, Recorder& recorder)
-      : scene_(scene), sceneName_(std::move(sceneName)), recorder_(recorder) {}
+  SceneCheck(const TBonePoseInfo& rig, const CheckedScene& checked, Recorder& recorder)
+      : rig_(rig),
+        scene_(checked.scene),
+        sceneName_(checked.name),
+        nameSpace_(checked.nameSpace),
+        recorder_(recorder) {}
 
   void Run(const std::vector<NamedBone>& bones) {
     for (const NamedBone& bone : bones)
       nodes_.try_emplace(bone.name);
     for (PathId path = 0; path < scene_.PathCount(); ++path) {
       const NodeId node = scene_.NodeOf(path);
-      const auto wanted = nodes_.find(scene_.Name(node));
+      const auto wanted = nodes_.find(standalone::RelativeName(scene_, node, nameSpace_));
       if (wanted == nodes_.end()) continue;
       // An instance is a node met before: it counts once, and yet may be the last.
       wanted->second.count += scene_.FirstPath(node) == path ? 1 : 0;
       wanted->second.last = node;
     }
+    if (IsElsewhere(bones)) return;
     std::unordered_set<std::string_view> done;
-    for (const NamedBone& bone : bones) {
-      if (done.insert(bone.name).second) CheckBone(bone);
+    std::size_t keyless = 0;
+    for (std::size_t i = 0; i < bones.size(); ++i) {
+      if (done.insert(bones[i].name).second && !CheckBone(bones[i], i)) ++keyless;
     }
+    if (keyless == 0) return;
+    recorder_.Add(bones.back().line, rule::kNoKeys,
+                  std::to_string(keyless) + " of " +
+                      Counted(static_cast<long long>(done.size()), "bone", "bones") +
+                      (keyless == 1 ? " gets no keys" : " get no keys"));
   }
 
+  /// The joints that were found and that no other node shares its name with.
+  const std::vector<JointOfBone>& Joints() const { return joints_; }
+
  private:
-  void CheckBone(const NamedBone& named);
-  void CheckRotation(std::size_t line, NodeId joint);
-  void CheckChannel(std::size_t line, NodeId joint, Channel channel);
+  /// Whether all bones are missing, and there in another namespace: that is said in one finding.
+  bool IsElsewhere(const std::vector<NamedBone>& bones);
+  /// False when it gets no keys at all.
+  bool CheckBone(const NamedBone& named, std::size_t bone);
+  void CheckRotation(std::size_t line, std::size_t bone, NodeId joint);
+  bool CheckChannels(std::size_t line, NodeId joint);
   std::string PathOf(NodeId node) const { return Quoted(scene_.ShownPath(scene_.FirstPath(node))); }
 
+  const TBonePoseInfo& rig_;
   const Scene& scene_;
   std::string sceneName_;
+  std::string nameSpace_;
   Recorder& recorder_;
   struct Nodes {
     std::size_t count = 0;
     NodeId last = 0;
   };
   std::unordered_map<std::string_view, Nodes> nodes_;
+  std::vector<JointOfBone> joints_;
 };
 
-void SceneCheck::CheckBone(const NamedBone& named) {
-  const std::string bone = "bone " + Quoted(named.name);
+bool SceneCheck::IsElsewhere(const std::vector<NamedBone>& bones) {
+  std::vector<std::string> missing;
+  for (const NamedBone& bone : bones) {
+    if (nodes_[bone.name].count > 0) return false;
+    missing.emplace_back(bone.name);
+  }
+  const std::string hint = NamespaceHint(scene_, missing);
+  if (hint.empty()) return false;
+  recorder_.Add(bones.front().line, rule::kBoneMissing,
+                "none of the " + std::to_string(bones.size()) + " bones is in " + sceneName_ +
+                    " by its plain name; " + hint);
+  return true;
+}
+
+bool SceneCheck::CheckBone(const NamedBone& named, std::size_t bone) {
+  const std::string subject = "bone " + Quoted(named.name);
   const Nodes& found = nodes_[named.name];
   if (found.count == 0) {
-    recorder_.Add(named.line, rule::kBoneMissing, bone + " is not in " + sceneName_);
-    return;
+    recorder_.Add(named.line, rule::kBoneMissing, subject + " is not in " + sceneName_);
+    return false;
   }
   // The keys go to the last one met, joint or not.
   const NodeId node = found.last;
   const bool isJoint = scene_.Kind(node) == standalone::NodeKind::kJoint;
   if (found.count > 1) {
     recorder_.Add(named.line, rule::kBoneRepeated,
-                  bone + " is in " + sceneName_ + " " + std::to_string(found.count) + " times: " +
-                      (isJoint ? "the keys go to " : "the keys would go to ") + PathOf(node));
+                  subject + " is in " + sceneName_ + " " + std::to_string(found.count) +
+                      " times: " + (isJoint ? "the keys go to " : "the keys would go to ") +
+                      PathOf(node));
   }
   if (!isJoint) {
     recorder_.Add(named.line, rule::kBoneNotJoint,
-                  bone + " is " + PathOf(node) + " in " + sceneName_ + ", of the type " +
+                  subject + " is " + PathOf(node) + " in " + sceneName_ + ", of the type " +
                       scene_.Type(node) + " and no joint: it gets no keys");
-    return;
+    return false;
   }
-  CheckRotation(named.line, node);
-  for (const Channel channel : kKeyedChannels)
-    CheckChannel(named.line, node, channel);
+  if (found.count == 1) joints_.push_back({bone, node, named.line});
+  CheckRotation(named.line, bone, node);
+  return CheckChannels(named.line, node);
 }
 
-void SceneCheck::CheckRotation(std::size_t line, NodeId joint) {
+void SceneCheck::CheckRotation(std::size_t line, std::size_t bone, NodeId joint) {
+  if (rig_.poses.empty()) return;
   std::string orderDriver;
   std::string axisDriver;
   const auto keepDriver = [&](const std::string& attribute, const std::string& driver) {
     if (attribute == "rotateOrder") orderDriver = driver;
     if (attribute.rfind("rotateAxis", 0) == 0) axisDriver = driver;
   };
-  const standalone::TransformValues values = scene_.ValuesAt(joint, scene_.StartTime(), keepDriver);
-  const std::string subject = "joint " + PathOf(joint) + " in " + sceneName_ + " has a rotate ";
+  const TransformValues values = scene_.ValuesAt(joint, scene_.StartTime(), keepDriver);
+  const std::string subject = "joint " + PathOf(joint) + " in " + sceneName_ + " has ";
   const auto isDriven = [&](const std::string& driver) {
     return " that " + Quoted(ShownName(driver)) +
            " drives, which is not evaluated here: keys may not give the pose back";
   };
+  TransformValues onlyOrder = values;
+  onlyOrder.rotateAxis = {};
+  TransformValues onlyAxis = values;
+  onlyAxis.rotateOrder = standalone::RotateOrder::kXyz;
+  const WorstTurn off = FindWorstTurn(rig_, bone, values);
+  // Most joints turn so that it makes no difference, and one may make up for the other.
+  const auto matters = [&](const TransformValues& alone) {
+    return off.degrees > kTurnTolerance &&
+           FindWorstTurn(rig_, bone, alone).degrees > kTurnTolerance;
+  };
+  const std::string howFar = ": keyed with pose " + std::to_string(off.pose) + " it stands " +
+                             text::RoundedReal(std::round(off.degrees * 10) / 10) + " degrees off";
   if (!orderDriver.empty()) {
-    recorder_.Add(line, rule::kRotateOrder, subject + "order" + isDriven(orderDriver));
-  } else if (values.rotateOrder != standalone::RotateOrder::kXyz) {
+    recorder_.Add(line, rule::kRotateOrder, subject + "a rotate order" + isDriven(orderDriver));
+  } else if (matters(onlyOrder)) {
     recorder_.Add(line, rule::kRotateOrder,
-                  "joint " + PathOf(joint) + " in " + sceneName_ + " has the rotate order " +
-                      kRotateOrders[static_cast<std::size_t>(values.rotateOrder)] +
-                      ", not xyz: keys do not give the pose back");
+                  subject + "the rotate order " +
+                      kRotateOrders[static_cast<std::size_t>(values.rotateOrder)] + ", not xyz" +
+                      howFar);
   }
   if (!axisDriver.empty()) {
-    recorder_.Add(line, rule::kRotateAxis, subject + "axis" + isDriven(axisDriver));
-  } else if (std::any_of(values.rotateAxis.begin(), values.rotateAxis.end(),
-                         [](double angle) { return std::abs(angle) > kAxisTolerance; })) {
-    recorder_.Add(line, rule::kRotateAxis,
-                  subject + "axis that is not zero: keys do not give the pose back");
+    recorder_.Add(line, rule::kRotateAxis, subject + "a rotate axis" + isDriven(axisDriver));
+  } else if (matters(onlyAxis)) {
+    recorder_.Add(line, rule::kRotateAxis, subject + "a rotate axis that is not zero" + howFar);
   }
 }
 
-void SceneCheck::CheckChannel(std::size_t line, NodeId joint, Channel channel) {
-  const std::string path =
-      Quoted(scene_.ShownPath(scene_.FirstPath(joint)) + "." + ChannelName(channel)) + " in " +
-      sceneName_;
-  const auto add = [&](const Rule& rule, const std::string& text) {
-    recorder_.Add(line, rule, path + text);
+/// Says which channels get no keys, in one line for each kind of cause. False when none gets any.
+bool SceneCheck::CheckChannels(std::size_t line, NodeId joint) {
+  struct Cause {
+    Refusal refusal;
+    std::string text;
+    std::vector<std::string> channels;
   };
-  const std::string driven =
-      " is driven by " + Quoted(ShownName(scene_.DriverName(joint, channel)));
-  switch (scene_.RefusalOf(joint, channel)) {
-    case Refusal::kLocked:
-      return add(rule::kChannelLocked, " is locked: it gets no curve and no keys");
-    case Refusal::kOther:
-      return add(rule::kChannelDriven,
-                 driven + " (not a curve over time): it gets no curve and no keys");
-    case Refusal::kLostValues:
-      return add(rule::kChannelDriven,
-                 driven + " through a conversion that loses its values: it gets no keys");
-    case Refusal::kUnreadKeys:
-      return add(rule::kChannelDriven,
-                 driven + ", a curve with keys that are not understood: it gets no keys");
-    case Refusal::kNoChannel:
-    case Refusal::kNone:
-      break;
+  std::vector<Cause> causes;
+  std::size_t refused = 0;
+  for (const Channel channel : kKeyedChannels) {
+    const Refusal refusal = scene_.RefusalOf(joint, channel);
+    if (refusal == Refusal::kNone || refusal == Refusal::kNoChannel) continue;
+    ++refused;
+    const std::string text = RefusalText(refusal, ShownName(scene_.DriverName(joint, channel)));
+    auto cause = std::find_if(causes.begin(), causes.end(),
+                              [&](const Cause& known) { return known.text == text; });
+    if (cause == causes.end()) cause = causes.insert(cause, {refusal, text, {}});
+    cause->channels.emplace_back(ChannelName(channel));
   }
+  for (const bool areLocked : {false, true}) {
+    std::string list;
+    for (const Cause& cause : causes) {
+      if ((cause.refusal == Refusal::kLocked) != areLocked) continue;
+      list += (list.empty() ? "" : "; ") + ListedChannels(cause.channels) + cause.text;
+    }
+    if (list.empty()) continue;
+    recorder_.Add(line, areLocked ? rule::kChannelLocked : rule::kChannelDriven,
+                  PathOf(joint) + " in " + sceneName_ + ": " + list + ": no keys");
+  }
+  return refused < std::size(kKeyedChannels);
 }
 
 }  // namespace
 
-void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const Scene& scene,
-                            const std::string& sceneName, Recorder& recorder) {
-  SceneCheck(scene, sceneName, recorder).Run(bones);
+void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const TBonePoseInfo& rig,
+                            const CheckedScene& scene, Recorder& recorder) {
+  SceneCheck(rig, scene, recorder).Run(bones);
 }
 
 void CheckAgainstScene(const std::string& lbpFileName, std::string_view lbpText,
-                       const standalone::Scene& scene, const std::string& sceneName,
-                       std::vector<Finding>& findings) {
+                       const CheckedScene& scene, std::vector<Finding>& findings) {
   const LbpSections sections = SplitLbpSections(lbpText);
   if (text::IntegerPrefix(sections.version.text) != LBP_FORMAT_VERSION) return;
   std::vector<NamedBone> bones;
@@ -171,7 +258,10 @@ void CheckAgainstScene(const std::string& lbpFileName, std::string_view lbpText,
     bones.push_back({BoneName(line.text), line.number});
   const std::size_t before = findings.size();
   Recorder recorder(lbpFileName, findings);
-  CheckBonesAgainstScene(bones, scene, sceneName, recorder);
+  const TBonePoseInfo rig = RigOf(lbpText, sections);
+  SceneCheck check(rig, scene, recorder);
+  check.Run(bones);
+  CheckRest(check.Joints(), rig, scene.scene, scene.name, recorder);
   SortByLine(findings, before);
 }
 

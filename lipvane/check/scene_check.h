@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "lipvane/check/finding.h"
+#include "lipvane/engine/bone_pose.h"
 #include "lipvane/host/standalone/scene.h"
 
 namespace lipvane::check {
@@ -15,16 +16,23 @@ struct NamedBone {
   std::size_t line = 1;
 };
 
-/// Records what keeps the poses of these bones from being put onto a scene. `sceneName` stands for
-/// the scene in messages, which have all names in full. A name that comes twice is looked at once.
-void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const standalone::Scene& scene,
-                            const std::string& sceneName, Recorder& recorder);
+/// A scene to hold bones against.
+struct CheckedScene {
+  const standalone::Scene& scene;
+  std::string name;       ///< what messages call it
+  std::string nameSpace;  ///< that the bones are in; empty for the root
+};
 
-/// Adds what keeps the poses of a bone pose file from being put onto a scene, each at the bone's
-/// hierarchy line, in order of line. `sceneName` stands for the scene in messages. Nothing is said
-/// of a file of another version.
+/// Records what keeps the poses of these bones from being put onto a scene. The rig's poses have
+/// the bones in this order; without poses nothing is said of how they would turn the joints.
+/// Messages have all names in full. A name that comes twice is looked at once.
+void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const TBonePoseInfo& rig,
+                            const CheckedScene& scene, Recorder& recorder);
+
+/// Adds what keeps the poses of a bone pose file from being put onto a scene, and where the scene
+/// stands elsewhere than in the neutral pose, each at the bone's hierarchy line, in order of line.
+/// Nothing is said of a file of another version.
 void CheckAgainstScene(const std::string& lbpFileName, std::string_view lbpText,
-                       const standalone::Scene& scene, const std::string& sceneName,
-                       std::vector<Finding>& findings);
+                       const CheckedScene& scene, std::vector<Finding>& findings);
 
 }  // namespace lipvane::check

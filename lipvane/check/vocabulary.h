@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "lipvane/formats/phonemes.h"
+
 namespace lipvane::check {
 
 /// What the tracks of an animation may move.
@@ -18,5 +20,10 @@ Vocabulary NewRigVocabulary();
 /// Of a bone pose file: its speech targets, and the expressions that it has poses for. Nothing when
 /// the file is refused.
 std::optional<Vocabulary> VocabularyOf(std::string_view lbpText);
+
+/// What sounds stand for: the phoneme table of a new rig.
+PhonemeMapping NewRigPhonemes();
+/// The same of a bone pose file. Nothing when the file is refused.
+std::optional<PhonemeMapping> PhonemesOf(std::string_view lbpText);
 
 }  // namespace lipvane::check

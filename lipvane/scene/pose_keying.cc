@@ -4,8 +4,7 @@
 
 namespace lipvane::scene {
 
-std::array<double, 3> JointRotation(host::Host& host, const Quaternion& poseRotation,
-                                    const host::Rotation& orientation) {
+host::Matrix JointMatrix(const Quaternion& poseRotation, const host::Rotation& orientation) {
   Quaternion rotation = poseRotation;
   rotation *= Quaternion(static_cast<float>(orientation.w), static_cast<float>(orientation.x),
                          static_cast<float>(orientation.y), static_cast<float>(orientation.z));
@@ -17,7 +16,12 @@ std::array<double, 3> JointRotation(host::Host& host, const Quaternion& poseRota
       matrix[row][column] = static_cast<double>(rotationMatrix.m[4 * row + column]);
     }
   }
-  return host.EulerAngles(matrix);
+  return matrix;
+}
+
+std::array<double, 3> JointRotation(host::Host& host, const Quaternion& poseRotation,
+                                    const host::Rotation& orientation) {
+  return host.EulerAngles(JointMatrix(poseRotation, orientation));
 }
 
 host::Status MakeJointChannels(host::Host& host, const host::Node& joint, const TIndexedBone& pose,

@@ -8,6 +8,10 @@
 
 namespace lipvane::scene {
 
+/// What a joint of this orientation has to turn by, apart from its orientation, to stand as the
+/// pose rotation says. Row vectors.
+host::Matrix JointMatrix(const Quaternion& poseRotation, const host::Rotation& orientation);
+
 /// The Euler angles (radians, about x, then y, then z) that a joint of this orientation needs to
 /// stand as the pose rotation says. A joint whose rotate order is another, or whose rotate axis
 /// is set, stands otherwise: neither is looked at.

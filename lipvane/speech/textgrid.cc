@@ -17,8 +17,6 @@ constexpr std::string_view kTextFile = "ooTextFile";
 constexpr std::string_view kBinaryFile = "ooBinaryFile";
 constexpr std::string_view kChronological = "\"Praat chronological TextGrid";
 
-constexpr std::string_view kPhones = "phones";
-
 struct Tier {
   std::string name;
   bool hasIntervals = true;  // false: it has points
@@ -124,10 +122,20 @@ class Reader {
   ReadProblem& problem_;
 };
 
-bool EndsInPhones(std::string_view name) {
+/// In any case; the end is in small letters.
+bool EndsIn(std::string_view end, std::string_view name) {
   const auto isLetter = [](char small, char c) { return c == small || c == small - 'a' + 'A'; };
-  return name.size() >= kPhones.size() &&
-         std::equal(kPhones.rbegin(), kPhones.rend(), name.rbegin(), isLetter);
+  return name.size() >= end.size() && std::equal(end.rbegin(), end.rend(), name.rbegin(), isLetter);
+}
+
+bool EndsInPhones(std::string_view name) {
+  return EndsIn("phones", name);
+}
+
+/// Of tools that call it otherwise, perhaps behind the speaker's name. "ORT-MAU" is no such tier.
+bool IsCalledPhone(std::string_view name) {
+  const std::string_view last = TakeLastWord(name);
+  return (last.size() == 5 && EndsIn("phone", last)) || (last.size() == 3 && EndsIn("mau", last));
 }
 
 /// Why none of the tiers is meant, or several are.
@@ -140,7 +148,7 @@ std::string NotOne(const std::vector<Tier>& tiers, const std::vector<const Tier*
     names.push_back(text::QuotedLine(tier.name) + (tier.hasIntervals ? "" : " (points)"));
   const std::string found = "; its tiers are " + Listed(names);
   if (meant.empty() && wanted.empty()) {
-    return "no tier of intervals has a name that ends in \"phones\"" + found +
+    return "no tier of intervals has a name that ends in \"phones\", \"phone\" or \"MAU\"" + found +
            ". Where one of them holds phones, name it with --tier; words alone do not tell how the "
            "mouth moves: an aligner makes phones of them";
   }
@@ -156,15 +164,25 @@ std::string NotOne(const std::vector<Tier>& tiers, const std::vector<const Tier*
          " tiers of phones: name the one to speak with --tier" + found;
 }
 
+std::vector<const Tier*> Meant(const std::vector<Tier>& tiers, const std::string& wanted) {
+  const auto matching = [&](const auto& isMeant) {
+    std::vector<const Tier*> meant;
+    for (const Tier& tier : tiers) {
+      if (isMeant(tier)) meant.push_back(&tier);
+    }
+    return meant;
+  };
+  if (!wanted.empty()) return matching([&](const Tier& tier) { return tier.name == wanted; });
+  auto phones =
+      matching([](const Tier& tier) { return tier.hasIntervals && EndsInPhones(tier.name); });
+  if (!phones.empty()) return phones;
+  return matching([](const Tier& tier) { return tier.hasIntervals && IsCalledPhone(tier.name); });
+}
+
 /// The tier to speak, or null with the problem set.
 const Tier* Choose(const std::vector<Tier>& tiers, const std::string& wanted,
                    ReadProblem& problem) {
-  std::vector<const Tier*> meant;
-  for (const Tier& tier : tiers) {
-    const bool isMeant =
-        wanted.empty() ? tier.hasIntervals && EndsInPhones(tier.name) : tier.name == wanted;
-    if (isMeant) meant.push_back(&tier);
-  }
+  const auto meant = Meant(tiers, wanted);
   if (meant.size() == 1 && meant[0]->hasIntervals) return meant[0];
   Refuse(problem, 0, NotOne(tiers, meant, wanted));
   return nullptr;
@@ -190,6 +208,7 @@ bool Read(std::string_view text, const TimingOptions& options, Timing& timing,
   const Tier* const tier = Choose(tiers, options.tier, problem);
   if (tier == nullptr) return false;
   timing.tier = tier->name;
+  if (const auto phones = Meant(tiers, {}); phones.size() == 1) timing.phoneTier = phones[0]->name;
   timing.labels = tier->labels;
   timing.end = tier->end;
   return true;
@@ -197,6 +216,6 @@ bool Read(std::string_view text, const TimingOptions& options, Timing& timing,
 
 }  // namespace
 
-const TimingForm kTextGrid = {"TextGrid", true, false, Recognises, Read};
+const TimingForm kTextGrid = {kTextGridFormat, true, false, Recognises, Read};
 
 }  // namespace lipvane::speech

@@ -6,6 +6,7 @@
 
 #include "lipvane/formats/file_content.h"
 #include "lipvane/speech/encoding.h"
+#include "lipvane/speech/praat_symbols.h"
 #include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
 #include "lipvane/text/numbers.h"
@@ -32,7 +33,7 @@ bool Check(Timing& timing, ReadProblem& problem) {
   double before = 0.0;  // where the label before ends, which is on this line:
   int lineBefore = 0;
   for (TimedLabel& label : timing.labels) {
-    label.text = Trim(label.text);
+    label.text = WithoutPraatNotation(Trim(label.text));
     const auto refuse = [&](const std::string& reason) {
       return Refuse(problem, label.line, text::QuotedLine(label.text) + " " + reason);
     };
@@ -66,14 +67,25 @@ const TimingForm* FormOf(std::string_view body) {
   return found == std::end(kForms) ? nullptr : *found;
 }
 
+/// The same of a file's bytes.
+const TimingForm* FormOfFile(std::string_view bytes) {
+  std::string content;
+  ReadProblem unused;
+  return ToUtf8(bytes, content, unused) ? FormOf(Trim(content)) : nullptr;
+}
+
 }  // namespace
 
 const char* TimingFormat(std::string_view text) {
-  std::string content;
-  ReadProblem unused;
-  if (!ToUtf8(text, content, unused)) return nullptr;
-  const TimingForm* const form = FormOf(Trim(content));
+  const TimingForm* const form = FormOfFile(text);
   return form == nullptr ? nullptr : form->name;
+}
+
+TimingOptions OptionsFor(std::string_view text, TimingOptions options) {
+  const TimingForm* const form = FormOfFile(text);
+  if (form == nullptr || !form->hasTiers) options.tier.clear();
+  if (form == nullptr || !form->lacksRate) options.framesPerSecond.reset();
+  return options;
 }
 
 bool AddStart(Timing& timing, std::string_view label, double start, int line,

@@ -1,4 +1,5 @@
 #include "tests/cli/cli_test.h"
+#include "tests/speech/timing_examples.h"
 
 namespace lipvane::test {
 namespace {
@@ -7,8 +8,9 @@ class CheckTest : public CliTest {
  protected:
   /// One speech target and two of the expressions; of one bone, its count of poses is line 52.
   std::string Face(const std::vector<std::string>& bones) const {
-    const std::vector<BoneLine> pose(bones.size());
-    return folder_.Make("face.lbp", LbpText(bones, {pose, pose, pose, pose}));
+    const std::vector<BoneLine> rest(bones.size());
+    const std::vector<BoneLine> pose(bones.size(), {{0, 0, 1}, {1, 0, 0, 0}});
+    return folder_.Make("face.lbp", LbpText(bones, {rest, pose, pose, pose}));
   }
   std::string Animation(const std::string& target, const std::string& expression) const {
     return folder_.Make("a.ltf", "LTF\n1.0\n0\n1\n{\n" + target + "\n0\n}\n1\n{\n" + expression +
@@ -30,7 +32,7 @@ TEST_F(CheckTest, PrintsOneFindingALine) {
   const ProcessResult bad = Lipvane({"check", missing, note, file});
   EXPECT_EQ(bad.out, note +
                          ":1: error: this is neither a bone pose file (LBP) nor an animation file "
-                         "(LTF) [unreadable]\n" +
+                         "(LTF), and no timing file [unreadable]\n" +
                          finding);
   EXPECT_EQ(bad.err, "Error: " + missing + ": No such file or directory\n");
   EXPECT_EQ(bad.status, 1);
@@ -46,6 +48,7 @@ TEST_F(CheckTest, HoldsPoseFilesAgainstAScene) {
   EXPECT_TRUE(Has(result.out, file + ":50: warning: bone \"eye\" is in " + scene + " 2 times"))
       << result.out;
   EXPECT_LT(result.out.find("[bone-repeated]"), result.out.find("[expression-poses]"));
+  EXPECT_LT(result.out.find("[expression-poses]"), result.out.find("[no-keys]"));
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(Lipvane({"check", Face({"jaw"}), "--scene", scene}).status, 0);
 
@@ -116,11 +119,53 @@ TEST_F(CheckTest, PrintsJson) {
   EXPECT_EQ(report["notes"], 0);
 }
 
+TEST_F(CheckTest, TakesTimingFiles) {
+  const std::string line =
+      folder_.Make("line.txt",
+                   "0 0.2 hm\n0.2 0.24 B\n0.24 0.26 K\n0.26 0.29 M\n0.29 0.3 sp\n0.3 2 "
+                   "hm\n2 3 spn\n");
+  const ProcessResult result = Lipvane({"check", line});
+  EXPECT_EQ(
+      result.out,
+      line + ":1: error: \"hm\" at 0 s, 2 times, stands for no phoneme [unknown-label]\n" + line +
+          ":2: warning: 2 closures (P, B, M, F, V) are shorter than a frame at 24 frames "
+          "a second (41.7 ms), the first \"B\" at 0.2 s: no frame may show the lips meet "
+          "[short-closure]\n" +
+          line +
+          ":3: note: 1 sound is shorter than a frame at 24 frames a second (41.7 ms), \"K\" at "
+          "0.24 s: no frame may show it [short-sound]\n" +
+          line +
+          ":7: warning: a word that the aligner did not know (spn): the mouth stays shut at 2 s "
+          "[unknown-word]\n");
+  EXPECT_EQ(result.status, 1);
+  // At the film's own rate, or the scene's of 30; a frame's length is long enough.
+  EXPECT_FALSE(Has(Lipvane({"check", line, "--fps", "50"}).out, "closure"));
+  const std::string scene = folder_.Make("face.ma", kFaceScene);
+  EXPECT_TRUE(Has(Lipvane({"check", line, "--scene", scene}).out, "1 closure (P, B, M, F, V) is"));
+  EXPECT_TRUE(Has(Lipvane({"check", line, "--fps", "25"}).out, "1 closure (P, B, M, F, V) is"));
+  // With the phonemes of the first face.
+  EXPECT_TRUE(Has(Lipvane({"check", line, Face({"jaw"})}).out,
+                  "\"B\" at 0.2 s stands for the phoneme B, which the face lacks [unknown-label]"));
+
+  const std::string grid = folder_.Make("a.TextGrid", speech::test::kShortTextGrid);
+  EXPECT_EQ(Lipvane({"check", grid}).out, "");
+  EXPECT_TRUE(Has(Lipvane({"check", grid, line, "--tier", "words"}).out,
+                  grid + ":15: error: the tier \"words\" holds words, not sounds; the tier "
+                         "\"Ann - Phones\" holds the sounds. Not known as sounds: \"a \"so\" "
+                         "\\ncalled\" at 0.2 s [words-tier]\n"));
+  EXPECT_TRUE(
+      Has(Lipvane({"check", grid, "--tier", "x"}).out, ":1: error: there is no tier \"x\""));
+  // A frame of a Moho file is one of the film's.
+  const std::string moho = folder_.Make("line.dat", "MohoSwitch1\n1 rest\n2 MBP\n3 AI\n9 rest\n");
+  EXPECT_EQ(Lipvane({"check", moho, "--fps", "12"}).out, "");
+}
+
 TEST_F(CheckTest, TheExampleHasNoFindings) {
   const std::string file = ExportExample(kExamples + "face_poses.ma", "20");
   for (const char* scene : {"face_poses.ma", "face_rig.ma"}) {
     const ProcessResult result =
-        Lipvane({"check", file, kExamples + "hello.ltf", "--scene", kExamples + scene});
+        Lipvane({"check", file, kExamples + "hello.ltf", kExamples + "hello.TextGrid", "--scene",
+                 kExamples + scene});
     EXPECT_EQ(result.out + result.err, "") << scene;
     EXPECT_EQ(result.status, 0);
   }

@@ -162,6 +162,24 @@ TEST_F(SpeakTest, NamesEveryLabelThatNothingExplains) {
                   line + ":2: \"ow\" at 1 s (the phoneme Ow, which the face lacks)\n"));
 }
 
+TEST_F(SpeakTest, SaysWhichWordsTheAlignerDidNotKnowAndWhatIsATierOfWords) {
+  const std::string table = folder_.Make("line.txt", "0 1 spn\n1 2 \\ae\n2 2.5 SPN\n");
+  EXPECT_EQ(Speak(table).err,
+            "Note: " + table +
+                ":1: 2 words that the aligner did not know (spn): the mouth stays "
+                "shut at 0 s, 2 s\n");
+  const std::string grid = folder_.Make("a.TextGrid", kShortTextGrid);
+  const std::string words =
+      grid +
+      ": the tier \"words\" holds words, not sounds; the tier \"Ann - Phones\" holds the sounds";
+  EXPECT_EQ(Speak(grid, {"--tier", "words"}).err.find("Error: " + words + ". 1 label stands"), 0U);
+  ExpectFailure({"speak", grid, lbp_, "--tier", "words", "--unknown", "Sil"}, words);
+  // Labels alone may be sounds of the user's own.
+  const std::string own = folder_.Make("own.txt", "0 1 open\n1 2 smile\n");
+  EXPECT_EQ(Speak(own).status, 1);
+  EXPECT_EQ(Speak(own, {"--unknown", "Aa"}).status, 0);
+}
+
 TEST_F(SpeakTest, SaysWhatIsLeftOutOrCannotBeSpoken) {
   const std::string table = folder_.Make("line.txt", "0 0.1 AA\n0.1 0.4 B\n0.4 0.4 T\n0.4 0.4 K\n");
   EXPECT_EQ(Speak(table, {"--lead", "60"}).err,

@@ -302,7 +302,7 @@ std::vector<Case> WorkCases() {
   const auto checkScene = ofScene([](Scene& scene) {
     std::vector<check::Finding> findings;
     const std::string lbp = Lbp(static_cast<int>(scene.NodeCount()), "j", true);
-    check::CheckAgainstScene("a.lbp", lbp, scene, "growth.ma", findings);
+    check::CheckAgainstScene("a.lbp", lbp, {scene, "growth.ma", {}}, findings);
   });
   /// Two chains of the same names: nothing but the top tells their nodes apart.
   const Texts twins = [](int n) {

@@ -84,7 +84,7 @@ TEST(AllocationFailure, OfChecks) {
     std::vector<check::Finding> findings;
     check::CheckLbp("face.lbp", lbp, findings);
     check::CheckLtf("line.ltf", ltf, *check::VocabularyOf(lbp), findings);
-    check::CheckAgainstScene("face.lbp", lbp, scene, "face.ma", findings);
+    check::CheckAgainstScene("face.lbp", lbp, {scene, "face.ma", {}}, findings);
     EXPECT_FALSE(findings.empty());
     std::string text;
     for (const check::Finding& finding : findings)

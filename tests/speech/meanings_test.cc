@@ -8,8 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "lipvane/speech/label_kinds.h"
 #include "lipvane/speech/label_tables.h"
 #include "lipvane/speech/phones.h"
+#include "lipvane/speech/praat_symbols.h"
 #include "lipvane/speech/shapes_file.h"
 
 namespace lipvane::speech::test {
@@ -106,6 +108,67 @@ TEST(Ipa, IsKnownAsAlignersForEnglishWriteIt) {
              "ɾ̃ ʃ ʉ ʉː ʊ ʎ ʒ ʔ θ aː eː oː uː ʈ ɖ ʋ kp ɡb eɪ əʊ ɔɪ aʊ eə ʊə ɪɹ aɪɚ")) {
     EXPECT_NE(meanings.Of(label).weights, nullptr) << label;
   }
+}
+
+TEST(PraatNotation, IsTurnedIntoTheSymbols) {
+  for (const auto& [label, symbols] : Meant{{"\\sw", "ə"},
+                                            {"\\'1\\as\\:f", "ˈɑː"},
+                                            {"t\\sh", "tʃ"},
+                                            {"n\\|v", "n̩"},
+                                            {"\\er\\hr", "ɜ˞"},
+                                            {"a\\ic\\nv", "aɪ̯"},
+                                            {"d\\li\\zh", "d͡ʒ"},
+                                            {"\\??\\s", "\\??\\s"},
+                                            {"\\", "\\"},
+                                            {"\\\\sw", "\\ə"},
+                                            {"AA1", "AA1"}}) {
+    EXPECT_EQ(WithoutPraatNotation(label), symbols) << label;
+  }
+  for (const auto& [label, phoneme] :
+       Meant{{"\\ae", "Ae"},  {"\\ct", "Ao"},     {"\\ep", "Eh"},   {"\\as", "Aa"}, {"\\ic", "Ih"},
+             {"\\hs", "Uh"},  {"\\vt", "Ah"},     {"\\ng", "Ng"},   {"\\sh", "Sh"}, {"\\zh", "Zh"},
+             {"\\th", "Th"},  {"\\tf", "Th"},     {"\\dh", "Dh"},   {"\\l~", "L"},  {"\\rt", "R"},
+             {"o\\hs", "Ow"}, {"\\sr", "Er"},     {"\\fh", "Flap"}, {"\\wt", "W"},  {"t\\h^", "T"},
+             {"i\\:f", "Iy"}, {"\\er\\:f", "Er"}, {"m\\0v", "M"},   {"\\ab", "Aa"}}) {
+    EXPECT_EQ(IpaPhoneme(WithoutPraatNotation(label)), phoneme) << label;
+  }
+}
+
+Timing TierOf(const std::string& labels, const std::string& tier = "x") {
+  Timing timing;
+  timing.format = kTextGridFormat;
+  timing.tier = tier;
+  timing.phoneTier = "phones";
+  for (const std::string& label : Split(labels)) {
+    const auto second = static_cast<double>(timing.labels.size());
+    timing.labels.push_back({label == "_" ? "" : label, second, second + 1, 1});
+  }
+  return timing;
+}
+
+TEST(WordsTiers, AreToldByTheirNamesOrTheirLabels) {
+  const Meanings meanings(NewTable(), ShapeSet::kNone);
+  const auto words = [&](const Timing& timing) { return FindWordsTier(timing, meanings).text; };
+  // All of these are labels, too.
+  for (const char* name : {"words", "Ann - word", "ORT-MAU", "Utterances"}) {
+    EXPECT_EQ(words(TierOf("a uh _ ow", name)),
+              "the tier \"" + std::string(name) +
+                  "\" holds words, not sounds; the tier \"phones\" holds the sounds");
+  }
+  EXPECT_EQ(words(TierOf("I see the dog _")),
+            "the tier \"x\" holds words, not sounds; the tier \"phones\" holds the sounds");
+  Timing table = TierOf("uh hello you _");
+  table.tier.clear();
+  table.phoneTier.clear();
+  EXPECT_EQ(words(table), "its labels are words, not sounds: an aligner makes sounds of them");
+  // Sounds, also with noises among them, of another alphabet, or of a table that lacks them.
+  for (const char* labels :
+       {"HH AH0 L OW1 laugh", "h ə l ow", "h @ l @U {", "_ _", "a1 b2", "M huh"}) {
+    for (const char* name : {"x", "phones", "word phones", "Phonemes of words", "Wordsworth"})
+      EXPECT_EQ(words(TierOf(labels, name)), "") << labels << name;
+  }
+  const Meanings bare(PhonemeMapping{{"Eat"}, {"M"}, {}}, ShapeSet::kNone);
+  EXPECT_EQ(FindWordsTier(TierOf("pau epi bcl"), bare).text, "");
 }
 
 TEST(Shapes, AllServeATargetOfTheirOwnSound) {

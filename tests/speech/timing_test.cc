@@ -90,8 +90,17 @@ TEST(Timing, OfSeveralSpeakersNeedsTheNameOfTheTier) {
             "\"Ann - Phones\", \"hand phones\" (points), \"Ann - Phones\"");
   const std::string wordsOnly = Replaced(kShortTextGrid, "Ann - Phones", "Ann");
   EXPECT_EQ(Refusal(wordsOnly).find(
-                "0: no tier of intervals has a name that ends in \"phones\"; its tiers are "),
+                "0: no tier of intervals has a name that ends in \"phones\", \"phone\" or \"MAU\"; "
+                "its tiers are "),
             0U);
+  // Other tools call it otherwise, which counts where nothing is called phones.
+  for (const char* name : {"Phone", "MAU", "mau", "Ann - phone"}) {
+    EXPECT_EQ(Read(Replaced(kShortTextGrid, "Ann - Phones", name)).tier, name);
+    EXPECT_EQ(Read(Replaced(kShortTextGrid, "\"words\"", '"' + std::string(name) + '"')).tier,
+              "Ann - Phones");
+  }
+  for (const char* name : {"ORT-MAU", "telephone", "MAUS"})
+    EXPECT_EQ(Refusal(Replaced(kShortTextGrid, "Ann - Phones", name)).substr(0, 10), "0: no tier");
 }
 
 TEST(Timing, OfRhubarbIsTheSameInEveryForm) {
