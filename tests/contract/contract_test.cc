@@ -308,6 +308,26 @@ TEST_P(Contract, KeysThatAreLostAreOneLineAJointAndACount) {
   EXPECT_TRUE(curves.at("|rig|head|jaw|lip.rotateX").empty());
 }
 
+TEST_P(Contract, ACurveBehindCharacterSetsIsKeyed) {
+  SceneDescription scene = Face();
+  scene[2].between = {{"translateX", {"character"}},
+                      {"rotateZ", {"character", "character"}},
+                      {"translateY", {"unitConversion"}},
+                      {"translateZ", {"character", "unitConversion"}}};
+  const auto host = Make(scene);
+  EXPECT_TRUE(host->Run("facialAnim", {"-imp", "-lbp", WriteLbp({"jaw"}, {{{{7, 8, 9}}}})}));
+  const auto curves = host->Curves();
+  EXPECT_EQ(curves.at("|rig|head|jaw.translateX").at(0), 7.0);
+  EXPECT_NE(curves.at("|rig|head|jaw.rotateZ").at(0), 0.0);
+  if (host->KeysThroughConversions()) {
+    EXPECT_EQ(curves.at("|rig|head|jaw.translateY").at(0), 8.0);
+    EXPECT_EQ(curves.at("|rig|head|jaw.translateZ").at(0), 9.0);
+  } else {  // they stand as they were
+    EXPECT_EQ(curves.at("|rig|head|jaw.translateY").at(0), 2.0);
+    EXPECT_EQ(curves.at("|rig|head|jaw.translateZ").at(0), 3.0);
+  }
+}
+
 TEST_P(Contract, OnlyJointsAreKeyed) {
   const auto host = Make(Face());
   EXPECT_TRUE(host->Run("facialAnim", {"-imp", "-lbp", WriteLbp({"rig", "skin"}, {{{}, {}}})}));
@@ -352,6 +372,33 @@ TEST_P(Contract, SelectRestsOnTheLastBone) {
   EXPECT_TRUE(host->Run("facialAnim", {"-sel", "-lbp", WriteLbp({"head", "nobody"}, {})}));
   EXPECT_TRUE(host->Selection().empty());
   EXPECT_EQ(host->AllShown(), (std::vector<Shown>{kBonesNotFound, kBonesNotFound}));
+}
+
+TEST_P(Contract, AWordThatHasNoPlaceHindersNone) {
+  const auto host = Make(Face());
+  const std::string file = FileOf("face.lbp");
+  const struct {
+    std::vector<std::string> words;
+    std::size_t poses;
+  } lines[] = {{{"-np", "2.9"}, 2},
+               {{"-np", "abc"}, 0},
+               {{"-np", "99999999999"}, 0},
+               {{"-np", "1", "-np", "2"}, 1},
+               {{"stray", "-5", "-np", "1"}, 1},
+               {{"-np"}, 0},
+               {{"-np", "-bl", "jaw"}, 0},
+               {{"-np", "1", "-lbp", "no/file"}, 1}};
+  for (const auto& line : lines) {
+    std::vector<std::string> words = {"-hb", "head", "-lbp", file};
+    words.insert(words.end(), line.words.begin(), line.words.end());
+    EXPECT_TRUE(host->Run("demBonesExportPoses", words)) << words.back();
+    EXPECT_EQ(PoseLabels(file).size(), line.poses) << words.back();
+  }
+  // A value that reads as a flag is the value.
+  EXPECT_TRUE(host->Run("facialAnim", {"-exp", "A", "-expression", "-exp", "-import", "stray",
+                                       "-lbp", WriteLbp({"lip"}, {{{}}}), "-exp"}));
+  EXPECT_TRUE(host->AllShown().empty());
+  EXPECT_EQ(host->Curves().at("|rig|head|jaw|lip.rotateX").size(), 1u);
 }
 
 TEST_P(Contract, OtherFlagsAreAcceptedAndDoNothing) {

@@ -23,6 +23,8 @@ class HostUnderTest {
   virtual double CurrentTime() const = 0;
   /// "|head|jaw.rotateX" -> frame -> value; every curve that drives a channel.
   virtual std::map<std::string, std::map<double, double>> Curves() const = 0;
+  /// Whether it knows the factor of a unit conversion between a channel and its curve.
+  virtual bool KeysThroughConversions() const { return true; }
 };
 
 /// Makes one kind of host from a described scene.

@@ -9,7 +9,12 @@ namespace {
 class PluginFileUnderTest : public HostUnderTest {
  public:
   explicit PluginFileUnderTest(const SceneDescription& scene)
-      : scene_(standalone::Scene::Parse(MayaAscii(scene), "described.ma")), maya_(scene_) {}
+      : scene_(standalone::Scene::Parse(MayaAscii(scene), "described.ma")), maya_(scene_) {
+    for (const NodeDescription& node : scene) {
+      for (const auto& [channel, types] : node.between)
+        maya_.standinScene.between[node.path + "." + channel] = types;
+    }
+  }
 
   bool Run(const std::string& command, const std::vector<std::string>& words) override {
     return maya_.Run(command, words);
@@ -20,6 +25,7 @@ class PluginFileUnderTest : public HostUnderTest {
   std::map<std::string, std::map<double, double>> Curves() const override {
     return CurvesOf(scene_);
   }
+  bool KeysThroughConversions() const override { return false; }
 
  private:
   standalone::Scene scene_;

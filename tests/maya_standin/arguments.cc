@@ -57,18 +57,17 @@ bool MArgParser::isFlagSet(const char* flag, MStatus* status) const {
 unsigned int MArgParser::numberOfFlagUses(const char* flag) const {
   return database_->NumberOfFlagUses(flag);
 }
-MStatus MArgParser::getFlagArgument(const char* flag, unsigned int index, int& result) const {
+MArgDatabase::MArgDatabase(const MSyntax& syntax, const MArgList& args, MStatus* status)
+    : MArgParser(syntax, args, status) {}
+MArgDatabase::~MArgDatabase() = default;
+MStatus MArgDatabase::getFlagArgument(const char* flag, unsigned int index, int& result) const {
   return standin::ToMStatus(database_->GetFlagArgument(flag, index, result));
 }
-MStatus MArgParser::getFlagArgument(const char* flag, unsigned int index, MString& result) const {
+MStatus MArgDatabase::getFlagArgument(const char* flag, unsigned int index, MString& result) const {
   std::string text;
   const lipvane::host::Status status = database_->GetFlagArgument(flag, index, text);
   if (status.ok()) result = text.c_str();
   return standin::ToMStatus(status);
 }
-
-MArgDatabase::MArgDatabase(const MSyntax& syntax, const MArgList& args, MStatus* status)
-    : MArgParser(syntax, args, status) {}
-MArgDatabase::~MArgDatabase() = default;
 
 }  // namespace lipvane_standin

@@ -3,6 +3,7 @@
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -18,7 +19,9 @@ struct Content {
   lipvane::host::Node node;            ///< the node, or the one that a curve drives
   lipvane::host::Attribute attribute;  ///< the attribute, or the one that a curve drives
   lipvane::host::DagPath path;
-  std::string name;  ///< of a node that is not in the DAG
+  std::string name;      ///< of a node that is not in the DAG
+  std::string type;      ///< of a node between a channel and its curve
+  std::size_t step = 0;  ///< how many such nodes lie between it and the channel
   bool isTimeCurve = false;
 };
 

@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstddef>
+#include <set>
 #include <string>
 
 #include "tests/maya_standin/content.h"
@@ -43,6 +44,15 @@ MMatrix FromMatrix(const host::Matrix& matrix) {
   return MMatrix(elements);
 }
 
+/// Attributes of nodes that are not in the DAG.
+bool HasOwn(const MObject& object, const std::string& attribute) {
+  if (object.isNull()) return false;
+  if (object.Held()->kind == Content::Kind::kCurve) return attribute == "input";
+  static const std::set<std::string> elements = {"linearValues", "angularValues", "unitlessValues",
+                                                 "timeValues"};
+  return object.Held()->type == "character" && elements.count(attribute) != 0;
+}
+
 }  // namespace
 
 MFnBase::MFnBase() = default;
@@ -52,12 +62,14 @@ MObject MFnBase::object(MStatus* status) const {
   return object_;
 }
 MStatus MFnBase::setObject(MObject& object) {
-  if (object.isNull()) return MStatus::kInvalidParameter;
+  if (!Takes(object)) return MStatus::kInvalidParameter;
   object_ = object;
   return MStatus::kSuccess;
 }
+bool MFnBase::Takes(const MObject& object) const {
+  return !object.isNull();
+}
 
-MFnDependencyNode::MFnDependencyNode() = default;
 MFnDependencyNode::MFnDependencyNode(MObject& object, MStatus* status) {
   Answer(status, setObject(object));
 }
@@ -72,7 +84,7 @@ MObject MFnDependencyNode::attribute(const MString& name, MStatus* status) const
   Content content;
   content.kind = Content::Kind::kAttribute;
   content.attribute = Host().FindAttribute(standin::NodeOf(object_), name.asChar());
-  const bool found = content.attribute.object.has_value();
+  const bool found = content.attribute.object.has_value() || HasOwn(object_, name.asChar());
   Answer(status, found ? MStatus::kSuccess : MStatus::kInvalidParameter);
   return found ? MObject(std::make_shared<const Content>(content)) : MObject();
 }

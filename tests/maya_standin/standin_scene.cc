@@ -22,7 +22,14 @@ ChannelInput EmbeddedStandinScene::InputOf(const host::Node& node,
   input.driver = scene.DriverName(*id, *channel);
   input.isLocked = scene.IsLocked(*id, *channel);
   input.isOfCompound = compoundDrivers.count(input.driver) != 0;
-  if (drivenKeys.count(input.driver) != 0) {
+  const std::string name = FullPath(node) + "." + standalone::ChannelName(*channel);
+  input.isLockOfCompound = lockedAsOne.count(name) != 0;
+  const auto way = between.find(name);
+  if (way != between.end()) input.between = way->second;
+  input.isRetimed = retimedCurves.count(input.driver) != 0;
+  if (input.isRetimed || !input.between.empty()) {
+    input.kind = ChannelInput::Kind::kTimeCurve;
+  } else if (drivenKeys.count(input.driver) != 0) {
     input.kind = ChannelInput::Kind::kDrivenKey;
   } else if (scene.DriverOf(*id, *channel) != standalone::Driver::kNone) {
     const bool isCurve = scene.DriverOf(*id, *channel) == standalone::Driver::kCurve;
@@ -35,10 +42,14 @@ ChannelInput RecordingStandinScene::InputOf(const host::Node& node,
                                             const host::Attribute& attribute) {
   const std::string channel = host_.ChannelOf(node, attribute);
   const std::string driver = host_.DriverOf(channel);
-  if (!driver.empty()) return {ChannelInput::Kind::kOther, driver, false, false};
-  if (host_.curves.count(channel) != 0)
-    return {ChannelInput::Kind::kTimeCurve, "curve", false, false};
-  return {};
+  ChannelInput input;
+  input.driver = driver;
+  if (!driver.empty()) input.kind = ChannelInput::Kind::kOther;
+  if (driver.empty() && host_.curves.count(channel) != 0) {
+    input.kind = ChannelInput::Kind::kTimeCurve;
+    input.driver = "curve";
+  }
+  return input;
 }
 
 }  // namespace lipvane::test

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "lipvane/host/host.h"
 #include "lipvane/host/standalone/standalone_host.h"
@@ -15,7 +17,11 @@ struct ChannelInput {
   Kind kind = Kind::kNone;
   std::string driver;  ///< the driving node's name
   bool isLocked = false;
-  bool isOfCompound = false;  ///< drives all three axes as one
+  bool isOfCompound = false;      ///< drives all three axes as one
+  bool isLockOfCompound = false;  ///< locks all three axes as one
+  bool isRetimed = false;         ///< is a curve whose time something drives
+  /// Types of the nodes between the channel and its curve, the nearest to the channel first.
+  std::vector<std::string> between;
 };
 
 /// A scene that the stand-in shows to a plug-in: a host of ours, and what Maya tells beyond it.
@@ -35,10 +41,13 @@ class EmbeddedStandinScene : public StandinScene {
   std::string FullPath(const host::Node& node) override;
   ChannelInput InputOf(const host::Node& node, const host::Attribute& attribute) override;
 
-  /// Drivers that are curves, though not over time, and drivers of all three axes as one. The scene
-  /// does not tell.
-  std::set<std::string> drivenKeys;
+  // What the scene does not tell: of drivers by their names, of channels by theirs
+  // ("|head|jaw.rotateX").
+  std::set<std::string> drivenKeys;  ///< curves, though not over time
   std::set<std::string> compoundDrivers;
+  std::set<std::string> retimedCurves;
+  std::set<std::string> lockedAsOne;
+  std::map<std::string, std::vector<std::string>> between;
 
  private:
   standalone::StandaloneHost& host_;

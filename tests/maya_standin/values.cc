@@ -15,11 +15,7 @@
 
 namespace lipvane_standin {
 
-MStatus::MStatus() : code_(kSuccess) {}
 MStatus::MStatus(MStatusCode code) : code_(code) {}
-MStatus::MStatusCode MStatus::statusCode() const {
-  return code_;
-}
 void MStatus::perror(const char* label) const {
   standin::Host().PrintStatus(static_cast<lipvane::host::StatusCode>(code_), label);
 }
@@ -37,6 +33,9 @@ bool MObject::isNull() const {
 }
 
 MDagPath::MDagPath() = default;
+MDagPath::MDagPath(const MDagPath&) = default;
+MDagPath& MDagPath::operator=(const MDagPath&) = default;
+MDagPath::~MDagPath() = default;
 MDagPath::MDagPath(MObject::Content content) : content_(std::move(content)) {}
 
 // The unit is that of the time line, and the value is 1 until it is set.

@@ -16,8 +16,23 @@ void AppendCurve(std::ostringstream& out, const NodeDescription& node, std::size
   for (const auto& [frame, stand] : node.frames) {
     out << ' ' << frame << ' ' << (rotates ? stand.rotate : stand.translate)[axis];
   }
-  out << ";\nconnectAttr \"" << curve << ".o\" \"" << node.path << (rotates ? ".r" : ".t") << letter
-      << "\";\n";
+  out << ";\n";
+  std::string source = curve + ".o";
+  const auto connect = [&](const std::string& to) {
+    out << "connectAttr \"" << source << "\" \"" << to << "\";\n";
+  };
+  const auto found =
+      node.between.find((rotates ? "rotate" : "translate") + std::string(1, "XYZ"[axis]));
+  const auto way = found == node.between.end() ? std::vector<std::string>() : found->second;
+  for (auto type = way.rbegin(); type != way.rend(); ++type) {
+    const bool isSet = *type == "character";
+    const std::string element = rotates ? ".av[2]" : ".lv[2]";
+    const std::string name = curve + std::to_string(way.rend() - type);
+    out << "createNode " << *type << " -n \"" << name << "\";\n";
+    connect(name + (isSet ? element : ".i"));
+    source = name + (isSet ? element : ".o");
+  }
+  connect(node.path + (rotates ? ".r" : ".t") + letter);
 }
 
 }  // namespace

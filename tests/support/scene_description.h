@@ -23,6 +23,8 @@ struct NodeDescription {
   std::map<int, Stand> frames;  ///< keyed stands
   /// "rotateX" -> the name of a node that drives it and is no curve.
   std::map<std::string, std::string> drivers;
+  /// "rotateX" -> the types of the nodes between it and its curve, the nearest to it first.
+  std::map<std::string, std::vector<std::string>> between;
 };
 
 /// A scene in plain values, from which every host under test makes its own.

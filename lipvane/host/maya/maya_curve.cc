@@ -15,6 +15,50 @@
 #include "lipvane/host/maya/maya_status.h"
 
 namespace lipvane::maya {
+namespace {
+
+/// Nodes that a channel's curve may be behind; connections may form a ring.
+constexpr int kMaxDriverSteps = 256;
+
+bool IsCharacterSet(MObject& node) {
+  const MFnDependencyNode set(node);
+  for (const char* element : {"linearValues", "angularValues", "unitlessValues", "timeValues"}) {
+    if (set.attribute(element).isNull()) return false;
+  }
+  return true;
+}
+
+/// The node that drives a plug; the null object when none does. A character set passes on what
+/// drives its element. Deliberate: a unit conversion is not followed, since the calls we know of do
+/// not tell its factor, and without that no key would have the right value. The embedded host reads
+/// the factor in the file, and sets such keys.
+MObject DriverOf(const MPlug& plug, int stepsLeft = kMaxDriverSteps) {
+  MPlugArray sources;
+  plug.connectedTo(sources, true, false);
+  if (sources.length() == 0) return {};
+  MObject node = sources[0].node();
+  if (stepsLeft == 0 || !IsCharacterSet(node)) return node;
+  MObject behind = DriverOf(sources[0], stepsLeft - 1);
+  return behind.isNull() ? node : behind;
+}
+
+/// Whether a curve is not at the scene's time but at one that something makes of it.
+bool IsRetimed(MObject& curve) {
+  return !DriverOf(MPlug(curve, MFnDependencyNode(curve).attribute("input"))).isNull();
+}
+
+// What is done to a compound is done to each of its three channels.
+
+bool IsLocked(const MPlug& channel) {
+  return channel.isLocked() || (channel.isChild() && channel.parent().isLocked());
+}
+
+MObject DriverOfChannel(const MPlug& channel) {
+  MObject driver = DriverOf(channel);
+  return driver.isNull() && channel.isChild() ? DriverOf(channel.parent()) : driver;
+}
+
+}  // namespace
 
 host::Status MayaCurve::Create(const host::Node& node, const host::Attribute& attribute) {
   MObject object = ObjectOf(node);
@@ -36,13 +80,11 @@ host::Status MayaCurve::AttachToInput(MObject& node, const AttributeHandle& attr
     return host::StatusCode::kFailure;
   };
   const MPlug plug(node, attribute.object);
-  if (plug.isLocked()) return refuse("locked");
-  MPlugArray sources;
-  plug.connectedTo(sources, true, false);
-  if (sources.length() == 0 && plug.isChild()) plug.parent().connectedTo(sources, true, false);
-  if (sources.length() == 0) return refuse("refused by the host");
-  MObject driver = sources[0].node();
-  if (ToStatus(curve_.setObject(driver)).ok() && curve_.isTimeInput()) return {};
+  if (IsLocked(plug)) return refuse("locked");
+  MObject driver = DriverOfChannel(plug);
+  if (driver.isNull()) return refuse("refused by the host");
+  if (ToStatus(curve_.setObject(driver)).ok() && curve_.isTimeInput() && !IsRetimed(driver))
+    return {};
   return refuse(std::string("driven by ") + MFnDependencyNode(driver).name().asChar() +
                 " (not a curve over time)");
 }

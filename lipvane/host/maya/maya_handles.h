@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MDagPath.h>
 #include <maya/MObject.h>
 
 #include <any>
@@ -7,8 +8,13 @@
 
 #include "lipvane/host/host.h"
 
-/// What the handles of the host interface hold here: a node its MObject, a path its MDagPath.
+/// What the handles of the host interface hold here; a node holds its MObject.
 namespace lipvane::maya {
+
+/// A path, in a type of our own: the host does not have to have a typeinfo for its own then.
+struct PathHandle {
+  MDagPath path;
+};
 
 /// An attribute, with its long name for messages.
 struct AttributeHandle {

@@ -13,11 +13,11 @@
 #include <maya/MPxCommand.h>
 #include <maya/MQuaternion.h>
 #include <maya/MSelectionList.h>
-#include <maya/MSpace.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MTime.h>
 #include <maya/MTransformationMatrix.h>
+#include <maya/MTypes.h>
 #include <maya/MVector.h>
 
 #include <any>
@@ -33,8 +33,8 @@ namespace lipvane::maya {
 namespace {
 
 MDagPath PathOf(const host::DagPath& path) {
-  const auto* held = std::any_cast<MDagPath>(&path.object);
-  return held == nullptr ? MDagPath() : *held;
+  const auto* held = std::any_cast<PathHandle>(&path.object);
+  return held == nullptr ? MDagPath() : held->path;
 }
 
 MMatrix ToMMatrix(const host::Matrix& matrix) {
@@ -76,7 +76,7 @@ class MayaDagIterator : public host::DagIterator {
   host::Status GetPath(host::DagPath& path) const override {
     MDagPath found;
     const host::Status status = ToStatus(iterator_.getPath(found));
-    if (status.ok()) path.object = found;
+    if (status.ok()) path.object = PathHandle{found};
     return status;
   }
 

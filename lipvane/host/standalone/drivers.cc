@@ -51,6 +51,8 @@ Drivers::Source Drivers::Find(Plug plug) const {
         source.code != plug::kUnknown) {
       at = source;
     } else if (type.nodeClass == NodeClass::kUnitConversion && source.code == plug::kOutput) {
+      // Deliberate: keys are set through it here, where the file tells its factor. The plug-in does
+      // not learn that from Maya, and refuses.
       result.factor *= data_.ValueOf({source.item, plug::kFactor});
       isConverted = true;
       at = {source.item, plug::kInput};

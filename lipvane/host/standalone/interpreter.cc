@@ -48,10 +48,11 @@ class Interpreter::Registry : public host::CommandRegistry {
 };
 
 Interpreter::Interpreter(Scene& scene, MessageSink sink)
-    : host_(scene, [this, sink = std::move(sink)](const Message& message) {
+    : sink_([this, sink = std::move(sink)](const Message& message) {
         messages_.push_back(message);
         if (sink) sink(message);
-      }) {
+      }),
+      host_(scene, sink_) {
   AddOwn("select", SelectSyntax(), &Select);
   AddOwn("currentTime", CurrentTimeSyntax(), &CurrentTime);
   AddOwn("setKeyframe", SetKeyframeSyntax(), &SetKeyframe);
@@ -62,6 +63,7 @@ Interpreter::Interpreter(Scene& scene, MessageSink sink)
 void Interpreter::AddOwn(const std::string& name, const CommandSyntax& syntax, OwnCommand command) {
   Entry& entry = commands_[name];
   entry.syntax = syntax;
+  entry.syntax.isStrict = true;
   entry.isOwn = true;
   entry.run = [this, &flags = entry.syntax.flags, command](
                   const std::vector<std::string>& arguments,
@@ -108,15 +110,16 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
     return host::StatusCode::kFailure;
   }
   const std::vector<std::string> arguments(words.begin() + 1, words.end());
-  std::vector<std::string> objects;
-  const std::string problem = CheckWords(words[0], entry->second.syntax, arguments, objects);
-  if (!problem.empty()) {
-    host_.DisplayError(problem);
+  const WordCheck check = CheckWords(words[0], entry->second.syntax, arguments);
+  if (!check.error.empty()) {
+    host_.DisplayError(check.error);
     return host::StatusCode::kFailure;
   }
+  for (const std::string& note : check.notes)
+    sink_({Message::Kind::kNote, note, {}, {}});
   // Whatever escapes a command is its failure and not the end of the program.
   try {
-    const host::Status status = entry->second.run(arguments, objects);
+    const host::Status status = entry->second.run(arguments, check.objects);
     host_.EndCommand();
     return status;
   } catch (const std::bad_alloc&) {

@@ -45,8 +45,9 @@ class Interpreter : public host::PluginLoader {
   /// In alphabetical order.
   std::vector<std::string> CommandNames() const;
 
-  /// Runs the command that the first word names with the others. Words that it does not accept are
-  /// an error that says what it does accept, and the command is not run.
+  /// Runs the command that the first word names with the others. A flag that it does not know is an
+  /// error that says what it does accept, and the command is not run. What else has no place is
+  /// passed over with a note, as the host passes it over; the host's own commands refuse it.
   CommandOutcome Run(const std::vector<std::string>& words);
 
   const StandaloneHost& GetHost() const { return host_; }
@@ -68,6 +69,7 @@ class Interpreter : public host::PluginLoader {
   host::Status RunChecked(const std::vector<std::string>& words);
 
   std::vector<Message> messages_;  // of the command that runs
+  MessageSink sink_;
   StandaloneHost host_;
   std::map<std::string, Entry> commands_;
 };

@@ -1,8 +1,10 @@
 #include "lipvane/host/standalone/words.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <limits>
+#include <set>
 
 #include "lipvane/text/numbers.h"
 
@@ -50,68 +52,82 @@ bool IsBoolean(const std::string& word) {
   return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
 }
 
-bool Suits(host::ArgType type, const std::string& word) {
+/// How a value is read that is not of its flag's type, or nothing when it is.
+std::string Misread(host::ArgType type, const std::string& word) {
+  static const std::string kPassedOver = "it is passed over";
   int integer = 0;
   switch (type) {
     case host::ArgType::kBoolean:
-      return IsBoolean(word);
+      return IsBoolean(word) ? "" : kPassedOver;
     case host::ArgType::kLong:
-      return ParseInteger(word, integer);
+      if (!ReadInteger(word, integer)) return kPassedOver;
+      return text::WholeReal(word) == integer ? "" : "it is read as " + std::to_string(integer);
     case host::ArgType::kDouble:
-      return text::WholeReal(word).has_value();
+      return text::WholeReal(word) ? "" : kPassedOver;
     case host::ArgType::kNoArg:
     case host::ArgType::kString:
       break;
   }
-  return true;
+  return {};
 }
 
 /// Reads the words of one command, one after the other.
 class Checker {
  public:
-  Checker(const CommandSyntax& syntax, const std::vector<std::string>& words,
-          std::vector<std::string>& objects)
-      : syntax_(syntax), words_(words), objects_(objects) {}
+  Checker(const std::string& command, const CommandSyntax& syntax,
+          const std::vector<std::string>& words)
+      : command_(command), syntax_(syntax), words_(words) {}
 
-  /// What is wrong with the first bad word, or nothing.
-  std::string Run() {
-    std::string problem;
-    while (at_ < words_.size() && problem.empty())
-      problem = TakeWord();
-    return problem;
+  WordCheck Run() {
+    while (at_ < words_.size() && result_.error.empty())
+      TakeWord(words_[at_++]);
+    return std::move(result_);
   }
 
  private:
-  std::string TakeWord() {
-    const std::string& word = words_[at_++];
+  void Refuse(const std::string& problem) {
+    result_.error = command_ + ": " + problem + "; " + Accepted(syntax_);
+  }
+
+  /// What a strict command refuses; to others it makes no more than a difference.
+  void Complain(const std::string& problem, const std::string& difference) {
+    if (syntax_.isStrict) return Refuse(problem);
+    result_.notes.push_back(command_ + ": " + problem + ": " + difference);
+  }
+
+  void TakeWord(const std::string& word) {
     if (const host::Flag* flag = syntax_.flags.Find(word)) return TakeFlag(*flag);
-    const bool dashed = !word.empty() && word[0] == '-';
-    if (dashed && (syntax_.objects.empty() || !text::WholeReal(word))) {
-      return "unknown flag \"" + word + "\"";
+    const bool isNumber = text::WholeReal(word).has_value();
+    if (!word.empty() && word[0] == '-' && !isNumber) {
+      return Refuse("unknown flag \"" + word + "\"");
     }
-    if (syntax_.objects.empty()) return "unexpected word \"" + word + "\"";
-    objects_.push_back(word);
-    return {};
+    if (!TakesObjects()) return Complain("unexpected word \"" + word + "\"", "it is passed over");
+    result_.objects.push_back(word);
   }
 
-  std::string TakeFlag(const host::Flag& flag) {
-    if (!flag.multiUse && std::find(used_.begin(), used_.end(), &flag) != used_.end()) {
-      return "flag " + FlagNames(flag) + " is given more than once";
+  void TakeFlag(const host::Flag& flag) {
+    const std::string name = "flag " + FlagNames(flag);
+    const bool isLast = at_ == words_.size();
+    const std::string value = TakesValue(flag) && !isLast ? words_[at_++] : "";
+    if (!used_.insert(&flag).second && !flag.multiUse) {
+      if (syntax_.isStrict || TakesValue(flag))
+        Complain(name + " is given more than once", "\"" + value + "\" is passed over");
+    } else if (TakesValue(flag) && isLast) {
+      Complain(name + " has no value", "it is passed over");
+    } else if (const std::string read = Misread(flag.argument, value); !read.empty()) {
+      Complain("the value \"" + value + "\" of " + name + " is no" + ValueName(flag.argument),
+               read);
     }
-    used_.push_back(&flag);
-    if (!TakesValue(flag)) return {};
-    if (at_ == words_.size()) return "flag " + FlagNames(flag) + " has no value";
-    const std::string& value = words_[at_++];
-    if (Suits(flag.argument, value)) return {};
-    return "the value \"" + value + "\" of flag " + FlagNames(flag) + " is no" +
-           ValueName(flag.argument);
   }
 
+  bool TakesObjects() const { return !syntax_.objects.empty(); }
+
+  const std::string& command_;
   const CommandSyntax& syntax_;
   const std::vector<std::string>& words_;
-  std::vector<std::string>& objects_;
-  std::vector<const host::Flag*> used_;
   std::size_t at_ = 0;
+  std::set<const host::Flag*> used_;
+  WordCheck result_;
 };
 
 }  // namespace
@@ -162,7 +178,7 @@ host::Status WordArgDatabase::GetFlagArgument(const std::string& flag, unsigned 
   std::string word;
   const host::Status status = GetFlagArgument(flag, index, word);
   if (!status.ok()) return status;
-  return ParseInteger(word, value) ? host::StatusCode::kSuccess : host::StatusCode::kFailure;
+  return ReadInteger(word, value) ? host::StatusCode::kSuccess : host::StatusCode::kFailure;
 }
 
 bool WordArgDatabase::IsFlagSet(const std::string& flag) const {
@@ -184,20 +200,19 @@ std::vector<std::string> WordArgDatabase::ValuesOf(const std::string& flag) cons
   return values;
 }
 
-std::string CheckWords(const std::string& command, const CommandSyntax& syntax,
-                       const std::vector<std::string>& words, std::vector<std::string>& objects) {
-  const std::string problem = Checker(syntax, words, objects).Run();
-  return problem.empty() ? problem : command + ": " + problem + "; " + Accepted(syntax);
+WordCheck CheckWords(const std::string& command, const CommandSyntax& syntax,
+                     const std::vector<std::string>& words) {
+  return Checker(command, syntax, words).Run();
 }
 
-bool ParseInteger(const std::string& word, int& value) {
-  const char* begin = word.data();
-  const char* end = begin + word.size();
-  if (word.size() > 1 && word[0] == '+' && word[1] != '-') ++begin;
-  int parsed = 0;
-  const auto [stop, error] = std::from_chars(begin, end, parsed);
-  if (error != std::errc() || stop != end) return false;
-  value = parsed;
+bool ReadInteger(const std::string& word, int& value) {
+  const auto real = text::FiniteReal(word);
+  if (!real) return false;
+  const double whole = std::trunc(*real);
+  if (whole < std::numeric_limits<int>::min() || whole > std::numeric_limits<int>::max()) {
+    return false;
+  }
+  value = static_cast<int>(whole);
   return true;
 }
 

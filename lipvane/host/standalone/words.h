@@ -48,19 +48,27 @@ class WordArgDatabase : public host::ArgDatabase {
   std::vector<Use> uses_;
 };
 
-/// What a command accepts: its flags, and what its other words are, "" when it takes none.
+/// What a command accepts.
 struct CommandSyntax {
   host::Syntax flags;
-  std::string objects;
+  std::string objects;    ///< what its other words are, "" when it takes none
+  bool isStrict = false;  ///< does it refuse what can only be passed over?
 };
 
-/// Says what is wrong with the words, and what would be accepted; empty when nothing is. `objects`
-/// gets the words that belong to no flag. A word that begins with a dash is a flag, unless it
-/// follows a flag that takes a value or is a number that the command may take.
-std::string CheckWords(const std::string& command, const CommandSyntax& syntax,
-                       const std::vector<std::string>& words, std::vector<std::string>& objects);
+/// What a look at the words of a command line finds.
+struct WordCheck {
+  std::string error;                 ///< the first that is refused, and what is accepted; or ""
+  std::vector<std::string> notes;    ///< what is passed over or read otherwise than it stands
+  std::vector<std::string> objects;  ///< the words that belong to no flag, if the command takes any
+};
 
-/// A word that is an integer and nothing else, within the range of int; false otherwise.
-bool ParseInteger(const std::string& word, int& value);
+/// A word that begins with a dash is a flag, unless it follows a flag that takes a value or is a
+/// number.
+WordCheck CheckWords(const std::string& command, const CommandSyntax& syntax,
+                     const std::vector<std::string>& words);
+
+/// The number that is the whole word, as the host reads an integer: what is behind the point is
+/// dropped. False, with `value` left alone, when it is no number or beyond the range of int.
+bool ReadInteger(const std::string& word, int& value);
 
 }  // namespace lipvane::standalone

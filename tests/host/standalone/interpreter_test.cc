@@ -94,11 +94,12 @@ TEST_F(InterpreterTest, AStatusAnErrorAnExceptionOrAWrongFlagIsAFailure) {
   EXPECT_EQ(ErrorOf({"obey", "-w", "throw"}), "obey: thrown");
   EXPECT_EQ(ErrorOf({"obey", "-w", "throw int"}), "obey: ended by an unknown exception");
   heard_.clear();
-  EXPECT_EQ(ErrorOf({"obey", "-what", "warn"}), "");
-  EXPECT_EQ(heard_, Names{"careful"});
-  EXPECT_EQ(ErrorOf({"obey", "-w", "warn", "-x"}),
+  EXPECT_EQ(ErrorOf({"obey", "stray", "-what", "warn"}), "");
+  const std::string note = "obey: unexpected word \"stray\": it is passed over";
+  EXPECT_EQ(heard_, (Names{note, "careful"}));
+  EXPECT_EQ(ErrorOf({"obey", "stray", "-w", "warn", "-x"}),
             "obey: unknown flag \"-x\"; it accepts -w/-what STRING");
-  EXPECT_EQ(heard_.size(), 2U) << "it did not run";
+  EXPECT_EQ(heard_.size(), 3U) << "it did not run";
 }
 
 TEST_F(InterpreterTest, SelectReplacesAddsAndClears) {
@@ -119,6 +120,7 @@ TEST_F(InterpreterTest, SelectRefusesAndChangesNothing) {
   EXPECT_EQ(ErrorOf({"select"}), "select: no names are given");
   EXPECT_NE(ErrorOf({"select", "-r", "-add", "left"}), "");
   EXPECT_NE(ErrorOf({"select", "-cl", "left"}), "");
+  EXPECT_NE(ErrorOf({"select", "-add", "-add", "left"}), "");
   EXPECT_EQ(ErrorOf({"select", "-d", "left"}),
             "select: unknown flag \"-d\"; it accepts -r/-replace, -add, -cl/-clear, names");
   EXPECT_EQ(Selected(), Names{"|left|eye|lid"});

@@ -22,37 +22,48 @@ CommandSyntax TestSyntax(const std::string& objects = "") {
 
 using Words = std::vector<std::string>;
 
-TEST(CheckWordsTest, AcceptsWhatTheSyntaxDeclares) {
-  Words objects;
-  EXPECT_EQ(CheckWords("go", TestSyntax(), {}, objects), "");
-  EXPECT_EQ(CheckWords("go", TestSyntax(),
-                       {"-exp", "A", "-import", "-expression", "-import", "-lbp", "", "-np", "-3"},
-                       objects),
-            "");
-  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"a", "-lbp", "x", "-1.5", "b"}, objects), "");
-  EXPECT_EQ(objects, (Words{"a", "-1.5", "b"}));
+TEST(CheckWordsTest, FindsNothingInWhatTheSyntaxDeclares) {
+  const WordCheck check = CheckWords(
+      "go", TestSyntax("names"),
+      {"a", "-exp", "A", "-import", "-expression", "-import", "-1.5", "-lbp", "", "-np", "-3"});
+  EXPECT_EQ(check.error, "");
+  EXPECT_EQ(check.notes, Words{});
+  EXPECT_EQ(check.objects, (Words{"a", "-1.5"}));
 }
 
-TEST(CheckWordsTest, NamesWhatIsWrongAndWhatIsAccepted) {
-  std::vector<std::pair<Words, std::string>> cases = {
-      {{"-imprt"}, "unknown flag \"-imprt\""},
-      {{"-i", "jaw"}, "unexpected word \"jaw\""},
-      {{"-5"}, "unknown flag \"-5\""},
-      {{"-i", "-lbp"}, "flag -lbp/-lbpfile has no value"},
-      {{"-i", "-import"}, "flag -i/-import is given more than once"}};
-  for (const std::string value : {"three", "3.0", "3x", "", "99999999999", "++3", "+-3"}) {
-    cases.push_back(
-        {{"-np", value}, "the value \"" + value + "\" of flag -np/-numposes is no INTEGER"});
+TEST(CheckWordsTest, RefusesWhatItDoesNotKnowAndNotesOrRefusesTheRest) {
+  const std::string accepted =
+      "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, -exp/-expression "
+      "STRING (any number of times)";
+  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"-imprt", "-x"}).error,
+            "go: unknown flag \"-imprt\"" + accepted + ", names");
+  struct Case {
+    Words words;
+    std::string problem;
+    std::string difference;
+  };
+  std::vector<Case> cases = {
+      {{"-i", "jaw"}, "unexpected word \"jaw\"", "it is passed over"},
+      {{"-5"}, "unexpected word \"-5\"", "it is passed over"},
+      {{"-exp", "-exp", "-exp"}, "flag -exp/-expression has no value", "it is passed over"},
+      {{"-lbp", "a", "-lbpfile", "b"},
+       "flag -lbp/-lbpfile is given more than once",
+       "\"b\" is passed over"},
+      {{"-np", "-2.9"},
+       "the value \"-2.9\" of flag -np/-numposes is no INTEGER",
+       "it is read as -2"}};
+  for (const std::string value : {"three", "3x", "", "-inf", "99999999999", "++3", "+-3"})
+    cases.push_back({{"-np", value},
+                     "the value \"" + value + "\" of flag -np/-numposes is no INTEGER",
+                     "it is passed over"});
+  CommandSyntax syntax = TestSyntax();
+  for (const Case& each : cases) {
+    syntax.isStrict = false;
+    EXPECT_EQ(CheckWords("go", syntax, each.words).notes,
+              Words{"go: " + each.problem + ": " + each.difference});
+    syntax.isStrict = true;
+    EXPECT_EQ(CheckWords("go", syntax, each.words).error, "go: " + each.problem + accepted);
   }
-  Words objects;
-  for (const auto& [words, problem] : cases) {
-    EXPECT_EQ(CheckWords("go", TestSyntax(), words, objects),
-              "go: " + problem +
-                  "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, "
-                  "-exp/-expression STRING (any number of times)");
-  }
-  EXPECT_NE(CheckWords("go", TestSyntax("names"), {"-x"}, objects).find(", names"),
-            std::string::npos);
 }
 
 TEST(WordArgDatabaseTest, ReadsFlagsByEitherNameAndPassesOverTheRest) {
@@ -70,20 +81,6 @@ TEST(WordArgDatabaseTest, ReadsFlagsByEitherNameAndPassesOverTheRest) {
   EXPECT_EQ(number, 7);
   EXPECT_EQ(database.NumberOfFlagUses("-lbp"), 2U);
   EXPECT_EQ(database.NumberOfFlagUses("-i"), 0U);
-}
-
-TEST(WordArgDatabaseTest, FailsQuietlyWithTheValueLeftAlone) {
-  const WordArgDatabase database(TestSyntax().flags, WordArguments({"-i", "-np", "x", "-lbp"}));
-  std::string text = "kept";
-  int number = 1;
-  EXPECT_TRUE(database.IsFlagSet("-lbp"));
-  for (const char* flag : {"-lbp", "-i", "-exp", "-nobody"}) {
-    EXPECT_FALSE(database.GetFlagArgument(flag, 0, text).ok()) << flag;
-  }
-  EXPECT_FALSE(database.GetFlagArgument("-np", 0, number).ok());
-  EXPECT_FALSE(database.IsFlagSet("-nobody"));
-  EXPECT_EQ(text, "kept");
-  EXPECT_EQ(number, 1);
 }
 
 }  // namespace

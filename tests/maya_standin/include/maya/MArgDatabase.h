@@ -9,6 +9,8 @@ class MArgDatabase : public MArgParser {
  public:
   MArgDatabase(const MSyntax& syntax, const MArgList& args, MStatus* status = nullptr);
   ~MArgDatabase() override;
+  MStatus getFlagArgument(const char* flag, unsigned int index, int& result) const;
+  MStatus getFlagArgument(const char* flag, unsigned int index, MString& result) const;
 };
 
 }  // namespace lipvane_standin

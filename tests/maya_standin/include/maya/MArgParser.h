@@ -18,10 +18,8 @@ class MArgParser {
   virtual ~MArgParser();
   bool isFlagSet(const char* flag, MStatus* status = nullptr) const;
   unsigned int numberOfFlagUses(const char* flag) const;
-  MStatus getFlagArgument(const char* flag, unsigned int index, int& result) const;
-  MStatus getFlagArgument(const char* flag, unsigned int index, MString& result) const;
 
- private:
+ protected:
   std::unique_ptr<lipvane::host::ArgDatabase> database_;
 };
 

@@ -9,6 +9,9 @@ namespace lipvane_standin {
 class MDagPath {
  public:
   MDagPath();
+  MDagPath(const MDagPath& path);
+  MDagPath& operator=(const MDagPath& path);
+  virtual ~MDagPath();  // so the class has a typeinfo, which is the host's
   MObject transform(MStatus* status = nullptr) const;
 
   // The stand-in's own.

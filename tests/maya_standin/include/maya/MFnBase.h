@@ -16,6 +16,8 @@ class MFnBase {
   virtual MStatus setObject(MObject& object);
 
  protected:
+  // The stand-in's own.
+  virtual bool Takes(const MObject& object) const;
   MObject object_;
 };
 

@@ -8,7 +8,7 @@ namespace lipvane_standin {
 
 class MFnDependencyNode : public MFnBase {
  public:
-  MFnDependencyNode();
+  MFnDependencyNode() = default;
   MFnDependencyNode(MObject& object, MStatus* status = nullptr);
   ~MFnDependencyNode() override;
   MString name(MStatus* status = nullptr) const;

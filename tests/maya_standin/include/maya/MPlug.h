@@ -11,7 +11,7 @@ class MPlugArray;
 
 class MPlug {
  public:
-  MPlug(const MObject& node, const MObject& attribute, MStatus* status = nullptr);
+  MPlug(const MObject& node, const MObject& attribute);
   bool isLocked(MStatus* status = nullptr) const;
   bool isChild(MStatus* status = nullptr) const;
   MPlug parent(MStatus* status = nullptr) const;

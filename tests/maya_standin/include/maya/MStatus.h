@@ -15,9 +15,9 @@ class MStatus {
     kLicenseFailure = 4,
     kUnknownParameter = 5,
   };
-  MStatus();
+  MStatus() : code_(kSuccess) {}
   MStatus(MStatusCode code);
-  MStatusCode statusCode() const;
+  MStatusCode statusCode() const { return code_; }
   void perror(const char* label) const;
 
  private:

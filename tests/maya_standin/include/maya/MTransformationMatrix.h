@@ -2,8 +2,8 @@
 #pragma once
 
 #include <maya/MMatrix.h>
-#include <maya/MSpace.h>
 #include <maya/MStatus.h>
+#include <maya/MTypes.h>
 #include <maya/MVector.h>
 
 namespace lipvane_standin {

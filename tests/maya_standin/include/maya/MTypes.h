@@ -14,5 +14,11 @@ class MAnimCurveChange;
 namespace standin {
 struct Content;
 }
+
+class MSpace {
+ public:
+  enum Space { kWorld = 4 };
+};
+
 }  // namespace lipvane_standin
 using namespace lipvane_standin;

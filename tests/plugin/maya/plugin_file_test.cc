@@ -175,6 +175,27 @@ TEST_F(PluginFileTest, NamesEveryChannelThatTakesNoKeyOnce) {
   EXPECT_EQ(curves.at("|lip.rotateZ").size(), 2u);
 }
 
+TEST_F(PluginFileTest, KeysNoCurveThatIsRetimedOrLockedAsOneOrAnotherJoints) {
+  NodeDescription jaw = Joint("|jaw");
+  jaw.frames[0] = {};
+  auto scene = SceneOf({jaw},
+                       "createNode animCurveTT -n \"warp\";\n"
+                       "connectAttr \"warp.o\" \"jaw1_rx.i\";\n"
+                       "createNode joint -n \"twin\";\nconnectAttr \"twin.ry\" \"|jaw.ry\";\n"
+                       "select -ne |jaw;\nsetAttr -l on \".tx\";\n");
+  EmbeddedMaya maya(scene);
+  maya.standinScene.retimedCurves = {"jaw1_rx"};
+  maya.standinScene.lockedAsOne = {"|jaw.translateX"};
+  maya.standinScene.between["|jaw.rotateY"] = {"joint"};
+  EXPECT_TRUE(maya.Run("facialAnim", {"-imp", "-lbp", Lbp({"jaw"}, {{{{1, 2, 3}}}})}));
+  EXPECT_EQ(maya.shown,
+            (std::vector<Shown>{{"warning",
+                                 "|jaw loses keys: rotateX driven by jaw1_rx (not a curve over "
+                                 "time); rotateY driven by joint (not a curve over time); "
+                                 "translateX locked",
+                                 ""}}));
+}
+
 TEST_F(PluginFileTest, PrintsNothing) {
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();

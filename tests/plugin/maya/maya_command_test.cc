@@ -1,6 +1,6 @@
 // What becomes of an exception that leaves a command.
 
-#include "lipvane/host/maya/maya_command.h"
+#include "lipvane/plugin/maya/maya_command.h"
 
 #include <gtest/gtest.h>
 
@@ -20,11 +20,10 @@ namespace {
 using test::Shown;
 
 /// Does what its first argument says.
-class Thrower {
+class Thrower : public host::Command {
  public:
   explicit Thrower(host::Host& /*host*/) {}
-  static host::Syntax NewSyntax() { return {}; }
-  static host::Status DoIt(const host::Arguments& arguments) {
+  host::Status DoIt(const host::Arguments& arguments) override {
     std::string what;
     arguments.AsString(0, what);
     if (what == "engine") throw TamskException{"trail -> "};
@@ -35,20 +34,20 @@ class Thrower {
   }
 };
 
-class WithoutMemory {
+class WithoutMemory : public host::Command {
  public:
   explicit WithoutMemory(host::Host& /*host*/) { throw std::bad_alloc(); }
-  static host::Syntax NewSyntax() { return {}; }
-  static host::Status DoIt(const host::Arguments& /*arguments*/) { return {}; }
+  host::Status DoIt(const host::Arguments& /*arguments*/) override { return {}; }
 };
 
 /// Needs the host to the last.
-class Farewell {
+class Farewell : public host::Command {
  public:
   explicit Farewell(host::Host& host) : host_(host) { host.DisplayWarning("made"); }
-  ~Farewell() { host_.DisplayWarning("gone"); }
-  static host::Syntax NewSyntax() { return {}; }
-  static host::Status DoIt(const host::Arguments& /*arguments*/) { return {}; }
+  Farewell(const Farewell&) = delete;
+  Farewell& operator=(const Farewell&) = delete;
+  ~Farewell() override { host_.DisplayWarning("gone"); }
+  host::Status DoIt(const host::Arguments& /*arguments*/) override { return {}; }
 
  private:
   host::Host& host_;

@@ -7,10 +7,10 @@
 #include <string>
 
 #include "lipvane/host/command.h"
-#include "lipvane/host/maya/maya_command.h"
 #include "lipvane/host/maya/maya_status.h"
 #include "lipvane/plugin/export_poses_command.h"
 #include "lipvane/plugin/facial_anim_command.h"
+#include "lipvane/plugin/maya/maya_command.h"
 #include "lipvane/plugin/registration.h"
 
 namespace lipvane::maya {

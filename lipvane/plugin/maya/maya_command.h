@@ -2,19 +2,20 @@
 
 #include <maya/MArgList.h>
 #include <maya/MPxCommand.h>
-#include <maya/MString.h>
+#include <maya/MStatus.h>
 #include <maya/MSyntax.h>
 
-#include <exception>
 #include <new>
-#include <string>
 
-#include "lipvane/engine/exception.h"
+#include "lipvane/host/command.h"
 #include "lipvane/host/maya/maya_arguments.h"
 #include "lipvane/host/maya/maya_host.h"
-#include "lipvane/host/maya/maya_status.h"
 
 namespace lipvane::maya {
+
+/// Runs a command that calls that host, which then warns of keys that were lost. An exception that
+/// is not the engine's becomes an error message and a failure.
+MStatus RunCommand(host::Command& command, MayaHost& host, const MArgList& arguments);
 
 /// One of our commands as a command class of the host: an object an invocation, which the host owns
 /// and deletes. The command goes first, then what it calls the host by.
@@ -39,33 +40,11 @@ class MayaCommand : public MPxCommand {
     }
   }
 
-  /// An exception that is not the engine's becomes an error message and a failure.
   MStatus doIt(const MArgList& arguments) override {
-    try {
-      const host::Status status = command_.DoIt(MayaArguments(arguments));
-      host_.WarnOfLostKeys();
-      return ToMStatus(status);
-    } catch (const TamskException&) {
-      throw;  // deliberate: the engine's failure is for whoever runs the command
-    } catch (const std::bad_alloc&) {
-      Report("out of memory");
-      return MStatus::kInsufficientMemory;
-    } catch (const std::exception& error) {
-      Report("ended by an unexpected error: ", error.what());
-    } catch (...) {
-      Report("ended by an unknown exception");
-    }
-    return MStatus::kFailure;
+    return RunCommand(command_, host_, arguments);
   }
 
  private:
-  static void Report(const char* text, const char* detail = "") noexcept {
-    try {
-      displayError((std::string(text) + detail).c_str());
-    } catch (...) {  // the status has to tell
-    }
-  }
-
   MayaHost host_;
   Command command_{host_};
 };
