@@ -53,8 +53,9 @@ MObject SourceOf(const MObject& node, const MObject& attribute, bool isCompound)
     return isDriven ? DriverOf(input, content) : MObject();
   }
   const ChannelInput input = InputOf(content.node, content.attribute);
-  if (!attribute.isNull()) {  // the one of a curve
-    return content.isTimeCurve && input.isRetimed ? OtherNode(content, "timeWarp") : MObject();
+  if (!attribute.isNull()) {  // the one of a curve, which the host may connect with its own time
+    return content.isTimeCurve ? OtherNode(content, input.isRetimed ? "timeWarp" : "time1")
+                               : MObject();
   }
   // The attribute that a connection came from may have an input itself, but for an output.
   if (content.step >= input.between.size() || content.type == "unitConversion") return {};

@@ -9,6 +9,7 @@
 #include <maya/MTime.h>
 
 #include <any>
+#include <cstring>
 #include <string>
 
 #include "lipvane/host/maya/maya_host.h"
@@ -44,7 +45,8 @@ MObject DriverOf(const MPlug& plug, int stepsLeft = kMaxDriverSteps) {
 
 /// Whether a curve is not at the scene's time but at one that something makes of it.
 bool IsRetimed(MObject& curve) {
-  return !DriverOf(MPlug(curve, MFnDependencyNode(curve).attribute("input"))).isNull();
+  MObject driver = DriverOf(MPlug(curve, MFnDependencyNode(curve).attribute("input")));
+  return !driver.isNull() && std::strcmp(MFnDependencyNode(driver).name().asChar(), "time1") != 0;
 }
 
 // What is done to a compound is done to each of its three channels.
@@ -66,7 +68,7 @@ host::Status MayaCurve::Create(const host::Node& node, const host::Attribute& at
   MStatus created;
   curve_.create(object, channel == nullptr ? MObject() : channel->object, nullptr, &created);
   host::Status status = ToStatus(created);
-  node_ = object;
+  node_.emplace(object);
   channel_ = channel == nullptr ? std::string() : channel->name;
   isReported_ = channel == nullptr || object.isNull();
   if (!status.ok() && !isReported_) status = AttachToInput(object, *channel);
@@ -92,7 +94,7 @@ host::Status MayaCurve::AttachToInput(MObject& node, const AttributeHandle& attr
 host::Status MayaCurve::AddKeyframe(double frame, double value) {
   if (!isReported_) {
     isReported_ = true;
-    const std::string path = MFnDagNode(node_).fullPathName().asChar();
+    const std::string path = MFnDagNode(*node_).fullPathName().asChar();
     if (attached_) {
       host_.Keys().AddKeyed(path);
     } else {

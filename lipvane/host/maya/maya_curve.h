@@ -3,6 +3,7 @@
 #include <maya/MFnAnimCurve.h>
 #include <maya/MObject.h>
 
+#include <optional>
 #include <string>
 
 #include "lipvane/host/host.h"
@@ -30,7 +31,7 @@ class MayaCurve : public host::AnimCurve {
   bool attached_ = false;  // the function set itself keeps an older curve when a creation fails
   // For what is said of keys.
   bool isReported_ = false;
-  MObject node_;
+  std::optional<MObject> node_;
   std::string channel_;
   std::string refusal_;
 };
