@@ -167,7 +167,7 @@ TEST_F(RunTest, NamesWhatItDoesNotKnowAndWhatFailsInSilence) {
   const std::string silent = "demBonesExportPoses -np 1 -lbp \"/no/such/folder/x.lbp\"";
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"facialAnim -imprt",
-       "facialAnim: unknown flag \"-imprt\"; it accepts -m/-morph, "
+       "facialAnim: unknown flag \"-imprt\"; did you mean \"-import\"? It accepts -m/-morph, "
        "-lbp/-lbpfile STRING, -ltf/-ltffile STRING, "
        "-exp/-expression STRING (any number of times), -imp/-import, -sel/-select\n"},
       {"polySphere",
