@@ -35,8 +35,8 @@ TEST(CheckWordsTest, RefusesWhatItDoesNotKnowAndNotesOrRefusesTheRest) {
   const std::string accepted =
       "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, -exp/-expression "
       "STRING (any number of times)";
-  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"-imprt", "-x"}).error,
-            "go: unknown flag \"-imprt\"" + accepted + ", names");
+  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"-zoom", "-x"}).error,
+            "go: unknown flag \"-zoom\"" + accepted + ", names");
   struct Case {
     Words words;
     std::string problem;
