@@ -249,11 +249,12 @@ TEST(Check, WhatAReaderRefusesHasAnError) {
 }
 
 /// A pose file against a scene of a head and what follows.
-Findings SceneFindings(const std::string& rest, const std::vector<Change>& changes = {}) {
+Findings SceneFindings(const std::string& rest, const std::vector<Change>& changes = {},
+                       const std::string& nameSpace = {}) {
   const auto scene = standalone::Scene::Parse(
       "//Maya ASCII 2024 scene\ncreateNode joint -n \"head\";\n" + rest, "face.ma");
   Findings findings;
-  CheckAgainstScene("file", Changed(CleanLbp(), changes), {scene, "face.ma", {}}, findings);
+  CheckAgainstScene("file", Changed(CleanLbp(), changes), {scene, "face.ma", nameSpace}, findings);
   return findings;
 }
 
@@ -291,6 +292,15 @@ TEST(SceneCheck, ChannelsThatShareACauseAreOneFinding) {
       "48 channel-driven: \"|head|jaw\" in face.ma: rotateX is driven by \"e\" (not a curve "
       "over time): no keys\n48 channel-locked: \"|head|jaw\" in face.ma: translateX, "
       "translateY, translateZ and rotateZ are locked: no keys\n");
+}
+
+TEST(SceneCheck, BonesAreFoundInTheirNamespace) {
+  std::string scene = "createNode joint -n \"a:head\";\n";
+  scene += "createNode joint -n \"a:jaw\" -p \"a:head\";\nrename \"|head\" \"neck\";\n";
+  EXPECT_EQ(Written(SceneFindings(scene)),
+            "48 bone-missing: none of the 2 bones is in face.ma by its plain name; all are in the "
+            "namespace \"a\": give --namespace a\n");
+  EXPECT_EQ(Written(SceneFindings(scene, {}, "a")), "");
 }
 
 // What is no xyz is still right for joints that turn about one axis, or that an axis makes up for.

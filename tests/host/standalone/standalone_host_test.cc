@@ -1,4 +1,5 @@
 #include "lipvane/host/standalone/standalone_host.h"
+#include "lipvane/host/standalone/references.h"
 
 #include <gtest/gtest.h>
 
@@ -135,6 +136,15 @@ TEST_F(StandaloneHostTest, CurvesDriveChannels) {
   EXPECT_TRUE(scene_.CurveOf(jaw, Channel::kScaleX)->keys.empty());
   EXPECT_FALSE(CurveOn("|head|headShape", "tx", false)->AddKeyframe(0.0, 1.0).ok());
   EXPECT_EQ(texts_, Names{kReferenceWarning});
+}
+
+TEST(MissingReferencesTest, AreOneSentenceHoweverManyThereAre) {
+  std::string text;
+  for (int i = 1; i <= 7; ++i)
+    text += "file -r -ns 'n' -rfn 'nRN' 'rig" + std::to_string(i) + ".ma';\n";
+  EXPECT_EQ(MissingReferences(Read(text)),
+            "the nodes of 7 referenced files are missing: \"rig1.ma\", \"rig2.ma\", \"rig3.ma\", "
+            "\"rig4.ma\", \"rig5.ma\" and 2 more are not read");
 }
 
 TEST_F(StandaloneHostTest, WarnsOnceACommand) {
