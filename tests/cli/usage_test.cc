@@ -29,7 +29,7 @@ TEST_F(CliTest, HelpAndVersionGoToStandardOutput) {
 
 TEST_F(CliTest, HelpFitsTheTerminalAndIsASubcommandToo) {
   for (const std::string name : {"", "run", "speak", "plot"}) {
-    for (const std::size_t columns : {40, 60, 80, 100}) {
+    for (const std::size_t columns : std::vector<std::size_t>{40, 60, 80, 100}) {
       const std::string variable = "COLUMNS=" + std::to_string(columns);
       const auto help = [&](const Arguments& arguments) {
         Arguments all = {variable, LIPVANE_BINARY};
