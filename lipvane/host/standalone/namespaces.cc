@@ -34,10 +34,11 @@ std::string RelativeName(const Scene& scene, NodeId node, const std::string& nam
 
 std::set<std::string> NamespacesOf(const Scene& scene) {
   std::set<std::string> there;
-  for (NodeId node = 0; node < scene.NodeCount(); ++node)
+  for (NodeId node = 0; node < scene.NodeCount(); ++node) {
     ForEachNamespace(scene.Name(node), [&](std::string_view nameSpace, std::string_view) {
       there.emplace(nameSpace);
     });
+  }
   return there;
 }
 
