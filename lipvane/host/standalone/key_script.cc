@@ -93,7 +93,8 @@ void WriteKeys(const Row& row, double unit, const CodePage& page, std::ostream& 
     if (key == nullptr) continue;
     std::string line =
         "setKeyframe -t " + text::ExactReal(frame) + " -v " + InFileUnit(key->value, unit) + " ";
-    AppendTangent("-itt ", key->inType, line);
+    // The host takes "step" for what comes after a key alone.
+    if (key->inType != Tangent::kStep) AppendTangent("-itt ", key->inType, line);
     AppendTangent("-ott ", key->outType, line);
     out << line << object;
   }
