@@ -140,7 +140,8 @@ int Bake(const BakeOptions& options) {
   SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
   if (options.framesPerSecond) {
     rate.framesPerSecond = *options.framesPerSecond;
-    if (rate.framesPerSecond != scene->FramesPerSecond()) {
+    // A script's frames are those of the shot, which may have another rate.
+    if (!isScript && rate.framesPerSecond != scene->FramesPerSecond()) {
       PrintWarning(sceneName + ": the scene shows " + text::ExactReal(scene->FramesPerSecond()) +
                    " frames a second; at that rate the animation, baked for " +
                    text::ExactReal(rate.framesPerSecond) + ", has another speed");
