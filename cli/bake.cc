@@ -101,6 +101,19 @@ bool KeysFit(std::size_t frames, std::size_t joints) {
   return false;
 }
 
+/// Takes from a namespace of the shot that a script is for what comes before the scene's own part,
+/// which may be nothing, and answers it.
+std::string TakeShotNamespace(const standalone::Scene& scene, std::string& nameSpace) {
+  const std::set<std::string> there = standalone::NamespacesOf(scene);
+  std::string taken;
+  while (!nameSpace.empty() && there.count(nameSpace) == 0) {
+    const std::size_t end = std::min(nameSpace.find(':'), nameSpace.size());
+    taken += (taken.empty() ? "" : ":") + nameSpace.substr(0, end);
+    nameSpace.erase(0, end + 1);
+  }
+  return taken;
+}
+
 }  // namespace
 
 int Bake(const BakeOptions& options) {
@@ -121,16 +134,14 @@ int Bake(const BakeOptions& options) {
   if (!scene) return 1;
   const bool isScript = IsKeyScript(options.output);
   std::string nameSpace = options.nameSpace;
-  std::string prefix;  // of nodes in the shot that a script is for
-  if (isScript && standalone::NamespacesOf(*scene).count(nameSpace) == 0) {
-    std::swap(nameSpace, prefix);
-  }
+  const std::string prefix = isScript ? TakeShotNamespace(*scene, nameSpace) : std::string();
   if (!HasNamespace(*scene, sceneName, nameSpace)) return 1;
 
   SampleRate rate{scene->FramesPerSecond(), options.ticksPerSecond};
   if (options.framesPerSecond) {
     rate.framesPerSecond = *options.framesPerSecond;
-    if (rate.framesPerSecond != scene->FramesPerSecond()) {
+    // A script's frames are those of the shot, which may have another rate.
+    if (!isScript && rate.framesPerSecond != scene->FramesPerSecond()) {
       PrintWarning(sceneName + ": the scene shows " + text::ExactReal(scene->FramesPerSecond()) +
                    " frames a second; at that rate the animation, baked for " +
                    text::ExactReal(rate.framesPerSecond) + ", has another speed");
@@ -149,7 +160,7 @@ int Bake(const BakeOptions& options) {
   host.SetNamespace(nameSpace);
   Baking baking(playback, host);
   const std::string hint =
-      baking.Joints().empty() ? check::NamespaceHint(*scene, playback.BoneNames()) : std::string();
+      baking.Joints().empty() ? check::ElsewhereHint(*scene, playback.BoneNames()) : std::string();
   if (!hint.empty()) {
     PrintError(sceneName + ": none of the " + std::to_string(playback.BoneNames().size()) +
                " bones of " + lbp.name + " is there by its plain name; " + hint);

@@ -72,9 +72,10 @@ bool SaveKeyScript(const standalone::Scene& scene, const BakeOptions& options,
                    const std::vector<KeyedNode>& keyed, const std::string& nameSpace) {
   const std::string source = "Keys of the animation " + Named(options.ltf) + " with the poses of " +
                              Named(options.lbp) + " for the joints of " + Named(options.scene);
+  const double rate = options.framesPerSecond.value_or(scene.FramesPerSecond());
   try {
     return WriteOutput(options.output, [&](std::ostream& out) {
-      standalone::WriteKeyScript(scene, keyed, {source, nameSpace}, out);
+      standalone::WriteKeyScript(scene, keyed, {source, nameSpace, rate}, out);
     });
   } catch (const standalone::SceneError& error) {
     PrintError(options.output + ": " + error.what());

@@ -21,6 +21,7 @@ bool Playback::Load(const InputFile& lbp, const InputFile& ltf, bool force) {
     return false;
   }
   if (!HasPosesFor(lbp, Rig(), ltf.name, animation_, force)) return false;
+  if (!Rig().poses.empty()) WarnOfLostExpressions(lbp, ExpressionNames(), ltf.name, animation_);
   controller_.InitializeBones(pose_);
   for (int i = 0; i < pose_.BoneCount(); ++i) {
     // Expressions move bones of the rig alone, so the rig has every identifier.

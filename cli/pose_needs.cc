@@ -8,20 +8,22 @@
 #include "cli/messages.h"
 #include "lipvane/check/finding.h"
 #include "lipvane/check/lbp_check.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
 namespace {
 
+bool Moves(const TAnimationTrack& track) {
+  for (int i = 0; i < track.KeyCount(); ++i) {
+    if (track.GetKey(i)->value != 0.0) return true;
+  }
+  return false;
+}
+
 /// Tracks up to the last one that moves something.
 std::size_t MovingTracks(const TAnimation& animation) {
   std::size_t count = animation.tracks.size();
-  const auto moves = [](const TAnimationTrack& track) {
-    for (int i = 0; i < track.KeyCount(); ++i) {
-      if (track.GetKey(i)->value != 0.0) return true;
-    }
-    return false;
-  };
-  while (count > 0 && !moves(animation.tracks[count - 1]))
+  while (count > 0 && !Moves(animation.tracks[count - 1]))
     --count;
   return count;
 }
@@ -65,6 +67,21 @@ bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const std::stri
                                     Counted(tracks, "track") + " of " + source +
                                     ", each of which needs one besides the neutral pose"),
                 force);
+}
+
+void WarnOfLostExpressions(const InputFile& lbp, const std::vector<std::string>& expressions,
+                           const std::string& source, const TAnimation& animation) {
+  std::vector<std::string> lost;
+  for (const TAnimationTrack& track : animation.expressionTracks) {
+    const bool isThere =
+        std::find(expressions.begin(), expressions.end(), track.name) != expressions.end();
+    if (!isThere && Moves(track)) lost.push_back(text::QuotedLine(track.name));
+  }
+  if (lost.empty()) return;
+  const std::string more =
+      lost.size() == 1 ? std::string() : " and " + std::to_string(lost.size() - 1) + " more";
+  PrintWarning(source + ": nothing shows the expression " + lost.front() + more + ": " + lbp.name +
+               (more.empty() ? " has no pose for it" : " has no poses for them"));
 }
 
 }  // namespace lipvane::cli

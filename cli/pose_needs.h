@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "cli/input.h"
 #include "lipvane/engine/animation.h"
@@ -18,5 +19,10 @@ bool HasPoses(const InputFile& lbp, const TBonePoseInfo& rig, bool force);
 /// something. `source` is the file that the animation is from.
 bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const std::string& source,
                  const TAnimation& animation, bool force);
+
+/// Warns of tracks that move expressions which the pose file has no poses of, so that nothing shows
+/// them; `expressions` are those that it has.
+void WarnOfLostExpressions(const InputFile& lbp, const std::vector<std::string>& expressions,
+                           const std::string& source, const TAnimation& animation);
 
 }  // namespace lipvane::cli

@@ -5,8 +5,11 @@
 #include <optional>
 #include <unordered_map>
 
+#include "lipvane/check/finding.h"
 #include "lipvane/check/joint_names.h"
+#include "lipvane/check/lbp_check.h"
 #include "lipvane/check/namespace_hint.h"
+#include "lipvane/check/rules.h"
 #include "lipvane/engine/bone_pose.h"
 #include "lipvane/formats/lbp.h"
 #include "lipvane/formats/phonemes.h"
@@ -14,6 +17,7 @@
 #include "lipvane/host/standalone/words.h"
 #include "lipvane/plugin/export_poses_command.h"
 #include "lipvane/plugin/facial_anim_command.h"
+#include "lipvane/text/file.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
@@ -144,6 +148,20 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
   return reasons;
 }
 
+/// What check says first of counts that do not agree; the bones have others' poses then, if any.
+std::string Misreading(const std::string& file) {
+  std::string content;
+  std::string reason;
+  if (!text::ReadFile(file, content, reason)) return {};
+  std::vector<check::Finding> findings;
+  check::CheckLbp(file, content, findings);
+  for (const check::Finding& finding : findings) {
+    if (finding.rule == check::rule::kBoneCount || finding.rule == check::rule::kBoneLineCount)
+      return "; it is misread: on line " + std::to_string(finding.line) + " " + finding.text;
+  }
+  return {};
+}
+
 Names NotesOnImport(const std::string& file, const standalone::StandaloneHost& host) {
   TBonePoseInfo rig;
   PhonemeMapping unused;
@@ -161,12 +179,13 @@ Names NotesOnImport(const std::string& file, const standalone::StandaloneHost& h
   std::string note = "facialAnim: " + std::to_string(keyed) + " of " +
                      std::to_string(bones.size()) + " bones of " + file + " got keys";
   if (keyed == 0) note += ": NOTHING WAS IMPORTED";
-  if (rig.poses.empty()) return {note + "; it reads as a file without poses"};
+  const std::string misreading = Misreading(file);
+  if (rig.poses.empty()) return {note + "; it reads as a file without poses" + misreading};
   note += ReasonsFor(bones, nodes, host);
   if (!repeated.empty()) {
     note += "; more than once in the scene, where the last one got the keys: " + Listed(repeated);
   }
-  return {note};
+  return {note + misreading};
 }
 
 Names NotesOnSelection(const std::string& file, const standalone::StandaloneHost& host) {

@@ -8,6 +8,7 @@
 #include "cli/messages.h"
 #include "cli/output.h"
 #include "cli/terminal.h"
+#include "lipvane/check/namespace_hint.h"
 #include "lipvane/host/standalone/namespaces.h"
 #include "lipvane/text/printable.h"
 
@@ -60,13 +61,14 @@ bool HasNamespace(const standalone::Scene& scene, const std::string& sceneName,
   constexpr std::size_t kMostNamed = 10;
   const auto there = standalone::NamespacesOf(scene);
   if (nameSpace.empty() || there.count(nameSpace) > 0) return true;
+  const std::string hint = check::ReferencesHint(scene);
   std::string list;
   std::size_t named = 0;
   for (auto one = there.begin(); one != there.end() && named < kMostNamed; ++one, ++named)
     list += (named > 0 ? ", " : "; it has ") + text::QuotedLine(*one);
   PrintError(sceneName + ": there is no namespace " + text::QuotedLine(nameSpace) +
              (there.empty() ? "; no name in it has one" : list) +
-             (there.size() > kMostNamed ? " and more" : ""));
+             (there.size() > kMostNamed ? " and more" : "") + (hint.empty() ? "" : "; " + hint));
   return false;
 }
 

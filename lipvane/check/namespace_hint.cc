@@ -19,4 +19,15 @@ std::string NamespaceHint(const standalone::Scene& scene, const std::vector<std:
   return hint + ": give --namespace " + text::PrintableLine(whole.front());
 }
 
+std::string ReferencesHint(const standalone::Scene& scene) {
+  if (scene.References().empty()) return {};
+  return "if the joints are in a referenced file, bake onto that file with -o FILE.mel and source "
+         "the script in the open shot";
+}
+
+std::string ElsewhereHint(const standalone::Scene& scene, const std::vector<std::string>& bones) {
+  const std::string hint = NamespaceHint(scene, bones);
+  return hint.empty() ? ReferencesHint(scene) : hint;
+}
+
 }  // namespace lipvane::check

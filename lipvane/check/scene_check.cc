@@ -109,7 +109,7 @@ class SceneCheck {
   const std::vector<JointOfBone>& Joints() const { return joints_; }
 
  private:
-  /// Whether all bones are missing, and there in another namespace: that is said in one finding.
+  /// Whether all bones are missing, and may be elsewhere: that is said in one finding.
   bool IsElsewhere(const std::vector<NamedBone>& bones);
   /// False when it gets no keys at all.
   bool CheckBone(const NamedBone& named, std::size_t bone);
@@ -137,7 +137,7 @@ bool SceneCheck::IsElsewhere(const std::vector<NamedBone>& bones) {
     if (nodes_[bone.name].count > 0) return false;
     missing.emplace_back(bone.name);
   }
-  const std::string hint = NamespaceHint(scene_, missing);
+  const std::string hint = ElsewhereHint(scene_, missing);
   if (hint.empty()) return false;
   recorder_.Add(bones.front().line, rule::kBoneMissing,
                 "none of the " + std::to_string(bones.size()) + " bones is in " + sceneName_ +

@@ -159,6 +159,16 @@ TEST_F(BakeTest, FindsBonesInANamespace) {
             0);
   ASSERT_EQ(Lipvane({"run", scene_, "-f", script, "-o", out_}).err, "");
   EXPECT_EQ(Keys().dump(), spacedKeys);
+  out_ = folder_.Path("line.mel");
+  EXPECT_EQ(Bake({"--namespace", "show:shot:hero"}).err, "");
+  EXPECT_TRUE(Has(folder_.Content("line.mel"), "getAttr \"show:shot:hero:jaw.translateX\""));
+  scene_ = folder_.Make("shot.ma", "file -r -ns \"hero\" \"rig.ma\";\n");
+  EXPECT_EQ(Bake({"--namespace", "hero"}).err,
+            "Warning: the nodes of the referenced file \"rig.ma\" are missing: it is not read\n"
+            "Error: " +
+                scene_ + ": none of the 41 bones of " + lbp_ +
+                " is there by its plain name; if the joints are in a referenced file, bake onto "
+                "that file with -o FILE.mel and source the script in the open shot\n");
 }
 
 TEST_F(BakeTest, NamesEveryMissingBoneInFull) {

@@ -137,6 +137,10 @@ TEST_F(PlayTest, PoseFilesThatLackPosesNeedForce) {
   }
   const std::string still = AnimationOf("still.ltf", "1\n50 0");
   EXPECT_EQ(Lipvane({"play", few, still}).status, 0) << "no track moves anything";
+  const std::string mouth = folder_.Make("mouth.lbp", LbpText({"lip"}, {{{}}, {{}}}));
+  EXPECT_EQ(Lipvane({"play", mouth, ltf_}).err,
+            "Warning: " + ltf_ + ": nothing shows the expression \"Blink_Left\": " + mouth +
+                " has no pose for it\n");
 }
 
 TEST_F(PlayTest, SaysWhatCannotBePlayed) {

@@ -105,6 +105,8 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
   };
   const std::string misread = ": it cannot be read as it was meant";
   const std::string in = "all are in the namespace \"a:b\": give --namespace a:b";
+  std::string lost = FileContent(pose("lost.lbp", {"jaw", "lip"}, 2));
+  lost = folder_.Make("lost.lbp", lost.erase(lost.find("lip -> parent"), 14));
   struct Case {
     std::string scene, line;
     std::vector<std::string> notes;
@@ -141,6 +143,12 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
        imports(pose("none.lbp", {"jaw"}, 0)),
        {"0 of 1 bones of " + folder_.Path("none.lbp") +
         " got keys: NOTHING WAS IMPORTED; it reads as a file without poses"}},
+      {scene_,
+       imports(lost),
+       {"1 of 2 bones of " + lost +
+        " got keys; not in the scene: \"head_bone=h\"; it is misread: on line 47 the "
+        "number of bones is 2, but 1 line follows in the hierarchy: lines are taken for what they "
+        "are not"}},
       {scene_,
        "facialAnim -sel -lbp \"" + pose("last.lbp", {"jaw", "eye"}, 0) + "\"",
        {"nothing is selected, since the last bone of " + folder_.Path("last.lbp") +

@@ -65,11 +65,11 @@ std::vector<Row> MakeRows(const Scene& scene, const std::vector<KeyedNode>& node
   return rows;
 }
 
-std::string Header(const Scene& scene, const std::string& source) {
-  return "// " + text::PrintableLine(source) +
+std::string Header(const Scene& scene, const KeyScriptOptions& options) {
+  return "// " + text::PrintableLine(options.source) +
          ".\n"
          "// Made by lipvane for frames at " +
-         text::ExactReal(scene.FramesPerSecond()) + " a second, lengths in the unit \"" +
+         text::ExactReal(options.framesPerSecond) + " a second, lengths in the unit \"" +
          scene.LinearUnit() + "\", angles in \"" + scene.AngularUnit() +
          "\".\n"
          "//\n"
@@ -93,7 +93,8 @@ void WriteKeys(const Row& row, double unit, const CodePage& page, std::ostream& 
     if (key == nullptr) continue;
     std::string line =
         "setKeyframe -t " + text::ExactReal(frame) + " -v " + InFileUnit(key->value, unit) + " ";
-    AppendTangent("-itt ", key->inType, line);
+    // The host takes "step" for what comes after a key alone.
+    if (key->inType != Tangent::kStep) AppendTangent("-itt ", key->inType, line);
     AppendTangent("-ott ", key->outType, line);
     out << line << object;
   }
@@ -104,7 +105,7 @@ void WriteKeys(const Row& row, double unit, const CodePage& page, std::ostream& 
 void WriteKeyScript(const Scene& scene, const std::vector<KeyedNode>& nodes,
                     const KeyScriptOptions& options, std::ostream& out) {
   const std::vector<Row> rows = MakeRows(scene, nodes, options.nameSpace);
-  out << Header(scene, options.source);
+  out << Header(scene, options);
   for (const Row& row : rows) {
     const std::string plug = row.node + "." + ChannelName(row.channel);
     out << "getAttr " << Quoted(plug, scene.Page()) << ";\n";

@@ -17,8 +17,9 @@ struct KeyedNode {
 
 /// What a script of keys says of itself, and how it names nodes.
 struct KeyScriptOptions {
-  std::string source;     ///< what the keys were made from, as a part of a sentence
-  std::string nameSpace;  ///< put before every node's name, without its colon; may be empty
+  std::string source;             ///< what the keys were made from, as a part of a sentence
+  std::string nameSpace;          ///< put before every node's name, without its colon; may be empty
+  double framesPerSecond = 24.0;  ///< what the frames were made for
 };
 
 /// Writes the keys as command lines that set them in an open scene which has the same nodes,

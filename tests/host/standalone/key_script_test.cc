@@ -13,7 +13,7 @@ namespace {
 std::string ScriptOf(const Scene& scene, const std::vector<KeyedNode>& nodes,
                      const std::string& nameSpace) {
   std::ostringstream out;
-  WriteKeyScript(scene, nodes, {"Keys of \"a\nb\"", nameSpace}, out);
+  WriteKeyScript(scene, nodes, {"Keys of \"a\nb\"", nameSpace, 25}, out);
   return out.str();
 }
 
@@ -29,6 +29,7 @@ TEST(KeyScript, NamesNodesAsShortlyAsIsUniqueInANamespace) {
   const std::string script =
       ScriptOf(scene, {{eye, {Channel::kRotateX, Channel::kRotateY}, {0.5, 1, 3}}}, "hero");
   EXPECT_EQ(script.substr(0, script.find('.')), "// Keys of \"a\\nb\"");
+  EXPECT_NE(script.find("for frames at 25 a second"), script.npos);
   EXPECT_EQ(script.substr(script.find("getAttr")),
             "getAttr \"hero:head|hero:eye.rotateY\";\n"
             "undoInfo -openChunk;\n"
