@@ -179,6 +179,9 @@ TEST_F(RunTest, NamesWhatItDoesNotKnowAndWhatFailsInSilence) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "Error: " + error);
   }
+  EXPECT_EQ(Run({"-e", "demBonesExportPoses -lbp"}).err,
+            "Note: demBonesExportPoses: flag -lbp/-lbpfile has no value: it is passed over\n"
+            "Error: -e 1: the command failed without a message: demBonesExportPoses -lbp\n");
 }
 
 TEST_F(RunTest, TextThatIsNoCommandLineStopsBeforeTheFirstCommand) {
