@@ -28,5 +28,11 @@ TEST_F(MayaHostTest, AStatusIsPrintedAsItCame) {
   EXPECT_EQ(host_.shown, (std::vector<test::Shown>{{"diagnostic", status.Description(), "label"}}));
 }
 
+TEST_F(MayaHostTest, ACurveThatWasNeverMadeTakesNoKeys) {
+  MayaHost host;
+  EXPECT_FALSE(host.NewAnimCurve()->AddKeyframe(0.0, 1.0).ok());
+  EXPECT_TRUE(host.Keys().Lines().empty());
+}
+
 }  // namespace
 }  // namespace lipvane::maya
