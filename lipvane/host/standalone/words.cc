@@ -7,6 +7,7 @@
 #include <set>
 
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
 
 namespace lipvane::standalone {
 namespace {
@@ -99,9 +100,10 @@ class Checker {
     if (const host::Flag* flag = syntax_.flags.Find(word)) return TakeFlag(*flag);
     const bool isNumber = text::WholeReal(word).has_value();
     if (!word.empty() && word[0] == '-' && !isNumber) {
-      return Refuse("unknown flag \"" + word + "\"");
+      return Refuse("unknown flag " + text::QuotedLine(word));
     }
-    if (!TakesObjects()) return Complain("unexpected word \"" + word + "\"", "it is passed over");
+    if (!TakesObjects())
+      return Complain("unexpected word " + text::QuotedLine(word), "it is passed over");
     result_.objects.push_back(word);
   }
 
@@ -111,11 +113,12 @@ class Checker {
     const std::string value = TakesValue(flag) && !isLast ? words_[at_++] : "";
     if (!used_.insert(&flag).second && !flag.multiUse) {
       if (syntax_.isStrict || TakesValue(flag))
-        Complain(name + " is given more than once", "\"" + value + "\" is passed over");
+        Complain(name + " is given more than once", text::QuotedLine(value) + " is passed over");
     } else if (TakesValue(flag) && isLast) {
       Complain(name + " has no value", "it is passed over");
     } else if (const std::string read = Misread(flag.argument, value); !read.empty()) {
-      Complain("the value \"" + value + "\" of " + name + " is no" + ValueName(flag.argument),
+      Complain("the value " + text::QuotedLine(value) + " of " + name + " is no" +
+                   ValueName(flag.argument),
                read);
     }
   }
