@@ -1,5 +1,6 @@
 #include "cli/run.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <optional>
@@ -72,7 +73,10 @@ bool RunCommands(Interpreter& interpreter, const std::vector<MelCommand>& comman
       }
       continue;
     }
-    const bool isSilent = outcome.messages.empty();
+    const bool isSilent =
+        std::none_of(outcome.messages.begin(), outcome.messages.end(), [](const Message& message) {
+          return message.kind == Message::Kind::kError || message.kind == Message::Kind::kBox;
+        });
     // Its messages name no place; on the command line itself the command is in sight.
     if (isSilent || commands[i].hasLineNumber) {
       progress.Erase();

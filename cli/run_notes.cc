@@ -100,8 +100,8 @@ Names NotesOnExport(const host::ArgDatabase& flags, const standalone::Standalone
                        const std::string& consequence) {
     if (names.empty()) return;
     notes.push_back("demBonesExportPoses: " + std::to_string(names.size()) + " of " +
-                    std::to_string(bones.size()) + " bones " + (names.size() == 1 ? one : many) +
-                    ": " + Listed(names) + "; " + consequence);
+                    std::to_string(bones.size()) + (bones.size() == 1 ? " bone " : " bones ") +
+                    (names.size() == 1 ? one : many) + ": " + Listed(names) + "; " + consequence);
   };
   const std::string misread = ": it cannot be read as it was meant";
   const std::string hint =
@@ -126,13 +126,17 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
   check::JointNames joints(host.GetScene(), host.Namespace());
   Names missing;
   Names noJoint;
-  Names refused;
+  std::size_t refused = 0;  // the host has named them
   for (const std::string& bone : bones) {
     const NamedNodes::Found& found = nodes.Of(bone);
     if (found.paths > 0 && host.IsKeyed(found.last)) continue;
-    Names& list = found.paths == 0 ? missing : nodes.IsJoint(found) ? refused : noJoint;
-    list.push_back(text::QuotedLine(bone) +
-                   (found.paths == 0 ? joints.DidYouMean(bone, " (", ")") : std::string()));
+    if (found.paths == 0) {
+      missing.push_back(text::QuotedLine(bone) + joints.DidYouMean(bone, " (", ")"));
+    } else if (nodes.IsJoint(found)) {
+      ++refused;
+    } else {
+      noJoint.push_back(text::QuotedLine(bone));
+    }
   }
   std::string reasons;
   const auto add = [&](const Names& names, const std::string& what) {
@@ -144,7 +148,7 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
   }
   add(missing, "not in the scene");
   add(noJoint, "no joint");
-  add(refused, "no channel takes keys");
+  if (refused > 0) reasons += "; no channel of " + std::to_string(refused) + " takes keys";
   return reasons;
 }
 
@@ -177,7 +181,8 @@ Names NotesOnImport(const std::string& file, const standalone::StandaloneHost& h
     if (isKeyed && found.paths > 1) repeated.push_back(text::QuotedLine(bone));
   }
   std::string note = "facialAnim: " + std::to_string(keyed) + " of " +
-                     std::to_string(bones.size()) + " bones of " + file + " got keys";
+                     std::to_string(bones.size()) +
+                     (bones.size() == 1 ? " bone of " : " bones of ") + file + " got keys";
   if (keyed == 0) note += ": NOTHING WAS IMPORTED";
   const std::string misreading = Misreading(file);
   if (rig.poses.empty()) return {note + "; it reads as a file without poses" + misreading};

@@ -141,7 +141,7 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
         "once in the scene, where the last one got the keys: \"eye\""}},
       {scene_,
        imports(pose("none.lbp", {"jaw"}, 0)),
-       {"0 of 1 bones of " + folder_.Path("none.lbp") +
+       {"0 of 1 bone of " + folder_.Path("none.lbp") +
         " got keys: NOTHING WAS IMPORTED; it reads as a file without poses"}},
       {scene_,
        imports(lost),
@@ -187,6 +187,9 @@ TEST_F(RunTest, NamesWhatItDoesNotKnowAndWhatFailsInSilence) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "Error: " + error);
   }
+  EXPECT_EQ(Run({"-e", "demBonesExportPoses -lbp"}).err,
+            "Note: demBonesExportPoses: flag -lbp/-lbpfile has no value: it is passed over\n"
+            "Error: -e 1: the command failed without a message: demBonesExportPoses -lbp\n");
 }
 
 TEST_F(RunTest, TextThatIsNoCommandLineStopsBeforeTheFirstCommand) {

@@ -29,8 +29,8 @@ class MayaCurve : public host::AnimCurve {
   MayaHost& host_;
   MFnAnimCurve curve_;
   bool attached_ = false;  // the function set itself keeps an older curve when a creation fails
-  // For what is said of keys.
-  bool isReported_ = false;
+  // For what is said of keys; nothing of a curve that was never to be.
+  bool isReported_ = true;
   std::optional<MObject> node_;
   std::string channel_;
   std::string refusal_;

@@ -7,6 +7,7 @@
 
 #include "lipvane/host/standalone/key_commands.h"
 #include "lipvane/host/standalone/own_commands.h"
+#include "lipvane/text/printable.h"
 #include "lipvane/text/similar.h"
 
 namespace lipvane::standalone {
@@ -105,7 +106,7 @@ host::Status Interpreter::RunChecked(const std::vector<std::string>& words) {
     for (const std::string& name : CommandNames())
       known += (known.empty() ? "" : ", ") + name;
     const std::string meant = text::DidYouMean(words[0], CommandNames());
-    host_.DisplayError("unknown command \"" + words[0] + "\"" + meant +
+    host_.DisplayError("unknown command " + text::QuotedLine(words[0]) + meant +
                        (meant.empty() ? "; the" : " The") + " commands are " + known);
     return host::StatusCode::kFailure;
   }

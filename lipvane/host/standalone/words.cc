@@ -7,6 +7,7 @@
 #include <set>
 
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/printable.h"
 #include "lipvane/text/similar.h"
 
 namespace lipvane::standalone {
@@ -94,13 +95,13 @@ class Checker {
     std::vector<std::string> names;
     for (const host::Flag& flag : syntax_.flags.Flags())
       names.insert(names.end(), {flag.shortName, flag.longName});
-    const std::string problem = "unknown flag \"" + word + "\"";
+    const std::string problem = "unknown flag " + text::QuotedLine(word);
     const std::string meant = text::DidYouMean(word, names);
     if (meant.empty()) return Refuse(problem);
     result_.error = command_ + ": " + problem + meant + " It " + Accepted(syntax_);
   }
 
-  /// What a strict command refuses; to others it makes no more than a difference.
+  /// Of what a strict command refuses, and another passes over or reads in its own way.
   void Complain(const std::string& problem, const std::string& difference) {
     if (syntax_.isStrict) return Refuse(problem);
     result_.notes.push_back(command_ + ": " + problem + ": " + difference);
@@ -112,7 +113,8 @@ class Checker {
     if (!word.empty() && word[0] == '-' && !isNumber) {
       return RefuseFlag(word);
     }
-    if (!TakesObjects()) return Complain("unexpected word \"" + word + "\"", "it is passed over");
+    if (!TakesObjects())
+      return Complain("unexpected word " + text::QuotedLine(word), "it is passed over");
     result_.objects.push_back(word);
   }
 
@@ -122,11 +124,12 @@ class Checker {
     const std::string value = TakesValue(flag) && !isLast ? words_[at_++] : "";
     if (!used_.insert(&flag).second && !flag.multiUse) {
       if (syntax_.isStrict || TakesValue(flag))
-        Complain(name + " is given more than once", "\"" + value + "\" is passed over");
+        Complain(name + " is given more than once", text::QuotedLine(value) + " is passed over");
     } else if (TakesValue(flag) && isLast) {
       Complain(name + " has no value", "it is passed over");
     } else if (const std::string read = Misread(flag.argument, value); !read.empty()) {
-      Complain("the value \"" + value + "\" of " + name + " is no" + ValueName(flag.argument),
+      Complain("the value " + text::QuotedLine(value) + " of " + name + " is no" +
+                   ValueName(flag.argument),
                read);
     }
   }

@@ -22,10 +22,10 @@ TEST_F(MayaHostTest, ATransformationHasItsPartsInOrder) {
   EXPECT_EQ(parts.scale, (std::array<double, 3>{2, 3, 4}));
 }
 
-TEST_F(MayaHostTest, AStatusIsPrintedAsItCame) {
-  const host::Status status = host::StatusCode::kInvalidParameter;
-  MayaHost().PrintStatus(status, "label");
-  EXPECT_EQ(host_.shown, (std::vector<test::Shown>{{"diagnostic", status.Description(), "label"}}));
+TEST_F(MayaHostTest, ACurveThatWasNeverMadeTakesNoKeys) {
+  MayaHost host;
+  EXPECT_FALSE(host.NewAnimCurve()->AddKeyframe(0.0, 1.0).ok());
+  EXPECT_TRUE(host.Keys().Lines().empty());
 }
 
 }  // namespace

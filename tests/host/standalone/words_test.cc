@@ -43,7 +43,7 @@ TEST(CheckWordsTest, RefusesWhatItDoesNotKnowAndNotesOrRefusesTheRest) {
     std::string difference;
   };
   std::vector<Case> cases = {
-      {{"-i", "jaw"}, "unexpected word \"jaw\"", "it is passed over"},
+      {{"-i", "j\na\033w"}, "unexpected word \"j\\na?w\"", "it is passed over"},
       {{"-5"}, "unexpected word \"-5\"", "it is passed over"},
       {{"-exp", "-exp", "-exp"}, "flag -exp/-expression has no value", "it is passed over"},
       {{"-lbp", "a", "-lbpfile", "b"},
