@@ -11,6 +11,7 @@
 #include "lipvane/speech/meanings.h"
 #include "lipvane/speech/phones.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::check {
@@ -76,7 +77,7 @@ void AddWordsTier(const speech::WordsTier& words, const std::vector<speech::Unkn
     labels.push_back(At(label.text, label.start));
   recorder.Add(
       line, rule::kWordsTier,
-      words.text + (labels.empty() ? "" : ". Not known as sounds: " + speech::Listed(labels)));
+      words.text + (labels.empty() ? "" : ". Not known as sounds: " + text::Listed(labels)));
 }
 
 }  // namespace
