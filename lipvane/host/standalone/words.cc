@@ -7,6 +7,7 @@
 #include <set>
 
 #include "lipvane/text/numbers.h"
+#include "lipvane/text/similar.h"
 
 namespace lipvane::standalone {
 namespace {
@@ -44,7 +45,7 @@ std::string Accepted(const CommandSyntax& syntax) {
     if (flag.multiUse) list += " (any number of times)";
   }
   if (!syntax.objects.empty()) list += (list.empty() ? "" : ", ") + syntax.objects;
-  return "it accepts " + (list.empty() ? "no arguments" : list);
+  return list.empty() ? "no arguments" : list;
 }
 
 bool IsBoolean(const std::string& word) {
@@ -86,7 +87,16 @@ class Checker {
 
  private:
   void Refuse(const std::string& problem) {
-    result_.error = command_ + ": " + problem + "; " + Accepted(syntax_);
+    const bool isQuestion = problem.back() == '?';
+    result_.error = command_ + ": " + problem + (isQuestion ? " It accepts " : "; it accepts ") +
+                    Accepted(syntax_);
+  }
+
+  std::vector<std::string> AllFlags() const {
+    std::vector<std::string> names;
+    for (const host::Flag& flag : syntax_.flags.Flags())
+      names.insert(names.end(), {flag.longName, flag.shortName});
+    return names;
   }
 
   /// What a strict command refuses; to others it makes no more than a difference.
@@ -99,7 +109,7 @@ class Checker {
     if (const host::Flag* flag = syntax_.flags.Find(word)) return TakeFlag(*flag);
     const bool isNumber = text::WholeReal(word).has_value();
     if (!word.empty() && word[0] == '-' && !isNumber) {
-      return Refuse("unknown flag \"" + word + "\"");
+      return Refuse("unknown flag \"" + word + "\"" + text::DidYouMean(word, AllFlags()));
     }
     if (!TakesObjects()) return Complain("unexpected word \"" + word + "\"", "it is passed over");
     result_.objects.push_back(word);
