@@ -31,8 +31,8 @@ TEST_F(CheckTest, PrintsOneFindingALine) {
   const std::string missing = folder_.Path("missing.lbp");
   const ProcessResult bad = Lipvane({"check", missing, note, file});
   EXPECT_EQ(bad.out, note +
-                         ":1: error: this is neither a bone pose file (LBP) nor an animation file "
-                         "(LTF), and no timing file [unreadable]\n" +
+                         ":1: error: this is no bone pose file (LBP), animation file (LTF) or "
+                         "timing file [unreadable]\n" +
                          finding);
   EXPECT_EQ(bad.err, "Error: " + missing + ": No such file or directory\n");
   EXPECT_EQ(bad.status, 1);
