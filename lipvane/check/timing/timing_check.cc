@@ -52,8 +52,9 @@ void CheckLengths(const speech::Timing& timing, const speech::Meanings& meanings
                      (found.count == 1 ? ", " : ", the first ") + found.text + ": " + effect);
   };
   add(closures, rule::kShortClosure, "closure (P, B, M, F, V) is ", "closures (P, B, M, F, V) are ",
-      "no frame may show the lips meet");
-  add(others, rule::kShortSound, "sound is ", "sounds are ", "no frame may show it");
+      "perhaps no frame shows the lips meet");
+  add(others, rule::kShortSound, "sound is ", "sounds are ",
+      others.count == 1 ? "perhaps no frame shows it" : "perhaps no frame shows them");
 }
 
 void CheckLabels(const std::vector<speech::UnknownLabel>& unknown, Recorder& recorder) {
