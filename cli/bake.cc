@@ -15,7 +15,6 @@
 #include "cli/progress.h"
 #include "cli/samples.h"
 #include "cli/scene_file.h"
-#include "lipvane/check/namespace_hint.h"
 #include "lipvane/host/standalone/namespaces.h"
 #include "lipvane/host/standalone/standalone_host.h"
 #include "lipvane/scene/dag_search.h"
@@ -159,14 +158,10 @@ int Bake(const BakeOptions& options) {
   });
   host.SetNamespace(nameSpace);
   Baking baking(playback, host);
-  const std::string hint =
-      baking.Joints().empty() ? check::ElsewhereHint(*scene, playback.BoneNames()) : std::string();
-  if (!hint.empty()) {
-    PrintError(sceneName + ": none of the " + std::to_string(playback.BoneNames().size()) +
-               " bones of " + lbp.name + " is there by its plain name; " + hint);
+  if (!WarnOfJoints({*scene, sceneName, nameSpace}, lbp.name, playback.BoneNames(),
+                    playback.Rig())) {
     return 1;
   }
-  WarnOfJoints({*scene, sceneName, nameSpace}, playback.BoneNames(), playback.Rig());
   if (baking.Joints().empty()) {
     PrintError(sceneName + ": it has none of the joints of " + lbp.name);
     return 1;

@@ -8,6 +8,7 @@
 #include "lipvane/check/finding.h"
 #include "lipvane/check/rules.h"
 #include "lipvane/check/scene_check.h"
+#include "lipvane/host/lost_keys.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/scene/bone_curves.h"
 #include "lipvane/text/numbers.h"
@@ -66,21 +67,25 @@ const standalone::CurveKey* OtherKey(const Scene& scene, NodeId joint, Channel c
 
 }  // namespace
 
-void WarnOfJoints(const check::CheckedScene& scene, const std::vector<std::string>& boneNames,
-                  const TBonePoseInfo& rig) {
+bool WarnOfJoints(const check::CheckedScene& scene, const std::string& lbpName,
+                  const std::vector<std::string>& boneNames, const TBonePoseInfo& rig) {
   std::vector<check::NamedBone> bones;
   bones.reserve(boneNames.size());
   for (const std::string& name : boneNames)
     bones.push_back({name, 1});
   std::vector<check::Finding> findings;
   check::Recorder recorder({}, findings, std::numeric_limits<std::size_t>::max());
-  check::CheckBonesAgainstScene(bones, rig, scene, recorder);
+  if (!check::CheckBonesAgainstScene(bones, rig, scene, recorder)) {
+    PrintError(lbpName + ": " + findings.front().text);
+    return false;
+  }
   for (const check::Finding& finding : findings) {
     const bool isOfChannel = finding.rule == check::rule::kChannelDriven ||
                              finding.rule == check::rule::kChannelLocked ||
                              finding.rule == check::rule::kNoKeys;
     if (!isOfChannel) PrintWarning(finding.text);
   }
+  return true;
 }
 
 std::size_t WarnOfLostKeys(const Scene& scene, const std::vector<NodeId>& joints) {
@@ -117,7 +122,7 @@ std::size_t WarnOfLostKeys(const Scene& scene, const std::vector<NodeId>& joints
                  ", the first " + found->second.first + ": " + cause->advice);
   }
   if (const std::size_t none = joints.size() - keyed) {
-    PrintWarning(std::to_string(none) + all + (none == 1 ? " gets no keys" : " get no keys"));
+    PrintWarning(host::KeylessBones(none, joints.size()));
   }
   return keyed;
 }

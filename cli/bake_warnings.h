@@ -13,9 +13,10 @@
 namespace lipvane::cli {
 
 /// Warns of bones that the scene has not or has twice, and of joints that stand otherwise than keys
-/// say. Channels that take no keys are WarnOfLostKeys's.
-void WarnOfJoints(const check::CheckedScene& scene, const std::vector<std::string>& boneNames,
-                  const TBonePoseInfo& rig);
+/// say. Channels that take no keys are WarnOfLostKeys's. False, after an error that names the
+/// bones' file, when all of them are missing and one sentence says so.
+bool WarnOfJoints(const check::CheckedScene& scene, const std::string& lbpName,
+                  const std::vector<std::string>& boneNames, const TBonePoseInfo& rig);
 
 /// Warns of joints with channels that take no keys, a line for each kind of cause with what to do
 /// about it, and counts the joints that get no keys at all. Answers how many get some.

@@ -87,12 +87,12 @@ struct Measure {
 
 void AddWrongFormat(const Input& input, std::vector<Finding>& findings) {
   check::Recorder(input.name, findings)
-      .Add(
-          1, check::rule::kUnreadable,
-          input.format == FileFormat::kScene
-              ? "this is a Maya ASCII scene: a scene is given with --scene"
-              : "this is neither a bone pose file (LBP) nor an animation file (LTF), and no timing "
-                "file");
+      .Add(1, check::rule::kUnreadable,
+           input.format == FileFormat::kScene
+               ? "this is a Maya ASCII scene: a scene is given with --scene"
+           : input.text.empty()
+               ? "the file is empty"
+               : "this is no bone pose file (LBP), animation file (LTF) or timing file");
 }
 
 void CheckInput(const Input& input, const Measure& measure, const CheckOptions& options,

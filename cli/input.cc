@@ -6,6 +6,7 @@
 #include "cli/messages.h"
 #include "lipvane/speech/timing.h"
 #include "lipvane/text/file.h"
+#include "lipvane/text/utf8.h"
 
 namespace lipvane::cli {
 namespace {
@@ -63,6 +64,11 @@ std::string Place(const InputArgument& argument, std::size_t position) {
 
 std::string InputName(const std::string& fileName) {
   return fileName == kStandardInput ? "standard input" : fileName;
+}
+
+void PrintProblem(const InputFile& input, ReadProblem problem) {
+  problem.reason += text::ByteOrderMarkHint(input.text);
+  PrintProblem(input.name, problem);
 }
 
 bool ReadInput(const std::string& fileName, InputFile& input, std::string& reason) {

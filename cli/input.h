@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/file_format.h"
+#include "lipvane/formats/read_problem.h"
 
 namespace lipvane::cli {
 
@@ -36,6 +37,9 @@ struct InputArgument {
 
 /// What messages call a file: standard input for "-".
 std::string InputName(const std::string& fileName);
+
+/// Prints why a reader refused a file, and that it begins with a byte order mark if it does.
+void PrintProblem(const InputFile& input, ReadProblem problem);
 
 /// Reads a file, or standard input for "-". False with a reason when it cannot be read.
 bool ReadInput(const std::string& fileName, InputFile& input, std::string& reason);

@@ -29,7 +29,7 @@ bool InspectLbp(const std::string& fileName, const std::string& text, bool asJso
   PhonemeMapping mapping;
   ReadProblem problem;
   if (!ReadLbpText(text, poseInfo, mapping, problem)) {
-    PrintProblem(fileName, problem);
+    PrintProblem({fileName, text}, problem);
     return false;
   }
   return Print(asJson ? LbpReport(text, poseInfo, mapping)
@@ -40,7 +40,7 @@ bool InspectLtf(const std::string& fileName, const std::string& text, bool asJso
   TAnimation animation;
   ReadProblem problem;
   if (!ReadLtfText(text, animation, problem)) {
-    PrintProblem(fileName, problem);
+    PrintProblem({fileName, text}, problem);
     return false;
   }
   return Print(asJson ? LtfReport(animation) : text::Printable(LtfSummary(fileName, animation)));

@@ -42,7 +42,7 @@ int Map(const std::string& lbpFileName, const std::string& characterName, const 
   PhonemeMapping mapping;
   ReadProblem problem;
   if (!ReadLbpText(lbp.text, rig, mapping, problem)) {
-    PrintProblem(lbp.name, problem);
+    PrintProblem(lbp, problem);
     return 1;
   }
   if (!HasPoses(lbp, rig, force)) return 1;

@@ -13,11 +13,11 @@ namespace lipvane::cli {
 bool Playback::Load(const InputFile& lbp, const InputFile& ltf, bool force) {
   ReadProblem problem;
   if (!LoadFaceText(lbp.text, controller_, mapping_, problem)) {
-    PrintProblem(lbp.name, problem);
+    PrintProblem(lbp, problem);
     return false;
   }
   if (!ReadLtfText(ltf.text, animation_, problem)) {
-    PrintProblem(ltf.name, problem);
+    PrintProblem(ltf, problem);
     return false;
   }
   if (!HasPosesFor(lbp, Rig(), ltf.name, animation_, force)) return false;

@@ -25,7 +25,7 @@ int Plot(const PlotOptions& options) {
   chart.ticksPerSecond = options.ticksPerSecond;
   ReadProblem problem;
   if (!ReadLtfText(ltf.text, chart.animation, problem)) {
-    PrintProblem(ltf.name, problem);
+    PrintProblem(ltf, problem);
     return 1;
   }
   const InputFile& timing = inputs->back();

@@ -8,6 +8,7 @@
 #include "cli/messages.h"
 #include "lipvane/check/finding.h"
 #include "lipvane/check/lbp_check.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
@@ -48,10 +49,6 @@ bool Decide(const std::string& text, bool force) {
   return force;
 }
 
-std::string Counted(std::size_t count, const std::string& what) {
-  return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 }  // namespace
 
 bool HasPoses(const InputFile& lbp, const TBonePoseInfo& rig, bool force) {
@@ -63,10 +60,12 @@ bool HasPosesFor(const InputFile& lbp, const TBonePoseInfo& rig, const std::stri
   if (rig.poses.empty()) return HasPoses(lbp, rig, force);
   const std::size_t tracks = MovingTracks(animation);
   if (tracks < rig.poses.size()) return true;
-  return Decide(WithReason(lbp, Counted(rig.poses.size(), "pose") + " cannot show the " +
-                                    Counted(tracks, "track") + " of " + source +
-                                    ", each of which needs one besides the neutral pose"),
-                force);
+  return Decide(
+      WithReason(lbp, text::Counted(static_cast<long long>(rig.poses.size()), "pose", "poses") +
+                          " cannot show the " +
+                          text::Counted(static_cast<long long>(tracks), "track", "tracks") +
+                          " of " + source + ", each of which needs one besides the neutral pose"),
+      force);
 }
 
 void WarnOfLostExpressions(const InputFile& lbp, const std::vector<std::string>& expressions,

@@ -18,6 +18,7 @@
 #include "lipvane/plugin/export_poses_command.h"
 #include "lipvane/plugin/facial_anim_command.h"
 #include "lipvane/text/file.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::cli {
@@ -28,15 +29,7 @@ using standalone::PathId;
 using standalone::Scene;
 using Names = std::vector<std::string>;
 
-std::string Listed(const Names& names) {
-  constexpr std::size_t kMostListed = 10;
-  std::string list;
-  for (std::size_t i = 0; i < std::min(names.size(), kMostListed); ++i)
-    list += (i > 0 ? ", " : "") + names[i];
-  if (names.size() > kMostListed)
-    list += " and " + std::to_string(names.size() - kMostListed) + " more";
-  return list;
-}
+constexpr std::size_t kMostListed = 10;
 
 /// The nodes of some names, as the commands find them.
 class NamedNodes {
@@ -101,13 +94,15 @@ Names NotesOnExport(const host::ArgDatabase& flags, const standalone::Standalone
     if (names.empty()) return;
     notes.push_back("demBonesExportPoses: " + std::to_string(names.size()) + " of " +
                     std::to_string(bones.size()) + (bones.size() == 1 ? " bone " : " bones ") +
-                    (names.size() == 1 ? one : many) + ": " + Listed(names) + "; " + consequence);
+                    (names.size() == 1 ? one : many) + ": " + text::Listed(names, kMostListed) +
+                    "; " + consequence);
   };
-  const std::string misread = ": it cannot be read as it was meant";
+  const std::string misread =
+      ", so it cannot be read as it was meant: mend the list of bones and export again";
   const std::string hint =
       missing.size() == bones.size() ? check::NamespaceHint(host.GetScene(), bones) : std::string();
   add(missing, "matches no joint", "match no joint",
-      hint.empty() ? file + " counts what it has no lines for" + misread : hint);
+      hint.empty() ? file + " counts bones that it has no lines for" + misread : hint);
   add(repeated, "matches several nodes", "match several nodes",
       file + " has a line for each" + misread);
   add(noLine, "has no bone line", "have no bone line", file + " lacks lines" + misread);
@@ -140,7 +135,7 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
   }
   std::string reasons;
   const auto add = [&](const Names& names, const std::string& what) {
-    if (!names.empty()) reasons += "; " + what + ": " + Listed(names);
+    if (!names.empty()) reasons += "; " + what + ": " + text::Listed(names, kMostListed);
   };
   if (missing.size() == bones.size()) {
     const std::string hint = check::NamespaceHint(host.GetScene(), bones);
@@ -188,7 +183,8 @@ Names NotesOnImport(const std::string& file, const standalone::StandaloneHost& h
   if (rig.poses.empty()) return {note + "; it reads as a file without poses" + misreading};
   note += ReasonsFor(bones, nodes, host);
   if (!repeated.empty()) {
-    note += "; more than once in the scene, where the last one got the keys: " + Listed(repeated);
+    note += "; more than once in the scene, where the last one got the keys: " +
+            text::Listed(repeated, kMostListed);
   }
   return {note + misreading};
 }

@@ -47,7 +47,7 @@ class Speaking {
       return false;
     }
     if (!ReadLbpText(lbp_.text, rig_, mapping_, problem)) {
-      PrintProblem(lbpName_, problem);
+      PrintProblem(lbp_, problem);
       return false;
     }
     if (mapping_.speechTargets.empty()) {
@@ -60,7 +60,7 @@ class Speaking {
     if (speech::ReadShapesText(shapes.text, mapping_.SpeechTargetCount(), shapes_, problem)) {
       return true;
     }
-    PrintProblem(shapes.name, problem);
+    PrintProblem(shapes, problem);
     return false;
   }
 

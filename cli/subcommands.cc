@@ -308,6 +308,9 @@ void AddBake(CLI::App& app, Work& work) {
   command->callback([=, &work] {
     RefuseEmpty(*output);
     RefuseEmpty(*sound);
+    if (options->sound == kStandardInput) {
+      throw CLI::ValidationError("--sound", "the scene names the file: it needs a name");
+    }
     RefuseOverwriting(*output, options->output, {options->lbp, options->ltf, options->sound});
     RefuseEnding(*output, "bake", options->output);
     RefuseSharedInput({options->scene, options->lbp, options->ltf});

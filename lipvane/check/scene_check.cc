@@ -16,6 +16,7 @@
 #include "lipvane/formats/lbp.h"
 #include "lipvane/host/lost_keys.h"
 #include "lipvane/host/standalone/namespaces.h"
+#include "lipvane/host/standalone/refusal_text.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
@@ -54,23 +55,6 @@ TBonePoseInfo RigOf(std::string_view lbpText, const LbpSections& sections) {
   return isWhole ? rig : TBonePoseInfo();
 }
 
-/// "translateX, translateY and rotateZ are".
-std::string ListedChannels(const std::vector<std::string>& channels) {
-  if (channels.size() == std::size(kKeyedChannels)) return "all six channels are";
-  return host::JoinedNames(channels) + (channels.size() == 1 ? " is" : " are");
-}
-
-/// What a channel is that gets no keys.
-std::string RefusalText(Refusal refusal, const std::string& driver) {
-  if (refusal == Refusal::kLocked) return " locked";
-  const std::string driven = " driven by " + Quoted(driver);
-  if (refusal == Refusal::kLostValues)
-    return driven + " through a conversion that loses its values";
-  if (refusal == Refusal::kUnreadKeys)
-    return driven + ", a curve with keys that are not understood";
-  return driven + " (not a curve over time)";
-}
-
 class SceneCheck {
  public:
   SceneCheck(const TBonePoseInfo& rig, const CheckedScene& checked, Recorder& recorder)
@@ -81,7 +65,8 @@ class SceneCheck {
         jointNames_(checked.scene, checked.nameSpace),
         recorder_(recorder) {}
 
-  void Run(const std::vector<NamedBone>& bones) {
+  /// False when no bone is in the scene, which is then all that there is to say.
+  bool Run(const std::vector<NamedBone>& bones) {
     for (const NamedBone& bone : bones)
       nodes_.try_emplace(bone.name);
     for (PathId path = 0; path < scene_.PathCount(); ++path) {
@@ -92,25 +77,25 @@ class SceneCheck {
       wanted->second.count += scene_.FirstPath(node) == path ? 1 : 0;
       wanted->second.last = node;
     }
-    if (IsElsewhere(bones)) return;
+    if (!bones.empty() && IsAbsent(bones)) return false;
     std::unordered_set<std::string_view> done;
     std::size_t keyless = 0;
     for (std::size_t i = 0; i < bones.size(); ++i) {
       if (done.insert(bones[i].name).second && !CheckBone(bones[i], i)) ++keyless;
     }
-    if (keyless == 0) return;
-    recorder_.Add(bones.back().line, rule::kNoKeys,
-                  std::to_string(keyless) + " of " +
-                      Counted(static_cast<long long>(done.size()), "bone", "bones") +
-                      (keyless == 1 ? " gets no keys" : " get no keys"));
+    if (keyless > 0) {
+      recorder_.Add(bones.back().line, rule::kNoKeys, host::KeylessBones(keyless, done.size()));
+    }
+    return true;
   }
 
   /// The joints that were found and that no other node shares its name with.
   const std::vector<JointOfBone>& Joints() const { return joints_; }
 
  private:
-  /// Whether all bones are missing, and may be elsewhere: that is said in one finding.
-  bool IsElsewhere(const std::vector<NamedBone>& bones);
+  /// Whether all bones are missing: where they are many, or may be elsewhere, that is said in one
+  /// finding.
+  bool IsAbsent(const std::vector<NamedBone>& bones);
   /// False when it gets no keys at all.
   bool CheckBone(const NamedBone& named, std::size_t bone);
   void CheckRotation(std::size_t line, std::size_t bone, NodeId joint);
@@ -131,17 +116,21 @@ class SceneCheck {
   std::vector<JointOfBone> joints_;
 };
 
-bool SceneCheck::IsElsewhere(const std::vector<NamedBone>& bones) {
+bool SceneCheck::IsAbsent(const std::vector<NamedBone>& bones) {
+  constexpr std::size_t kMostAlone = 4;
   std::vector<std::string> missing;
   for (const NamedBone& bone : bones) {
     if (nodes_[bone.name].count > 0) return false;
     missing.emplace_back(bone.name);
   }
   const std::string hint = ElsewhereHint(scene_, missing);
-  if (hint.empty()) return false;
-  recorder_.Add(bones.front().line, rule::kBoneMissing,
-                "none of the " + std::to_string(bones.size()) + " bones is in " + sceneName_ +
-                    " by its plain name; " + hint);
+  if (hint.empty() && bones.size() <= kMostAlone) return false;
+  const std::string& first = missing.front();
+  recorder_.Add(
+      bones.front().line, rule::kBoneMissing,
+      "none of the " + std::to_string(bones.size()) + " bones is in " + sceneName_ +
+          (hint.empty() ? ", the first is " + Quoted(first) + jointNames_.DidYouMean(first, "; ")
+                        : " by its plain name; " + hint));
   return true;
 }
 
@@ -216,41 +205,33 @@ void SceneCheck::CheckRotation(std::size_t line, std::size_t bone, NodeId joint)
 
 /// Says which channels get no keys, in one line for each kind of cause. False when none gets any.
 bool SceneCheck::CheckChannels(std::size_t line, NodeId joint) {
-  struct Cause {
-    Refusal refusal;
-    std::string text;
-    std::vector<std::string> channels;
-  };
-  std::vector<Cause> causes;
+  const std::string subject = PathOf(joint) + " in " + sceneName_;
+  host::LostKeys driven;
+  host::LostKeys locked;
   std::size_t refused = 0;
   for (const Channel channel : kKeyedChannels) {
     const Refusal refusal = scene_.RefusalOf(joint, channel);
     if (refusal == Refusal::kNone || refusal == Refusal::kNoChannel) continue;
     ++refused;
-    const std::string text = RefusalText(refusal, ShownName(scene_.DriverName(joint, channel)));
-    auto cause = std::find_if(causes.begin(), causes.end(),
-                              [&](const Cause& known) { return known.text == text; });
-    if (cause == causes.end()) cause = causes.insert(cause, {refusal, text, {}});
-    cause->channels.emplace_back(ChannelName(channel));
+    (refusal == Refusal::kLocked ? locked : driven)
+        .AddLost(subject, ChannelName(channel), standalone::RefusalText(scene_, joint, channel));
   }
-  for (const bool areLocked : {false, true}) {
-    std::string list;
-    for (const Cause& cause : causes) {
-      if ((cause.refusal == Refusal::kLocked) != areLocked) continue;
-      list += (list.empty() ? "" : "; ") + ListedChannels(cause.channels) + cause.text;
-    }
-    if (list.empty()) continue;
-    recorder_.Add(line, areLocked ? rule::kChannelLocked : rule::kChannelDriven,
-                  PathOf(joint) + " in " + sceneName_ + ": " + list + ": no keys");
-  }
-  return refused < std::size(kKeyedChannels);
+  const bool isKeyed = refused < std::size(kKeyedChannels);
+  const auto add = [&](host::LostKeys& lost, const Rule& rule) {
+    if (lost.Lines().empty()) return;
+    if (isKeyed) lost.AddKeyed(subject);
+    recorder_.Add(line, rule, lost.Lines().front());
+  };
+  add(driven, rule::kChannelDriven);
+  add(locked, rule::kChannelLocked);
+  return isKeyed;
 }
 
 }  // namespace
 
-void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const TBonePoseInfo& rig,
+bool CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const TBonePoseInfo& rig,
                             const CheckedScene& scene, Recorder& recorder) {
-  SceneCheck(rig, scene, recorder).Run(bones);
+  return SceneCheck(rig, scene, recorder).Run(bones);
 }
 
 void CheckAgainstScene(const std::string& lbpFileName, std::string_view lbpText,

@@ -25,8 +25,9 @@ struct CheckedScene {
 
 /// Records what keeps the poses of these bones from being put onto a scene. The rig's poses have
 /// the bones in this order; without poses nothing is said of how they would turn the joints.
-/// Messages have all names in full. A name that comes twice is looked at once.
-void CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const TBonePoseInfo& rig,
+/// Messages have all names in full. A name that comes twice is looked at once. False when none is
+/// in the scene and one finding says so for all.
+bool CheckBonesAgainstScene(const std::vector<NamedBone>& bones, const TBonePoseInfo& rig,
                             const CheckedScene& scene, Recorder& recorder);
 
 /// Adds what keeps the poses of a bone pose file from being put onto a scene, and where the scene

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lipvane/check/words.h"
+#include "lipvane/text/lists.h"
 
 namespace lipvane::check {
 namespace {
@@ -41,23 +42,21 @@ void CheckUnmovedPoses(const LbpSections& sections, const TBonePoseInfo& rig,
   std::vector<std::string> names = mapping.speechTargets;  // of the poses from 1 on
   names.insert(names.end(), kExpressionNames.begin(), kExpressionNames.end());
   names.resize(std::min(names.size(), rig.poses.empty() ? 0 : rig.poses.size() - 1));
-  std::string list;
-  std::size_t count = 0;
+  std::vector<std::string> unmoved;
   std::size_t line = 0;
   for (std::size_t pose = 1; pose <= names.size(); ++pose) {
     if (!IsSame(rig.poses[pose], rig.poses[0])) continue;
-    if (count == 0) line = sections.boneLines[pose * rig.boneNames.size()].number;
-    if (++count <= kMostListed) list += (count > 1 ? ", " : "") + Quoted(names[pose - 1]);
+    if (unmoved.empty()) line = sections.boneLines[pose * rig.boneNames.size()].number;
+    unmoved.push_back(Quoted(names[pose - 1]));
   }
-  if (count == 0) return;
-  if (count > kMostListed) list += " and " + std::to_string(count - kMostListed) + " more";
-  recorder.Add(
-      line, rule::kUnmovedPose,
-      std::to_string(count) + " of " +
-          Counted(static_cast<long long>(names.size()), "pose", "poses") +
-          (count == 1 ? " is the neutral one and moves" : " are the neutral one and move") +
-          " nothing: " + list +
-          " (posed on another frame? Pose 1 is at frame 10, pose 2 at 20 ...)");
+  if (unmoved.empty()) return;
+  recorder.Add(line, rule::kUnmovedPose,
+               std::to_string(unmoved.size()) + " of " +
+                   Counted(static_cast<long long>(names.size()), "pose", "poses") +
+                   (unmoved.size() == 1 ? " is the neutral one and moves"
+                                        : " are the neutral one and move") +
+                   " nothing: " + text::Listed(unmoved, kMostListed) +
+                   " (posed on another frame? Pose 1 is at frame 10, pose 2 at 20 ...)");
 }
 
 }  // namespace lipvane::check

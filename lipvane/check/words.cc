@@ -68,8 +68,4 @@ std::optional<std::string> NumberProblem(std::string_view word, double limit) {
          (std::abs(read) <= limit ? text::ExactReal(read) : "infinite");
 }
 
-std::string Counted(long long count, const char* singular, const char* plural) {
-  return std::to_string(count) + " " + (count == 1 ? singular : plural);
-}
-
 }  // namespace lipvane::check

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "lipvane/text/lists.h"
+
 /// The tokens of a line as its writer meant them, and where the readers see others.
 namespace lipvane::check {
 
@@ -37,7 +39,6 @@ std::string Quoted(std::string_view text);
 std::optional<std::string> NumberProblem(std::string_view word,
                                          double limit = std::numeric_limits<double>::max());
 
-/// "1 bone", "2 bones".
-std::string Counted(long long count, const char* singular, const char* plural);
+using text::Counted;
 
 }  // namespace lipvane::check

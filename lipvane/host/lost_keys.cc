@@ -1,6 +1,9 @@
 #include "lipvane/host/lost_keys.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "lipvane/text/lists.h"
 
 namespace lipvane::host {
 namespace {
@@ -10,13 +13,10 @@ constexpr std::size_t kPosedChannels = 6;
 
 }  // namespace
 
-std::string JoinedNames(const std::vector<std::string>& names) {
-  std::string joined;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) joined += i + 1 < names.size() ? ", " : " and ";
-    joined += names[i];
-  }
-  return joined;
+std::string KeylessBones(std::size_t without, std::size_t all) {
+  return std::to_string(without) + " of " +
+         text::Counted(static_cast<long long>(all), "bone", "bones") +
+         (without == 1 ? " gets no keys" : " get no keys");
 }
 
 LostKeys::Joint& LostKeys::JointOf(const std::string& path) {
@@ -38,17 +38,21 @@ void LostKeys::AddLost(const std::string& joint, const std::string& channel,
 }
 
 std::string LostKeys::LineOf(const Joint& joint) {
-  std::string line = joint.path + (joint.isKeyed ? " loses keys: " : " gets no keys: ");
-  std::vector<std::string> channels;
-  for (std::size_t i = 0; i < joint.losses.size(); ++i) {
-    const Loss& loss = joint.losses[i];
-    channels.push_back(loss.channel);
-    const bool isLast = i + 1 == joint.losses.size();
-    if (!isLast && joint.losses[i + 1].cause == loss.cause) continue;
-    line += channels.size() == kPosedChannels ? "all six" : JoinedNames(channels);
-    line += " " + loss.cause + (isLast ? "" : "; ");
-    channels.clear();
+  std::vector<std::pair<std::string, std::vector<std::string>>> causes;
+  for (const Loss& loss : joint.losses) {
+    auto cause = std::find_if(causes.begin(), causes.end(),
+                              [&](const auto& known) { return known.first == loss.cause; });
+    if (cause == causes.end()) cause = causes.insert(cause, {loss.cause, {}});
+    cause->second.push_back(loss.channel);
   }
+  std::vector<std::string> parts;
+  for (const auto& [cause, channels] : causes) {
+    const bool isAll = channels.size() == kPosedChannels;
+    parts.push_back((isAll ? "all six" : text::JoinedNames(channels)) + " " + cause);
+  }
+  std::string line = joint.path + (joint.isKeyed ? " loses keys: " : " gets no keys: ");
+  for (std::size_t i = 0; i < parts.size(); ++i)
+    line += (i > 0 ? "; " : "") + parts[i];
   return line;
 }
 
@@ -60,11 +64,7 @@ std::vector<std::string> LostKeys::Lines() const {
     lines.push_back(LineOf(joint));
     without += joint.isKeyed ? 0 : 1;
   }
-  if (without > 0) {
-    lines.push_back(std::to_string(without) + " of " + std::to_string(joints_.size()) +
-                    (joints_.size() == 1 ? " bone" : " bones") +
-                    (without == 1 ? " gets no keys" : " get no keys"));
-  }
+  if (without > 0) lines.push_back(KeylessBones(without, joints_.size()));
   return lines;
 }
 

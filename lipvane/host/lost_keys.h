@@ -42,7 +42,7 @@ class LostKeys {
   std::unordered_map<std::string, std::size_t> places_;  // of joints_, by path
 };
 
-/// "translateX", "translateX and translateY", "translateX, translateY and translateZ".
-std::string JoinedNames(const std::vector<std::string>& names);
+/// "12 of 41 bones get no keys".
+std::string KeylessBones(std::size_t without, std::size_t all);
 
 }  // namespace lipvane::host

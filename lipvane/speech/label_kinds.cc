@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lipvane/speech/words.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
@@ -91,7 +92,7 @@ UnknownWords FindUnknownWords(const Timing& timing, const Meanings& meanings) {
   words.text = times.size() == 1
                    ? "a word that the aligner did not know (spn)"
                    : std::to_string(times.size()) + " words that the aligner did not know (spn)";
-  words.text += ": the mouth stays shut at " + Listed(times);
+  words.text += ": the mouth stays shut at " + text::Listed(times);
   return words;
 }
 

@@ -7,6 +7,7 @@
 
 #include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/numbers.h"
 #include "lipvane/text/printable.h"
 
@@ -143,7 +144,7 @@ const Voice* Choose(const std::vector<Voice>& voices, const std::string& wanted,
     if (wanted.empty() || voice.name == wanted) meant.push_back(&voice);
   }
   if (meant.size() == 1) return meant[0];
-  const std::string list = Listed(names);
+  const std::string list = text::Listed(names);
   if (voices.empty()) {
     Refuse(problem, 0, "it has no voices");
   } else if (meant.empty()) {

@@ -8,6 +8,7 @@
 #include "lipvane/speech/textgrid_tokens.h"
 #include "lipvane/speech/timing_forms.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/printable.h"
 
 namespace lipvane::speech {
@@ -146,7 +147,7 @@ std::string NotOne(const std::vector<Tier>& tiers, const std::vector<const Tier*
   names.reserve(tiers.size());
   for (const Tier& tier : tiers)
     names.push_back(text::QuotedLine(tier.name) + (tier.hasIntervals ? "" : " (points)"));
-  const std::string found = "; its tiers are " + Listed(names);
+  const std::string found = "; its tiers are " + text::Listed(names);
   if (meant.empty() && wanted.empty()) {
     return "no tier of intervals has a name that ends in \"phones\", \"phone\" or \"MAU\"" + found +
            ". Where one of them holds phones, name it with --tier; words alone do not tell how the "

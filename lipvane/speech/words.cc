@@ -58,16 +58,6 @@ bool Lines::NextFilled(std::string_view& line) {
   return false;
 }
 
-std::string Listed(const std::vector<std::string>& names) {
-  constexpr std::size_t kMostListed = 20;
-  std::string list;
-  for (std::size_t i = 0; i < std::min(names.size(), kMostListed); ++i)
-    list += (i == 0 ? "" : ", ") + names[i];
-  if (names.size() > kMostListed)
-    list += " and " + std::to_string(names.size() - kMostListed) + " more";
-  return list;
-}
-
 bool Refuse(ReadProblem& problem, int line, std::string reason) {
   problem.line = line;
   problem.reason = std::move(reason);

@@ -38,9 +38,6 @@ class Lines {
   int number_ = 0;
 };
 
-/// Names as they are to be shown, one after the other; of many the first ones, and how many more.
-std::string Listed(const std::vector<std::string>& names);
-
 /// Sets the problem; answers false, so that a reader can return it.
 bool Refuse(ReadProblem& problem, int line, std::string reason);
 

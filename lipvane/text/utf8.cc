@@ -65,4 +65,11 @@ char32_t TakeCharacter(std::string_view& text) {
   return isWhole ? character : kLoneByte + first;
 }
 
+std::string ByteOrderMarkHint(std::string_view text) {
+  if (text.substr(0, 3) == "\xEF\xBB\xBF") return " (the file begins with a byte order mark)";
+  const std::string_view mark = text.substr(0, 2);
+  const bool isUtf16 = mark == "\xFF\xFE" || mark == "\xFE\xFF";
+  return isUtf16 ? " (the file is UTF-16: save it as UTF-8 without a byte order mark)" : "";
+}
+
 }  // namespace lipvane::text

@@ -284,14 +284,14 @@ TEST(SceneCheck, ChannelsThatShareACauseAreOneFinding) {
       "createNode expression -n \"e\";\nconnectAttr \"e.out[0]\" \"jaw.t\";\n"
       "connectAttr \"e.out[1]\" \"jaw.r\";\n";
   EXPECT_EQ(Written(SceneFindings(kJaw + six)),
-            "48 channel-driven: \"|head|jaw\" in face.ma: all six channels are driven by \"e\" "
-            "(not a curve over time): no keys\n49 no-keys: 1 of 2 bones gets no keys\n");
+            "48 channel-driven: \"|head|jaw\" in face.ma gets no keys: all six driven by e "
+            "(not a curve over time)\n49 no-keys: 1 of 2 bones gets no keys\n");
   EXPECT_EQ(
       Written(SceneFindings(kJaw + "setAttr -l on \".t\";\nsetAttr -l on \".rz\";\ncreateNode "
                                    "expression -n \"e\";\nconnectAttr \"e.out[0]\" \"jaw.rx\";\n")),
-      "48 channel-driven: \"|head|jaw\" in face.ma: rotateX is driven by \"e\" (not a curve "
-      "over time): no keys\n48 channel-locked: \"|head|jaw\" in face.ma: translateX, "
-      "translateY, translateZ and rotateZ are locked: no keys\n");
+      "48 channel-driven: \"|head|jaw\" in face.ma loses keys: rotateX driven by e (not a curve "
+      "over time)\n48 channel-locked: \"|head|jaw\" in face.ma loses keys: translateX, "
+      "translateY, translateZ and rotateZ locked\n");
 }
 
 TEST(SceneCheck, BonesAreFoundInTheirNamespace) {

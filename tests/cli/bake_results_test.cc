@@ -82,6 +82,7 @@ TEST_F(BakeResultsTest, ScenesShowTheWholeLineAndPlayItsSound) {
 TEST_F(BakeResultsTest, RefusesWhatWouldBeLost) {
   const ProcessResult sound = Bake("line.mel", {"--sound", Wav()});
   EXPECT_EQ(sound.status, 2);
+  EXPECT_TRUE(Has(Bake("out.ma", {"--sound", "-"}).err, "--sound: the scene names the file"));
   EXPECT_TRUE(Has(sound.err, "--sound: goes with a scene")) << sound.err;
   ExpectFailure({"bake", scene_, lbp_, ltf_, "-o", folder_.Path("out.ma"), "--sound", ltf_},
                 ltf_ + ": it is no WAV file");

@@ -141,8 +141,8 @@ TEST_F(BakeTest, FindsBonesInANamespace) {
   ASSERT_EQ(Bake({}).status, 0);
   const std::string expected = Keys().dump();
   scene_ = folder_.Make("spaced.ma", spaced);
-  EXPECT_EQ(Bake({}).err, "Error: " + scene_ + ": none of the 41 bones of " + lbp_ +
-                              " is there by its plain name; all are in the namespace "
+  EXPECT_EQ(Bake({}).err, "Error: " + lbp_ + ": none of the 41 bones is in " + scene_ +
+                              " by its plain name; all are in the namespace "
                               "\"shot:hero\": give --namespace shot:hero\n");
   EXPECT_EQ(
       Bake({"--namespace", "hero"}).err,
@@ -166,9 +166,9 @@ TEST_F(BakeTest, FindsBonesInANamespace) {
   EXPECT_EQ(Bake({"--namespace", "hero"}).err,
             "Warning: the nodes of the referenced file \"rig.ma\" are missing: it is not read\n"
             "Error: " +
-                scene_ + ": none of the 41 bones of " + lbp_ +
-                " is there by its plain name; if the joints are in a referenced file, bake onto "
-                "that file with -o FILE.mel and source the script in the open shot\n");
+                lbp_ + ": none of the 41 bones is in " + scene_ +
+                " by its plain name; if the joints are in a referenced file, bake onto that file "
+                "with -o FILE.mel and source the script in the open shot\n");
 }
 
 TEST_F(BakeTest, NamesEveryMissingBoneInFull) {
@@ -252,6 +252,9 @@ TEST_F(BakeTest, SaysWhatCannotBeBakedAndWritesNothing) {
   const ProcessResult none = Bake({});
   EXPECT_EQ(none.status, 1);
   EXPECT_TRUE(Has(none.err, "Error: " + scene_ + ": it has none of the joints of " + lbp_ + "\n"));
+  lbp_ = Face({"nose", "ears", "neck", "hair", "hats"});  // many, in one sentence
+  EXPECT_EQ(Bake({}).err, "Error: " + lbp_ + ": none of the 5 bones is in " + scene_ +
+                              ", the first is \"nose\"\n");
   out_ = "/no/such/out.ma";
   EXPECT_EQ(Bake({}).err, "Error: /no/such/out.ma: there is no folder /no/such\n");
 }

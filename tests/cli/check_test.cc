@@ -31,8 +31,8 @@ TEST_F(CheckTest, PrintsOneFindingALine) {
   const std::string missing = folder_.Path("missing.lbp");
   const ProcessResult bad = Lipvane({"check", missing, note, file});
   EXPECT_EQ(bad.out, note +
-                         ":1: error: this is neither a bone pose file (LBP) nor an animation file "
-                         "(LTF), and no timing file [unreadable]\n" +
+                         ":1: error: this is no bone pose file (LBP), animation file (LTF) or "
+                         "timing file [unreadable]\n" +
                          finding);
   EXPECT_EQ(bad.err, "Error: " + missing + ": No such file or directory\n");
   EXPECT_EQ(bad.status, 1);
@@ -129,11 +129,11 @@ TEST_F(CheckTest, TakesTimingFiles) {
       result.out,
       line + ":1: error: \"hm\" at 0 s, 2 times, stands for no phoneme [unknown-label]\n" + line +
           ":2: warning: 2 closures (P, B, M, F, V) are shorter than a frame at 24 frames "
-          "a second (41.7 ms), the first \"B\" at 0.2 s: no frame may show the lips meet "
+          "a second (41.7 ms), the first \"B\" at 0.2 s: perhaps no frame shows the lips meet "
           "[short-closure]\n" +
           line +
           ":3: note: 1 sound is shorter than a frame at 24 frames a second (41.7 ms), \"K\" at "
-          "0.24 s: no frame may show it [short-sound]\n" +
+          "0.24 s: perhaps no frame shows it [short-sound]\n" +
           line +
           ":7: warning: a word that the aligner did not know (spn): the mouth stays shut at 2 s "
           "[unknown-word]\n");

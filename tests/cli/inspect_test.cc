@@ -76,6 +76,11 @@ TEST_F(InspectTest, RefusesWithAPlaceAndAReason) {
       {folder_.Make("cut.lbp", "2\n1\nEat\nIy 0.5\n"),
        ":4: the file ends where a phoneme's row of weights is expected"},
       {folder_.Make("new.ltf", "LTF\n1.5\n"), ":2: the version is \"1.5\", not 1.0"},
+      {folder_.Make("wide.lbp",
+                    "\xFF\xFE"
+                    "2"),
+       ":1: the version is 0, not 2 (the file is UTF-16: save it as UTF-8 without a byte order "
+       "mark)"},
       {folder_.Make("binary.ma", "FOR4\x01\x02Maya"), ": a binary scene, not a Maya ASCII one"},
       {folder_.Make("note.txt", "hello"),
        ": it is neither a bone pose file (LBP), an animation file (LTF) nor a Maya ASCII scene"}};

@@ -103,7 +103,8 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
   const auto imports = [](const std::string& file) {
     return "facialAnim -import -lbp \"" + file + "\"";
   };
-  const std::string misread = ": it cannot be read as it was meant";
+  const std::string misread =
+      ", so it cannot be read as it was meant: mend the list of bones and export again";
   const std::string in = "all are in the namespace \"a:b\": give --namespace a:b";
   std::string lost = FileContent(pose("lost.lbp", {"jaw", "lip"}, 2));
   lost = folder_.Make("lost.lbp", lost.erase(lost.find("lip -> parent"), 14));
@@ -116,7 +117,7 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
       {scene_,
        exports("jaww jaw nose"),
        {"2 of 4 bones match no joint: \"jaww\" (did you mean \"jaw\"?), \"nose\"; " + out +
-        " counts what it has no lines for" + misread}},
+        " counts bones that it has no lines for" + misread}},
       {scene_,
        exports("eye head"),
        {"1 of 3 bones matches several nodes: \"eye\" (2 times); " + out + " has a line for each" +
@@ -129,7 +130,7 @@ TEST_F(RunTest, NotesWhatCommandsLoseInSilence) {
       {scene_,
        "demBonesExportPoses -bl jaw -lbp \"" + out + "\"",
        {"1 of 2 bones matches no joint: the head bone, which is not given; " + out +
-            " counts what it has no lines for" + misread,
+            " counts bones that it has no lines for" + misread,
         out + " has no poses: -numposes asks for none"}},
       {spaced, exports("jaw"), {"2 of 2 bones match no joint: \"jaw\", \"lip\"; " + in}},
       {scene_, imports(two), {"2 of 2 bones of " + two + " got keys"}},

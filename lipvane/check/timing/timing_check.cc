@@ -11,6 +11,7 @@
 #include "lipvane/speech/meanings.h"
 #include "lipvane/speech/phones.h"
 #include "lipvane/speech/words.h"
+#include "lipvane/text/lists.h"
 #include "lipvane/text/numbers.h"
 
 namespace lipvane::check {
@@ -51,8 +52,9 @@ void CheckLengths(const speech::Timing& timing, const speech::Meanings& meanings
                      (found.count == 1 ? ", " : ", the first ") + found.text + ": " + effect);
   };
   add(closures, rule::kShortClosure, "closure (P, B, M, F, V) is ", "closures (P, B, M, F, V) are ",
-      "no frame may show the lips meet");
-  add(others, rule::kShortSound, "sound is ", "sounds are ", "no frame may show it");
+      "perhaps no frame shows the lips meet");
+  add(others, rule::kShortSound, "sound is ", "sounds are ",
+      others.count == 1 ? "perhaps no frame shows it" : "perhaps no frame shows them");
 }
 
 void CheckLabels(const std::vector<speech::UnknownLabel>& unknown, Recorder& recorder) {
@@ -76,7 +78,7 @@ void AddWordsTier(const speech::WordsTier& words, const std::vector<speech::Unkn
     labels.push_back(At(label.text, label.start));
   recorder.Add(
       line, rule::kWordsTier,
-      words.text + (labels.empty() ? "" : ". Not known as sounds: " + speech::Listed(labels)));
+      words.text + (labels.empty() ? "" : ". Not known as sounds: " + text::Listed(labels)));
 }
 
 }  // namespace

@@ -10,8 +10,10 @@
 #include "lipvane/host/standalone/limits.h"
 #include "lipvane/host/standalone/namespaces.h"
 #include "lipvane/host/standalone/references.h"
+#include "lipvane/host/standalone/refusal_text.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/host/standalone/words.h"
+#include "lipvane/text/lists.h"
 
 namespace lipvane::standalone {
 namespace {
@@ -117,7 +119,8 @@ class StandaloneHost::SceneCurve : public host::AnimCurve {
       host_.keyedNodes_.insert(node_);
       host_.lostKeys_.AddKeyed(joint);
     } else {
-      host_.lostKeys_.AddLost(joint, ChannelName(channel_), host_.RefusalText(node_, channel_));
+      host_.lostKeys_.AddLost(joint, ChannelName(channel_),
+                              RefusalText(host_.scene_, node_, channel_));
     }
   }
 
@@ -350,7 +353,7 @@ TransformValues StandaloneHost::ValuesNow(
   std::string line = scene_.ShownPath(scene_.FirstPath(node)) + (count == 1 ? "." : ": ");
   for (std::size_t i = 0; i < unread.size(); ++i) {
     const auto& [driver, attributes] = unread[i];
-    line += (i > 0 ? "; " : "") + host::JoinedNames(attributes) +
+    line += (i > 0 ? "; " : "") + text::JoinedNames(attributes) +
             (attributes.size() == 1 ? " is driven by " : " are driven by ") + ShownName(driver);
   }
   WarnOnce(line +
@@ -372,24 +375,6 @@ void StandaloneHost::WarnShared(NodeId node, Channel channel) {
                  AttributePath(other.node, ChannelName(other.channel)) +
                  (more > 0 ? " and " + std::to_string(more) + " more" : "") +
                  ": keys set on one show on " + (more > 0 ? "all" : "both"));
-}
-
-std::string StandaloneHost::RefusalText(NodeId node, Channel channel) const {
-  const std::string driven = "driven by " + ShownName(scene_.DriverName(node, channel));
-  switch (scene_.RefusalOf(node, channel)) {
-    case Refusal::kLocked:
-      return "locked";
-    case Refusal::kOther:
-      return driven + " (not a curve over time)";
-    case Refusal::kLostValues:
-      return driven + " through a conversion that loses its values";
-    case Refusal::kUnreadKeys:
-      return driven + ", a curve with keys that are not understood";
-    case Refusal::kNoChannel:
-    case Refusal::kNone:
-      break;
-  }
-  return "refused";
 }
 
 void StandaloneHost::EndCommand() {

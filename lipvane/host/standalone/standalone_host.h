@@ -102,8 +102,6 @@ class StandaloneHost : public host::Host {
   /// them count that `counts` does not leave out.
   TransformValues ValuesNow(NodeId node,
                             const std::function<bool(const std::string& attribute)>& counts = {});
-  /// Why a channel takes no keys, for LostKeys.
-  std::string RefusalText(NodeId node, Channel channel) const;
   std::string AttributePath(NodeId node, const std::string& attribute) const;
 
   Scene& scene_;

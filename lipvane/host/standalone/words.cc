@@ -46,7 +46,7 @@ std::string Accepted(const CommandSyntax& syntax) {
     if (flag.multiUse) list += " (any number of times)";
   }
   if (!syntax.objects.empty()) list += (list.empty() ? "" : ", ") + syntax.objects;
-  return "accepts " + (list.empty() ? "no arguments" : list);
+  return list.empty() ? "no arguments" : list;
 }
 
 bool IsBoolean(const std::string& word) {
@@ -88,17 +88,16 @@ class Checker {
 
  private:
   void Refuse(const std::string& problem) {
-    result_.error = command_ + ": " + problem + "; it " + Accepted(syntax_);
+    const bool isQuestion = problem.back() == '?';
+    result_.error = command_ + ": " + problem + (isQuestion ? " It accepts " : "; it accepts ") +
+                    Accepted(syntax_);
   }
 
-  void RefuseFlag(const std::string& word) {
+  std::vector<std::string> AllFlags() const {
     std::vector<std::string> names;
     for (const host::Flag& flag : syntax_.flags.Flags())
-      names.insert(names.end(), {flag.shortName, flag.longName});
-    const std::string problem = "unknown flag " + text::QuotedLine(word);
-    const std::string meant = text::DidYouMean(word, names);
-    if (meant.empty()) return Refuse(problem);
-    result_.error = command_ + ": " + problem + meant + " It " + Accepted(syntax_);
+      names.insert(names.end(), {flag.longName, flag.shortName});
+    return names;
   }
 
   /// Of what a strict command refuses, and another passes over or reads in its own way.
@@ -111,7 +110,7 @@ class Checker {
     if (const host::Flag* flag = syntax_.flags.Find(word)) return TakeFlag(*flag);
     const bool isNumber = text::WholeReal(word).has_value();
     if (!word.empty() && word[0] == '-' && !isNumber) {
-      return RefuseFlag(word);
+      return Refuse("unknown flag " + text::QuotedLine(word) + text::DidYouMean(word, AllFlags()));
     }
     if (!TakesObjects())
       return Complain("unexpected word " + text::QuotedLine(word), "it is passed over");

@@ -33,10 +33,10 @@ TEST(CheckWordsTest, FindsNothingInWhatTheSyntaxDeclares) {
 
 TEST(CheckWordsTest, RefusesWhatItDoesNotKnowAndNotesOrRefusesTheRest) {
   const std::string accepted =
-      "; it accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, -exp/-expression "
+      "t accepts -i/-import, -lbp/-lbpfile STRING, -np/-numposes INTEGER, -exp/-expression "
       "STRING (any number of times)";
-  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"-zoom", "-x"}).error,
-            "go: unknown flag \"-zoom\"" + accepted + ", names");
+  EXPECT_EQ(CheckWords("go", TestSyntax("names"), {"-imprt", "-x"}).error,
+            "go: unknown flag \"-imprt\"; did you mean \"-import\"? I" + accepted + ", names");
   struct Case {
     Words words;
     std::string problem;
@@ -62,7 +62,7 @@ TEST(CheckWordsTest, RefusesWhatItDoesNotKnowAndNotesOrRefusesTheRest) {
     EXPECT_EQ(CheckWords("go", syntax, each.words).notes,
               Words{"go: " + each.problem + ": " + each.difference});
     syntax.isStrict = true;
-    EXPECT_EQ(CheckWords("go", syntax, each.words).error, "go: " + each.problem + accepted);
+    EXPECT_EQ(CheckWords("go", syntax, each.words).error, "go: " + each.problem + "; i" + accepted);
   }
 }
 
