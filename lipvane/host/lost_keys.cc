@@ -1,6 +1,7 @@
 #include "lipvane/host/lost_keys.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "lipvane/text/lists.h"
@@ -8,15 +9,21 @@
 namespace lipvane::host {
 namespace {
 
-/// Translation and rotation: what a pose has of a joint.
-constexpr std::size_t kPosedChannels = 6;
+/// What a pose has of a joint.
+constexpr std::array<const char*, 6> kPosedChannels = {"translateX", "translateY", "translateZ",
+                                                       "rotateX",    "rotateY",    "rotateZ"};
 
 }  // namespace
 
 std::string KeylessBones(std::size_t without, std::size_t all) {
-  return std::to_string(without) + " of " +
-         text::Counted(static_cast<long long>(all), "bone", "bones") +
-         (without == 1 ? " gets no keys" : " get no keys");
+  // In one form for any number, so that a search finds it.
+  return std::to_string(without) + " of " + std::to_string(all) + " bones get no keys";
+}
+
+std::string ListedChannels(const std::vector<std::string>& channels) {
+  const bool isAll = std::is_permutation(channels.begin(), channels.end(), kPosedChannels.begin(),
+                                         kPosedChannels.end());
+  return isAll ? "all six" : text::JoinedNames(channels);
 }
 
 LostKeys::Joint& LostKeys::JointOf(const std::string& path) {
@@ -46,10 +53,8 @@ std::string LostKeys::LineOf(const Joint& joint) {
     cause->second.push_back(loss.channel);
   }
   std::vector<std::string> parts;
-  for (const auto& [cause, channels] : causes) {
-    const bool isAll = channels.size() == kPosedChannels;
-    parts.push_back((isAll ? "all six" : text::JoinedNames(channels)) + " " + cause);
-  }
+  for (const auto& [cause, channels] : causes)
+    parts.push_back(ListedChannels(channels) + " " + cause);
   std::string line = joint.path + (joint.isKeyed ? " loses keys: " : " gets no keys: ");
   for (std::size_t i = 0; i < parts.size(); ++i)
     line += (i > 0 ? "; " : "") + parts[i];

@@ -42,6 +42,9 @@ class LostKeys {
   std::unordered_map<std::string, std::size_t> places_;  // of joints_, by path
 };
 
+/// "translateX and rotateX"; "all six" for all of translation and rotation.
+std::string ListedChannels(const std::vector<std::string>& channels);
+
 /// "12 of 41 bones get no keys".
 std::string KeylessBones(std::size_t without, std::size_t all);
 

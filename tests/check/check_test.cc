@@ -285,7 +285,7 @@ TEST(SceneCheck, ChannelsThatShareACauseAreOneFinding) {
       "connectAttr \"e.out[1]\" \"jaw.r\";\n";
   EXPECT_EQ(Written(SceneFindings(kJaw + six)),
             "48 channel-driven: \"|head|jaw\" in face.ma gets no keys: all six driven by e "
-            "(not a curve over time)\n49 no-keys: 1 of 2 bones gets no keys\n");
+            "(not a curve over time)\n49 no-keys: 1 of 2 bones get no keys\n");
   EXPECT_EQ(
       Written(SceneFindings(kJaw + "setAttr -l on \".t\";\nsetAttr -l on \".rz\";\ncreateNode "
                                    "expression -n \"e\";\nconnectAttr \"e.out[0]\" \"jaw.rx\";\n")),

@@ -301,7 +301,7 @@ TEST_P(Contract, KeysThatAreLostAreOneLineAJointAndACount) {
       (std::vector<Shown>{
           {"warning", "|rig|lip loses keys: rotateX driven by mixer (not a curve over time)", ""},
           {"warning", "|rig|brow gets no keys: all six driven by aim (not a curve over time)", ""},
-          {"warning", "1 of 3 bones gets no keys", ""}}));
+          {"warning", "1 of 3 bones get no keys", ""}}));
   const auto curves = host->Curves();
   EXPECT_EQ(curves.count("|rig|lip.rotateX"), 0u);
   EXPECT_EQ(curves.at("|rig|lip.rotateY").size(), 2u);

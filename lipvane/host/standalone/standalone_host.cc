@@ -13,7 +13,6 @@
 #include "lipvane/host/standalone/refusal_text.h"
 #include "lipvane/host/standalone/shown_name.h"
 #include "lipvane/host/standalone/words.h"
-#include "lipvane/text/lists.h"
 
 namespace lipvane::standalone {
 namespace {
@@ -353,7 +352,7 @@ TransformValues StandaloneHost::ValuesNow(
   std::string line = scene_.ShownPath(scene_.FirstPath(node)) + (count == 1 ? "." : ": ");
   for (std::size_t i = 0; i < unread.size(); ++i) {
     const auto& [driver, attributes] = unread[i];
-    line += (i > 0 ? "; " : "") + text::JoinedNames(attributes) +
+    line += (i > 0 ? "; " : "") + host::ListedChannels(attributes) +
             (attributes.size() == 1 ? " is driven by " : " are driven by ") + ShownName(driver);
   }
   WarnOnce(line +

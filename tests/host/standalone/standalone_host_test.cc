@@ -151,7 +151,7 @@ TEST_F(StandaloneHostTest, WarnsOnceACommand) {
   const std::string eye = "|right|eye.rotateX is driven by aim";
   const Names expected = {kReferenceWarning,
                           eye + ", which is not evaluated: its value in the file is used",
-                          "|head|jaw|lip gets no keys: rotateX locked", "1 of 1 bone gets no keys"};
+                          "|head|jaw|lip gets no keys: rotateX locked", "1 of 1 bones get no keys"};
   host::Matrix matrix{};
   for (int command = 0; command < 2; ++command) {
     for (int time = 0; time < 2; ++time) {
