@@ -52,12 +52,11 @@ std::string LostKeys::LineOf(const Joint& joint) {
     if (cause == causes.end()) cause = causes.insert(cause, {loss.cause, {}});
     cause->second.push_back(loss.channel);
   }
-  std::vector<std::string> parts;
-  for (const auto& [cause, channels] : causes)
-    parts.push_back(ListedChannels(channels) + " " + cause);
   std::string line = joint.path + (joint.isKeyed ? " loses keys: " : " gets no keys: ");
-  for (std::size_t i = 0; i < parts.size(); ++i)
-    line += (i > 0 ? "; " : "") + parts[i];
+  for (std::size_t i = 0; i < causes.size(); ++i) {
+    const auto& [cause, channels] = causes[i];
+    line += (i > 0 ? "; " : "") + ListedChannels(channels) + " " + cause;
+  }
   return line;
 }
 
