@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <optional>
 #include <unordered_map>
 
 #include "lipvane/check/finding.h"
@@ -148,10 +147,7 @@ std::string ReasonsFor(const Names& bones, const NamedNodes& nodes,
 }
 
 /// What check says first of counts that do not agree; the bones have others' poses then, if any.
-std::string Misreading(const std::string& file) {
-  std::string content;
-  std::string reason;
-  if (!text::ReadFile(file, content, reason)) return {};
+std::string Misreading(const std::string& file, const std::string& content) {
   std::vector<check::Finding> findings;
   check::CheckLbp(file, content, findings);
   for (const check::Finding& finding : findings) {
@@ -162,9 +158,14 @@ std::string Misreading(const std::string& file) {
 }
 
 Names NotesOnImport(const std::string& file, const standalone::StandaloneHost& host) {
+  std::string content;
+  ReadProblem problem;
   TBonePoseInfo rig;
   PhonemeMapping unused;
-  if (!ReadLbpFile(file, rig, unused)) return {};  // the command has said so
+  if (!text::ReadFile(file, content, problem.reason) ||
+      !ReadLbpText(content, rig, unused, problem)) {
+    return {};  // the command has said so
+  }
   const Names& bones = rig.boneNames;
   const NamedNodes nodes(host, bones);
   std::size_t keyed = 0;
@@ -179,7 +180,7 @@ Names NotesOnImport(const std::string& file, const standalone::StandaloneHost& h
                      std::to_string(bones.size()) +
                      (bones.size() == 1 ? " bone of " : " bones of ") + file + " got keys";
   if (keyed == 0) note += ": NOTHING WAS IMPORTED";
-  const std::string misreading = Misreading(file);
+  const std::string misreading = Misreading(file, content);
   if (rig.poses.empty()) return {note + "; it reads as a file without poses" + misreading};
   note += ReasonsFor(bones, nodes, host);
   if (!repeated.empty()) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "lipvane/text/lists.h"
 #include "lipvane/text/printable.h"
 #include "lipvane/text/similar.h"
 
@@ -10,16 +11,6 @@ namespace lipvane::cli {
 namespace {
 
 constexpr char kNoMoreFlags[] = "--";
-
-/// "SCENE, LBP and -o".
-std::string List(const std::vector<std::string>& names) {
-  std::string list;
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) list += i + 1 == names.size() ? " and " : ", ";
-    list += names[i];
-  }
-  return list;
-}
 
 std::string WithoutDashes(const std::string& flag) {
   const std::string name = flag.substr(0, flag.find('='));
@@ -75,7 +66,7 @@ std::vector<std::string> TooMany(std::vector<std::string> arguments) {
   const bool isOne = arguments.size() == 1;
   for (std::string& argument : arguments)
     argument = text::QuotedLine(argument);
-  return {List(arguments) + (isOne ? " is" : " are") + " too many"};
+  return {text::JoinedNames(arguments) + (isOne ? " is" : " are") + " too many"};
 }
 
 }  // namespace
@@ -110,7 +101,8 @@ std::vector<std::string> UsageProblems(const CLI::App& app, const CLI::ParseErro
   const std::vector<std::string> missing = Missing(command);
   switch (static_cast<CLI::ExitCodes>(error.get_exit_code())) {
     case CLI::ExitCodes::RequiredError:
-      return {List(missing) + (missing.size() == 1 ? " is required" : " are required")};
+      return {text::JoinedNames(missing) +
+              (missing.size() == 1 ? " is required" : " are required")};
     case CLI::ExitCodes::ExtrasError:
       return TooMany(command.remaining());
     case CLI::ExitCodes::ArgumentMismatch:

@@ -10,7 +10,7 @@
 
 #include "lipvane/host/standalone/ma_set_attr.h"
 #include "lipvane/host/standalone/own_commands.h"
-#include "lipvane/host/standalone/shown_name.h"
+#include "lipvane/host/standalone/refusal_text.h"
 #include "lipvane/host/standalone/tangent_names.h"
 #include "lipvane/text/numbers.h"
 
@@ -43,23 +43,6 @@ std::string Shown(const Scene& scene, const NodeChannel& at) {
   return scene.ShownPath(scene.FirstPath(at.node)) + "." + ChannelName(at.channel);
 }
 
-/// Why the channel takes no key; empty when it does.
-std::string WhyRefused(const Scene& scene, const NodeChannel& at) {
-  switch (scene.RefusalOf(at.node, at.channel)) {
-    case Refusal::kNone:
-      return {};
-    case Refusal::kLocked:
-      return "is locked";
-    case Refusal::kUnreadKeys:
-      return "has a curve with keys that are not understood";
-    case Refusal::kNoChannel:
-    case Refusal::kOther:
-    case Refusal::kLostValues:
-      break;
-  }
-  return "is driven by " + ShownName(scene.DriverName(at.node, at.channel));
-}
-
 /// One call of setKeyframe: all is looked at before the first key is set.
 class KeySetting {
  public:
@@ -78,10 +61,12 @@ class KeySetting {
     if (channels_.empty()) return Fail("nothing is selected, and no objects are given");
     std::vector<double> values;
     for (const NodeChannel& at : channels_) {
-      std::string reason = WhyRefused(host_.GetScene(), at);
+      const Scene& scene = host_.GetScene();
+      if (scene.RefusalOf(at.node, at.channel) != Refusal::kNone) {
+        return Fail(Shown(scene, at) + " is " + RefusalText(scene, at.node, at.channel));
+      }
       values.push_back(ValueOf(at));
-      if (reason.empty() && !std::isfinite(values.back())) reason = "has no finite value";
-      if (!reason.empty()) return Fail(Shown(host_.GetScene(), at) + " " + reason);
+      if (!std::isfinite(values.back())) return Fail(Shown(scene, at) + " has no finite value");
     }
     for (std::size_t i = 0; i < channels_.size(); ++i)
       SetKeys(channels_[i], values[i]);

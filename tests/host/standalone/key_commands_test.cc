@@ -57,7 +57,7 @@ TEST_F(KeyCommandsTest, SaysWhatCannotBeKeyedAndKeysNothing) {
       {"setKeyframe -v 1 -at rx jaw eye", "More than one object matches name: eye"},
       {"setKeyframe -v 1 -at rx -at ry jaw", "setKeyframe: |jaw.rotateY is locked: no key is set"},
       {"setKeyframe -v 1 -at rotateX jaw lip",
-       "setKeyframe: |jaw|lip.rotateX is driven by aim: no key is set"},
+       "setKeyframe: |jaw|lip.rotateX is driven by aim (not a curve over time): no key is set"},
       {"setKeyframe -v 1 \"jaw.jump\"",
        "setKeyframe: |jaw has no attribute \"jump\" that takes keys here: no key is set"},
       {"setKeyframe -at tx skin",
